@@ -1,0 +1,263 @@
+#include "platform/Array.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "platform/Error.h"
+#include "platform/Variant.h"
+
+namespace zorvane {
+
+struct alignas(8) Array::Block {
+    std::uint32_t references;
+    VarType element;
+    std::int32_t lower;
+    std::int32_t count;
+
+    void* Data() noexcept { return this + 1; }
+};
+
+namespace {
+
+bool IsCounted(VarType element) noexcept {
+    return element == VarType::String || element == VarType::Object || element == VarType::Variant;
+}
+
+}  // namespace
+
+std::size_t ArrayElementSize(VarType element) noexcept {
+    switch (element) {
+        case VarType::Integer:
+        case VarType::Boolean:
+            return 2;
+        case VarType::Long:
+        case VarType::Single:
+        case VarType::Error:
+            return 4;
+        case VarType::Double:
+        case VarType::Currency:
+        case VarType::Date:
+            return 8;
+        case VarType::String:
+            return sizeof(Text);
+        case VarType::Object:
+            return sizeof(Ref<Object>);
+        case VarType::Variant:
+            return sizeof(Variant);
+        case VarType::Decimal:
+            return sizeof(Decimal);
+        case VarType::Byte:
+            return 1;
+        default:
+            return 0;
+    }
+}
+
+Array::Block* Array::Allocate(VarType element, std::int32_t lower, std::int32_t count,
+                              bool zeroed) {
+    const std::size_t size = ArrayElementSize(element);
+    if (size == 0) RaisePlatform(PlatformError::InvalidCall);
+    if (count < 0 || std::int64_t{lower} + count - 1 > std::numeric_limits<std::int32_t>::max()) {
+        RaisePlatform(PlatformError::OutOfRange);
+    }
+    const std::size_t bytes = size * static_cast<std::size_t>(count);
+    auto* block = static_cast<Block*>(::operator new(sizeof(Block) + bytes));
+    *block = {1, element, lower, count};
+    // All-zero bytes are the empty value of every element type.
+    if (zeroed || IsCounted(element)) std::memset(block->Data(), 0, bytes);
+    return block;
+}
+
+Array::Array(VarType element, std::int32_t lower, std::int32_t count)
+    : block_(Allocate(element, lower, count, true)) {}
+
+Array Array::Uninitialised(VarType element, std::int32_t lower, std::int32_t count) {
+    Array made;
+    made.block_ = Allocate(element, lower, count, false);
+    return made;
+}
+
+Array Array::OfWords(std::span<const std::int16_t> words) {
+    if (words.size() > std::numeric_limits<std::int32_t>::max()) {
+        RaisePlatform(PlatformError::OutOfRange);
+    }
+    Array made = Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(words.size()));
+    if (!words.empty()) std::memcpy(made.block_->Data(), words.data(), words.size_bytes());
+    return made;
+}
+
+Array::Array(const Array& other) noexcept : block_(other.block_) {
+    if (block_) ++block_->references;
+}
+
+Array::~Array() {
+    if (!block_ || --block_->references != 0) return;
+    switch (block_->element) {
+        case VarType::String:
+            std::ranges::destroy(MutableElements<Text>());
+            break;
+        case VarType::Object:
+            std::ranges::destroy(MutableElements<Ref<Object>>());
+            break;
+        case VarType::Variant:
+            std::ranges::destroy(MutableElements<Variant>());
+            break;
+        default:
+            break;
+    }
+    ::operator delete(block_);
+}
+
+Variant Array::At(std::int32_t index) const {
+    if (!block_ || index < LowerBound() || index > UpperBound()) {
+        RaisePlatform(PlatformError::OutOfRange);
+    }
+    const auto at = static_cast<std::size_t>(std::int64_t{index} - LowerBound());
+    switch (block_->element) {
+        case VarType::String:
+            return Elements<Text>()[at];
+        case VarType::Object:
+            return Elements<Ref<Object>>()[at];
+        case VarType::Variant:
+            return Elements<Variant>()[at];
+        case VarType::Decimal:
+            return Variant::FromDecimal(Elements<Decimal>()[at]);
+        default:
+            break;
+    }
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, static_cast<const std::byte*>(Data()) + at * ElementSize(), ElementSize());
+    return Variant::FromScalarBits(block_->element, bits);
+}
+
+std::span<const std::byte> Array::Bytes() const {
+    if (!block_ || IsCounted(block_->element)) RaisePlatform(PlatformError::TypeMismatch);
+    return {static_cast<const std::byte*>(Data()),
+            static_cast<std::size_t>(Count()) * ElementSize()};
+}
+
+std::int32_t Array::Count() const noexcept {
+    return block_ ? block_->count : 0;
+}
+
+const void* Array::Data() const noexcept {
+    return block_ ? block_->Data() : nullptr;
+}
+
+std::size_t Array::ElementSize() const noexcept {
+    return ArrayElementSize(ElementType());
+}
+
+VarType Array::ElementType() const noexcept {
+    return block_ ? block_->element : VarType::Empty;
+}
+
+std::int32_t Array::LowerBound() const noexcept {
+    return block_ ? block_->lower : 0;
+}
+
+std::span<std::byte> Array::MutableBytes() {
+    const std::span<const std::byte> bytes = Bytes();
+    Unshare();
+    return {static_cast<std::byte*>(block_->Data()), bytes.size()};
+}
+
+void Array::SetAt(std::int32_t index, const Variant& value) {
+    if (!block_ || index < LowerBound() || index > UpperBound()) {
+        RaisePlatform(PlatformError::OutOfRange);
+    }
+    const auto at = static_cast<std::size_t>(std::int64_t{index} - LowerBound());
+    const auto store = [&](auto converted) {
+        MutableElements<decltype(converted)>()[at] = std::move(converted);
+    };
+    switch (block_->element) {
+        case VarType::Integer:
+            return store(value.ToInteger());
+        case VarType::Long:
+            return store(value.ToLong());
+        case VarType::Single:
+            return store(value.ToSingle());
+        case VarType::Double:
+            return store(value.ToDouble());
+        case VarType::Currency:
+            return store(value.ToCurrency());
+        case VarType::Date:
+            return store(value.ToDouble());
+        case VarType::String:
+            return store(value.ToText());
+        case VarType::Object:
+            return store(value.AsObject());
+        case VarType::Error:
+            return store(value.AsError());
+        case VarType::Boolean:
+            return store(static_cast<std::int16_t>(value.ToBoolean() ? -1 : 0));
+        case VarType::Variant:
+            return store(Variant(value));
+        case VarType::Decimal:
+            return store(value.AsDecimal());
+        case VarType::Byte:
+            return store(value.ToByte());
+        default:
+            return;
+    }
+}
+
+void Array::Unshare() {
+    if (!block_ || block_->references == 1) return;
+    Array copy;
+    copy.block_ = Allocate(block_->element, block_->lower, block_->count, false);
+    const auto assign = [&]<class T>(std::span<const T> from) {
+        std::ranges::copy(from, static_cast<T*>(copy.block_->Data()));
+    };
+    switch (block_->element) {
+        case VarType::String:
+            assign(Elements<Text>());
+            break;
+        case VarType::Object:
+            assign(Elements<Ref<Object>>());
+            break;
+        case VarType::Variant:
+            assign(Elements<Variant>());
+            break;
+        default:
+            assign(Bytes());
+            break;
+    }
+    std::swap(block_, copy.block_);
+}
+
+std::int32_t Array::UpperBound() const noexcept {
+    return block_ ? static_cast<std::int32_t>(std::int64_t{block_->lower} + block_->count - 1) : -1;
+}
+
+std::span<const std::int16_t> Array::Words() const {
+    if (ElementType() != VarType::Integer) RaisePlatform(PlatformError::TypeMismatch);
+    return Elements<std::int16_t>();
+}
+
+bool operator==(const Array& left, const Array& right) {
+    if (left.block_ == right.block_) return true;
+    if (left.ElementType() != right.ElementType() || left.Count() != right.Count() ||
+        left.LowerBound() != right.LowerBound()) {
+        return false;
+    }
+    switch (left.ElementType()) {
+        case VarType::String:
+            return std::ranges::equal(left.Elements<Text>(), right.Elements<Text>());
+        case VarType::Object:
+            return std::ranges::equal(left.Elements<Ref<Object>>(), right.Elements<Ref<Object>>());
+        case VarType::Variant:
+            return std::ranges::equal(left.Elements<Variant>(), right.Elements<Variant>());
+        case VarType::Decimal:
+            return std::ranges::equal(left.Elements<Decimal>(), right.Elements<Decimal>());
+        case VarType::Empty:
+            return true;
+        default:
+            return std::ranges::equal(left.Bytes(), right.Bytes());
+    }
+}
+
+}  // namespace zorvane

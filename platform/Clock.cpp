@@ -1,0 +1,19 @@
+#include "platform/Clock.h"
+
+#include <chrono>
+#include <ctime>
+
+namespace zorvane {
+
+float SecondsSinceMidnight() {
+    using namespace std::chrono;
+    const auto now = system_clock::now();
+    const auto whole = floor<seconds>(now);
+    const std::time_t time = system_clock::to_time_t(whole);
+    std::tm local{};
+    localtime_r(&time, &local);
+    const double fraction = duration<double>(now - whole).count();
+    return static_cast<float>(local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec + fraction);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,28 @@
+#include "platform/Object.h"
+
+#include "platform/Error.h"
+#include "platform/Variant.h"
+
+namespace zorvane {
+namespace {
+
+[[noreturn]] void RaiseNoSuchMember(const Object& object, std::u16string_view member) {
+    throw Error(PlatformError::NoSuchMember, object.TypeName(),
+                Text("The object has no such property or method: ") + Text(member));
+}
+
+}  // namespace
+
+Variant Object::Call(std::u16string_view member, Arguments) {
+    RaiseNoSuchMember(*this, member);
+}
+
+Variant Object::Get(std::u16string_view member, Arguments) {
+    RaiseNoSuchMember(*this, member);
+}
+
+void Object::Set(std::u16string_view member, const Variant&, Arguments) {
+    RaiseNoSuchMember(*this, member);
+}
+
+}  // namespace zorvane

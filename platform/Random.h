@@ -1,0 +1,20 @@
+#pragma once
+// Random: uniform numbers in [0, 1), the same sequence on every machine and at every start.
+
+#include <cstdint>
+
+namespace zorvane {
+
+class Random {
+  public:
+    // The next number: k / 2^24 for a whole k below 2^24.
+    float Next() noexcept;
+
+  private:
+    std::uint64_t state_ = 0x5EED0F2026u;  // any fixed start; nothing seeds it
+};
+
+// The one generator of the program; everything that draws shares its sequence.
+[[nodiscard]] Random& ProgramRandom() noexcept;
+
+}  // namespace zorvane

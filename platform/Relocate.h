@@ -1,0 +1,25 @@
+#pragma once
+// The one place that moves live values as raw bytes.
+//
+// Text, Variant, Ref and records made of them hold no pointer into themselves and nobody points at
+// them, so their bytes may travel: the source is dead storage afterwards and must not be destroyed.
+
+#include <cstddef>
+#include <cstring>
+
+namespace zorvane {
+
+// Ends the life of `count` values at `from` and begins it at `to`; the ranges may overlap.
+template <class T>
+void Relocate(T* to, T* from, std::size_t count) noexcept {
+    if (count != 0)
+        std::memmove(static_cast<void*>(to), static_cast<const void*>(from), count * sizeof(T));
+}
+
+// All-zero bytes are the empty state of every relocatable type: no value is destroyed or released.
+template <class T>
+void ZeroFill(T* at, std::size_t count) noexcept {
+    if (count != 0) std::memset(static_cast<void*>(at), 0, count * sizeof(T));
+}
+
+}  // namespace zorvane

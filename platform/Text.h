@@ -1,0 +1,98 @@
+#pragma once
+// Text: an immutable, counted UTF-16 text behind one pointer.
+//
+// Null means empty; copying counts a reference and never copies units. Any unit may stand in a
+// text, U+0000 and lone surrogates included. The count is not atomic: the texts of one thread are
+// not to be touched by another. A Text may be moved as raw bytes (see platform/Relocate.h).
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace zorvane {
+
+class Text {
+  public:
+    constexpr Text() noexcept = default;
+    Text(std::u16string_view units);  // O(n), one allocation
+    Text(const std::u16string& units) : Text(std::u16string_view(units)) {}
+    Text(const char16_t* units) : Text(std::u16string_view(units)) {}  // up to U+0000
+    Text(std::string_view utf8);  // each malformed byte becomes U+FFFD
+    Text(const std::string& utf8) : Text(std::string_view(utf8)) {}
+    Text(const char* utf8) : Text(std::string_view(utf8)) {}
+    Text(const Text& other) noexcept : block_(other.block_) { Retain(); }
+    Text(Text&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+    Text& operator=(const Text& other) noexcept {
+        Text copy(other);
+        swap(*this, copy);
+        return *this;
+    }
+    Text& operator=(Text&& other) noexcept {
+        Text taken(std::move(other));
+        swap(*this, taken);
+        return *this;
+    }
+    ~Text() { Release(); }
+
+    // A text of `length` units that `fill(char16_t*)` writes; what it leaves unwritten is U+0000.
+    template <class Fill>
+    static Text Make(std::size_t length, Fill&& fill) {
+        Text made(Allocate(length));
+        if (length != 0) fill(made.block_->units);
+        return made;
+    }
+
+    [[nodiscard]] bool Empty() const noexcept { return block_ == nullptr; }
+    // A hash of the units without regard to case, never 0: equal for texts that CompareTexts finds
+    // equal in mode Text and for texts with equal LowerCase. Computed once per block. O(n), then
+    // O(1).
+    [[nodiscard]] std::uint32_t FoldedHash() const noexcept;
+    [[nodiscard]] std::int32_t Length() const noexcept {
+        return block_ ? static_cast<std::int32_t>(block_->length) : 0;
+    }
+    // True when both name the same block; never compares units.
+    [[nodiscard]] bool SharesWith(const Text& other) const noexcept {
+        return block_ == other.block_;
+    }
+    [[nodiscard]] std::u16string_view Units() const noexcept {
+        return block_ ? std::u16string_view(block_->units, block_->length) : std::u16string_view();
+    }
+    // UTF-8; a lone surrogate becomes U+FFFD.
+    [[nodiscard]] std::string ToUtf8() const;
+    operator std::u16string_view() const noexcept { return Units(); }
+
+    friend Text operator+(const Text& left, const Text& right);
+    friend bool operator==(const Text& left, const Text& right) noexcept {
+        return left.block_ == right.block_ || left.Units() == right.Units();
+    }
+    friend void swap(Text& left, Text& right) noexcept { std::swap(left.block_, right.block_); }
+    friend std::ostream& operator<<(std::ostream& out, const Text& text);
+
+  private:
+    struct Block {
+        std::uint32_t references;
+        std::uint32_t length;
+        std::uint32_t foldedHash;  // 0 = not computed yet
+        char16_t units[2];         // really `length` of them
+    };
+
+    explicit Text(Block* block) noexcept : block_(block) {}
+    static Block* Allocate(
+        std::size_t length);  // zeroed units; null for 0; std::length_error, bad_alloc
+    static void Free(Block* block) noexcept;
+    void Release() noexcept {
+        if (block_ && --block_->references == 0) Free(block_);
+    }
+    void Retain() const noexcept {
+        if (block_) ++block_->references;
+    }
+
+    Block* block_ = nullptr;
+};
+
+static_assert(sizeof(Text) == sizeof(void*));
+
+}  // namespace zorvane

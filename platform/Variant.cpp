@@ -1,0 +1,283 @@
+#include "platform/Variant.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <ostream>
+
+#include "platform/CaseMapping.h"
+#include "platform/Error.h"
+#include "platform/NumberText.h"
+#include "platform/Relocate.h"
+
+namespace zorvane {
+namespace {
+
+template <class Integer>
+Integer RoundTo(double value) {
+    const auto rounded = RoundHalfEven(value, std::numeric_limits<Integer>::min(),
+                                       std::numeric_limits<Integer>::max());
+    if (!rounded) RaisePlatform(PlatformError::Overflow);
+    return static_cast<Integer>(*rounded);
+}
+
+double DecimalValue(const Decimal& value) {
+    const double whole =
+        std::ldexp(static_cast<double>(value.High), 64) + static_cast<double>(value.Low);
+    const double scaled = whole / std::pow(10.0, value.Scale);
+    return value.Negative ? -scaled : scaled;
+}
+
+}  // namespace
+
+Variant::Variant(Array value) noexcept : Variant() {
+    if (value.ElementType() == VarType::Empty) return;
+    type_ = VarType::ArrayFlag | value.ElementType();
+    std::construct_at(&array_, std::move(value));
+}
+
+Variant Variant::FromDate(double days) noexcept {
+    Variant made(days);
+    made.type_ = VarType::Date;
+    return made;
+}
+
+Variant Variant::FromDecimal(const Decimal& value) noexcept {
+    Variant made(VarType::Decimal, static_cast<std::int64_t>(value.Low));
+    made.high_ = value.High;
+    made.scale_ = value.Scale;
+    made.negative_ = value.Negative;
+    return made;
+}
+
+Variant Variant::FromError(std::int32_t status) noexcept {
+    Variant made(status);
+    made.type_ = VarType::Error;
+    return made;
+}
+
+Variant Variant::FromScalarBits(VarType type, std::uint64_t bits) noexcept {
+    switch (type) {
+        case VarType::Integer:
+        case VarType::Boolean:
+            bits &= 0xFFFF;
+            break;
+        case VarType::Long:
+        case VarType::Single:
+        case VarType::Error:
+            bits &= 0xFFFFFFFF;
+            break;
+        case VarType::Byte:
+            bits &= 0xFF;
+            break;
+        case VarType::Double:
+        case VarType::Currency:
+        case VarType::Date:
+            break;
+        case VarType::Null:
+            bits = 0;
+            break;
+        default:
+            return {};
+    }
+    return {type, static_cast<std::int64_t>(bits)};
+}
+
+void Variant::CopyFrom(const Variant& other) noexcept {
+    if (!other.Owns()) {
+        // Nothing counted: the bytes are the value.
+        std::memcpy(static_cast<void*>(this), &other, sizeof *this);
+        return;
+    }
+    type_ = other.type_;
+    if (type_ == VarType::String) {
+        std::construct_at(&text_, other.text_);
+    } else if (type_ == VarType::Object) {
+        std::construct_at(&object_, other.object_);
+    } else {
+        std::construct_at(&array_, other.array_);
+    }
+}
+
+void Variant::Release() noexcept {
+    if (type_ == VarType::String) {
+        std::destroy_at(&text_);
+    } else if (type_ == VarType::Object) {
+        std::destroy_at(&object_);
+    } else {
+        std::destroy_at(&array_);
+    }
+}
+
+bool Variant::IsNumber() const noexcept {
+    switch (type_) {
+        case VarType::Empty:
+        case VarType::Integer:
+        case VarType::Long:
+        case VarType::Single:
+        case VarType::Double:
+        case VarType::Currency:
+        case VarType::Boolean:
+        case VarType::Decimal:
+        case VarType::Byte:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool Variant::ToBoolean() const {
+    if (type_ == VarType::String) {
+        if (EqualTexts(text_, u"True", CompareMode::Text)) return true;
+        if (EqualTexts(text_, u"False", CompareMode::Text)) return false;
+    }
+    return ToDouble() != 0;
+}
+
+std::uint8_t Variant::ToByte() const {
+    return RoundTo<std::uint8_t>(ToDouble());
+}
+
+std::int64_t Variant::ToCurrency() const {
+    if (type_ == VarType::Currency) return bits_;
+    return RoundTo<std::int64_t>(ToDouble() * 10000);
+}
+
+double Variant::ToDouble() const {
+    switch (type_) {
+        case VarType::Empty:
+            return 0;
+        case VarType::Integer:
+        case VarType::Boolean:
+            return integer_;
+        case VarType::Long:
+            return long_;
+        case VarType::Single:
+            return static_cast<double>(single_);
+        case VarType::Double:
+        case VarType::Date:
+            return double_;
+        case VarType::Currency:
+            return static_cast<double>(bits_) / 10000;
+        case VarType::Decimal:
+            return DecimalValue(AsDecimal());
+        case VarType::Byte:
+            return byte_;
+        case VarType::String:
+            if (const auto number = ParseNumber(text_)) return *number;
+            break;
+        default:
+            break;
+    }
+    RaisePlatform(PlatformError::TypeMismatch);
+}
+
+std::int16_t Variant::ToInteger() const {
+    return RoundTo<std::int16_t>(ToDouble());
+}
+
+std::int32_t Variant::ToLong() const {
+    return type_ == VarType::Long ? long_ : RoundTo<std::int32_t>(ToDouble());
+}
+
+float Variant::ToSingle() const {
+    if (type_ == VarType::Single) return single_;
+    const double value = ToDouble();
+    if (std::isfinite(value) && std::fabs(value) > double{std::numeric_limits<float>::max()}) {
+        RaisePlatform(PlatformError::Overflow);
+    }
+    return static_cast<float>(value);
+}
+
+Text Variant::ToText() const {
+    switch (type_) {
+        case VarType::Empty:
+            return {};
+        case VarType::Integer:
+            return LongText(integer_);
+        case VarType::Long:
+            return LongText(long_);
+        case VarType::Single:
+            return DoubleText(static_cast<double>(single_), 7);
+        case VarType::Double:
+            return DoubleText(double_);
+        case VarType::Currency:
+            return CurrencyText(bits_);
+        case VarType::Date:
+            return DateText(double_);
+        case VarType::String:
+            return text_;
+        case VarType::Error:
+            return Text("Error ") + LongText(long_);
+        case VarType::Boolean:
+            return integer_ != 0 ? "True" : "False";
+        case VarType::Decimal:
+            return DecimalText(AsDecimal());
+        case VarType::Byte:
+            return LongText(byte_);
+        default:
+            RaisePlatform(PlatformError::TypeMismatch);
+    }
+}
+
+const Array& Variant::AsArray() const {
+    if (!IsArray()) RaisePlatform(PlatformError::TypeMismatch);
+    return array_;
+}
+
+Decimal Variant::AsDecimal() const {
+    if (type_ != VarType::Decimal) RaisePlatform(PlatformError::TypeMismatch);
+    return {static_cast<std::uint64_t>(bits_), high_, scale_, negative_};
+}
+
+std::int32_t Variant::AsError() const {
+    if (type_ != VarType::Error) RaisePlatform(PlatformError::TypeMismatch);
+    return long_;
+}
+
+const Ref<Object>& Variant::AsObject() const {
+    if (type_ != VarType::Object) RaisePlatform(PlatformError::TypeMismatch);
+    return object_;
+}
+
+const Text& Variant::AsText() const {
+    if (type_ != VarType::String) RaisePlatform(PlatformError::TypeMismatch);
+    return text_;
+}
+
+Object& Variant::TheObject() const {
+    if (!AsObject()) RaisePlatform(PlatformError::ObjectNotSet);
+    return *object_;
+}
+
+std::uint64_t Variant::ScalarBits() const noexcept {
+    return Owns() ? 0 : static_cast<std::uint64_t>(bits_);
+}
+
+bool operator==(const Variant& left, const Variant& right) {
+    if (left.type_ != right.type_) return false;
+    if (left.type_ == VarType::String) return left.text_ == right.text_;
+    if (left.type_ == VarType::Object) return left.object_ == right.object_;
+    if (left.IsArray()) return left.array_ == right.array_;
+    return std::memcmp(&left, &right, sizeof left) == 0;
+}
+
+void swap(Variant& left, Variant& right) noexcept {
+    alignas(Variant) std::byte kept[sizeof(Variant)];
+    std::memcpy(kept, &left, sizeof left);
+    std::memcpy(static_cast<void*>(&left), &right, sizeof left);
+    std::memcpy(static_cast<void*>(&right), kept, sizeof left);
+}
+
+std::ostream& operator<<(std::ostream& out, const Variant& value) {
+    out << "type " << static_cast<int>(value.type_);
+    try {
+        out << ": " << value.ToText();
+    } catch (const Error&) {
+        out << " (no text)";
+    }
+    return out;
+}
+
+}  // namespace zorvane

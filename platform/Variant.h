@@ -1,0 +1,175 @@
+#pragma once
+// Variant: the 16-byte tagged value: a type code and a payload.
+//
+// All-zero bytes are Empty. Texts and arrays are shared and immutable behind the value, so a copy
+// is O(1); an object is held by reference. A Variant may be moved as raw bytes
+// (platform/Relocate.h).
+
+#include <cstdint>
+#include <iosfwd>
+#include <type_traits>
+#include <utility>
+
+#include "platform/Array.h"
+#include "platform/Object.h"
+#include "platform/Text.h"
+#include "platform/VarType.h"
+
+namespace zorvane {
+
+// (high:low) / 10^scale, negative on request; scale 0..28.
+struct Decimal {
+    std::uint64_t Low = 0;
+    std::uint32_t High = 0;
+    std::uint8_t Scale = 0;
+    bool Negative = false;
+    friend bool operator==(const Decimal&, const Decimal&) = default;
+};
+
+class Variant {
+  public:
+    Variant() noexcept : Variant(VarType::Empty, std::int64_t{0}) {}
+    Variant(bool value) noexcept : Variant(VarType::Boolean, std::int64_t{0}) {
+        integer_ = value ? std::int16_t{-1} : std::int16_t{0};
+    }
+    Variant(std::uint8_t value) noexcept : Variant(VarType::Byte, std::int64_t{0}) {
+        byte_ = value;
+    }
+    Variant(std::int16_t value) noexcept : Variant(VarType::Integer, std::int64_t{0}) {
+        integer_ = value;
+    }
+    Variant(std::int32_t value) noexcept : Variant(VarType::Long, std::int64_t{0}) {
+        long_ = value;
+    }
+    Variant(float value) noexcept : Variant(VarType::Single, std::int64_t{0}) { single_ = value; }
+    Variant(double value) noexcept : type_(VarType::Double), double_(value) {}
+    Variant(Text value) noexcept : type_(VarType::String), text_(std::move(value)) {}
+    Variant(std::u16string_view units) : Variant(Text(units)) {}
+    Variant(const std::u16string& units) : Variant(Text(units)) {}
+    Variant(const char16_t* units) : Variant(Text(units)) {}
+    Variant(const char* utf8) : Variant(Text(utf8)) {}
+    Variant(Array value) noexcept;  // Empty for an array of no type
+    template <class T>
+    requires std::is_base_of_v<Object, T> Variant(const Ref<T>& object)
+    noexcept : Variant(Ref<Object>(object)) {}
+    Variant(Ref<Object> object) noexcept : type_(VarType::Object), object_(std::move(object)) {}
+    Variant(const void*) = delete;  // a pointer is not a Boolean
+    static Variant FromCurrency(std::int64_t tenThousandths) noexcept {
+        return {VarType::Currency, tenThousandths};
+    }
+    static Variant FromDate(double days) noexcept;
+    static Variant FromDecimal(const Decimal& value) noexcept;
+    static Variant FromError(std::int32_t status) noexcept;
+    static Variant Null() noexcept { return {VarType::Null, std::int64_t{0}}; }
+
+    Variant(const Variant& other) noexcept : Variant() { CopyFrom(other); }
+    Variant(Variant&& other) noexcept : Variant() { swap(*this, other); }
+    Variant& operator=(const Variant& other) noexcept {
+        Variant copy(other);
+        swap(*this, copy);
+        return *this;
+    }
+    Variant& operator=(Variant&& other) noexcept {
+        Variant taken(std::move(other));
+        swap(*this, taken);
+        return *this;
+    }
+    ~Variant() {
+        if (Owns()) Release();
+    }
+
+    [[nodiscard]] VarType Type() const noexcept { return type_; }
+    [[nodiscard]] bool IsArray() const noexcept { return IsArrayType(type_); }
+    [[nodiscard]] bool IsEmpty() const noexcept { return type_ == VarType::Empty; }
+    [[nodiscard]] bool IsNull() const noexcept { return type_ == VarType::Null; }
+    // Integer kinds, floats, currency, decimal, Boolean, Byte and Empty; a text never.
+    [[nodiscard]] bool IsNumber() const noexcept;
+    [[nodiscard]] bool IsObject() const noexcept { return type_ == VarType::Object; }
+    [[nodiscard]] bool IsText() const noexcept { return type_ == VarType::String; }
+
+    // Conversions. They raise 13 (no such form: Null, arrays, objects, texts that are no number)
+    // and 6 (out of the type's range); to an integer they round half to even. Empty is 0, "" and
+    // False.
+    [[nodiscard]] bool ToBoolean() const;
+    [[nodiscard]] std::uint8_t ToByte() const;
+    [[nodiscard]] std::int64_t ToCurrency() const;  // ten-thousandths
+    [[nodiscard]] double ToDouble() const;
+    [[nodiscard]] std::int16_t ToInteger() const;
+    [[nodiscard]] std::int32_t ToLong() const;
+    [[nodiscard]] float ToSingle() const;
+    // Numbers with '.', no grouping, at most 15 significant digits (Single 7); "True" and "False";
+    // dates as "2026-03-01" or "2026-03-01 13:45:10". Never depends on the locale.
+    [[nodiscard]] Text ToText() const;
+
+    // The payload as it stands; raises 13 when the value holds another type.
+    [[nodiscard]] const Array& AsArray() const;
+    [[nodiscard]] Decimal AsDecimal() const;
+    [[nodiscard]] const Ref<Object>& AsObject() const;  // possibly "no object"
+    [[nodiscard]] const Text& AsText() const;
+    [[nodiscard]] std::int32_t AsError() const;
+    // The object that the value refers to; raises 91 when it is "no object", 13 when not an object.
+    [[nodiscard]] Object& TheObject() const;
+
+    // Unchecked payloads for code that has just looked at Type().
+    [[nodiscard]] const Text& TextUnchecked() const noexcept { return text_; }
+    [[nodiscard]] std::int32_t LongUnchecked() const noexcept { return long_; }
+    [[nodiscard]] std::int16_t IntegerUnchecked() const noexcept { return integer_; }
+    // The payload's eight bytes, little end first, for scalar types; 0 for anything counted.
+    [[nodiscard]] std::uint64_t ScalarBits() const noexcept;
+    // A scalar of `type` whose payload starts with these bytes; Empty for counted and unknown
+    // types.
+    [[nodiscard]] static Variant FromScalarBits(VarType type, std::uint64_t bits) noexcept;
+
+    // Same type and same value; objects by identity, floats bit by bit.
+    friend bool operator==(const Variant& left, const Variant& right);
+    friend void swap(Variant& left, Variant& right) noexcept;
+    friend std::ostream& operator<<(std::ostream& out, const Variant& value);
+
+  private:
+    Variant(VarType type, std::int64_t bits) noexcept : type_(type), bits_(bits) {}
+
+    void CopyFrom(const Variant& other) noexcept;  // this holds nothing counted
+    [[nodiscard]] bool Owns() const noexcept {
+        return type_ == VarType::String || type_ == VarType::Object || IsArrayType(type_);
+    }
+    void Release() noexcept;
+
+    VarType type_;
+    std::uint8_t scale_ = 0;  // Decimal only, as are the next two
+    bool negative_ = false;
+    std::uint32_t high_ = 0;
+    union {
+        std::int64_t bits_;  // Currency, the low part of Decimal, and all bytes of any scalar
+        double double_;      // Double, Date
+        float single_;
+        std::int32_t long_;     // Long, Error
+        std::int16_t integer_;  // Integer, Boolean
+        std::uint8_t byte_;
+        Text text_;
+        Ref<Object> object_;
+        Array array_;
+    };
+};
+
+static_assert(sizeof(Variant) == 16);
+
+// A tagged value that names an entry: a text is a key, a 16- or 32-bit integer a 1-based position.
+struct KeyOrPosition {
+    enum class Kind { Key, Position, Neither } Is = Kind::Neither;
+    const Text* Key = nullptr;  // into the classified value
+    std::int32_t Position = 0;
+};
+[[nodiscard]] inline KeyOrPosition Classify(const Variant& vKeyIndex) noexcept {
+    switch (vKeyIndex.Type()) {
+        case VarType::String:
+            return {KeyOrPosition::Kind::Key, &vKeyIndex.TextUnchecked(), 0};
+        case VarType::Long:
+            return {KeyOrPosition::Kind::Position, nullptr, vKeyIndex.LongUnchecked()};
+        case VarType::Integer:
+            return {KeyOrPosition::Kind::Position, nullptr, vKeyIndex.IntegerUnchecked()};
+        default:
+            return {};
+    }
+}
+
+}  // namespace zorvane
