@@ -1,0 +1,44 @@
+#pragma once
+// What Add of the keyed classes takes beyond item and key, and where it leads.
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/Variant.h"
+#include "runtime/ErrorTable.h"
+
+namespace zorvane {
+
+struct AddOptions {
+    std::optional<Variant> Before;  // the new entry goes before this key or position ...
+    std::optional<Variant> After;   // ... or behind this one; Before takes precedence
+    std::int32_t Position = 0;      // ... or here, where the class uses it; 0 = not given
+    bool ReturnItem = false;        // give back the item and raise failures, instead of codes
+};
+
+// A position 1..count+1, or what is wrong with the Before or After that was given.
+struct Place {
+    std::int32_t Position = 0;
+    std::optional<Failure> Wrong;
+};
+
+// Where Before or After lead in a list of `count` entries; nothing when neither is given.
+// `find(const Text& key)` gives an std::optional position.
+template <class Find>
+[[nodiscard]] std::optional<Place> PlaceBeforeOrAfter(const AddOptions& options, std::int32_t count,
+                                                      Find&& find) {
+    if (!options.Before && !options.After) return std::nullopt;
+    const KeyOrPosition named = Classify(options.Before ? *options.Before : *options.After);
+    std::int64_t position = named.Position;  // wide: After may be the greatest position there is
+    if (named.Is == KeyOrPosition::Kind::Neither) return Place{0, Failure::BadPosition};
+    if (named.Is == KeyOrPosition::Kind::Key) {
+        const std::optional<std::int32_t> found = find(*named.Key);
+        if (!found) return Place{0, Failure::BadPosition};
+        position = *found;
+    }
+    if (!options.Before) ++position;
+    if (position < 1 || position > std::int64_t{count} + 1) return Place{0, Failure::Unknown};
+    return Place{static_cast<std::int32_t>(position), std::nullopt};
+}
+
+}  // namespace zorvane

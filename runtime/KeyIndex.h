@@ -1,0 +1,107 @@
+#pragma once
+// KeyIndex: from the hash of a key to record numbers, by open addressing.
+//
+// Slots hold {hash, number} side by side, so a probe touches no record before the hashes agree, and
+// growth needs no record at all. Equal hashes may stand here any number of times. At most half
+// full.
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "runtime/RecordOrder.h"
+
+namespace zorvane {
+
+class KeyIndex {
+  public:
+    // The first number under `hash` (never 0) for which matches(number) holds. O(1) on average.
+    template <class Matches>
+    [[nodiscard]] std::optional<RecordNumber> Find(std::uint32_t hash, Matches&& matches) const {
+        if (count_ == 0) return std::nullopt;
+        for (std::uint32_t at = Home(hash);; at = Next(at)) {
+            const Slot slot = slots_[at];
+            if (slot.hash == hash && matches(slot.number)) return slot.number;
+            if (slot.hash == 0) return std::nullopt;
+        }
+    }
+    // Calls visit(number) for every number under `hash`.
+    template <class Visit>
+    void ForEach(std::uint32_t hash, Visit&& visit) const {
+        static_cast<void>(Find(hash, [&](RecordNumber number) {
+            visit(number);
+            return false;
+        }));
+    }
+    // Room for `count` entries in all; may throw, then nothing changed.
+    void Reserve(std::uint32_t count) {
+        const std::uint32_t wanted = std::bit_ceil(std::max(kLeast, count * 2));
+        if (wanted > slots_.size()) Resize(wanted);
+    }
+    // Needs room that Reserve has made.
+    void Insert(std::uint32_t hash, RecordNumber number) noexcept {
+        std::uint32_t at = Home(hash);
+        while (slots_[at].hash != 0) at = Next(at);
+        slots_[at] = {hash, number};
+        ++count_;
+    }
+    // Takes one entry away that is there.
+    void Erase(std::uint32_t hash, RecordNumber number) noexcept {
+        std::uint32_t hole = Home(hash);
+        while (slots_[hole].number != number || slots_[hole].hash != hash) hole = Next(hole);
+        --count_;
+        // Close the gap: whoever probed past the hole moves into it.
+        for (std::uint32_t at = Next(hole); slots_[at].hash != 0; at = Next(at)) {
+            const std::uint32_t home = Home(slots_[at].hash);
+            if (((at - home) & mask_) >= ((at - hole) & mask_)) {
+                slots_[hole] = slots_[at];
+                hole = at;
+            }
+        }
+        slots_[hole] = {};
+    }
+    // Forgets every entry and keeps the room.
+    void Clear() noexcept {
+        std::fill(slots_.begin(), slots_.end(), Slot{});
+        count_ = 0;
+    }
+
+    friend void swap(KeyIndex& left, KeyIndex& right) noexcept {
+        left.slots_.swap(right.slots_);
+        std::swap(left.mask_, right.mask_);
+        std::swap(left.shift_, right.shift_);
+        std::swap(left.count_, right.count_);
+    }
+
+  private:
+    struct Slot {
+        std::uint32_t hash = 0;  // 0 = free
+        RecordNumber number = 0;
+    };
+    static constexpr std::uint32_t kLeast = 16;
+
+    // The hash is well mixed in its high bits; multiplying spreads what shares them.
+    [[nodiscard]] std::uint32_t Home(std::uint32_t hash) const noexcept {
+        return (hash * 0x9E3779B1u) >> shift_;
+    }
+    [[nodiscard]] std::uint32_t Next(std::uint32_t at) const noexcept { return (at + 1) & mask_; }
+    void Resize(std::uint32_t size) {
+        std::vector<Slot> slots(size);
+        slots_.swap(slots);
+        mask_ = size - 1;
+        shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(size));
+        count_ = 0;
+        for (const Slot& slot : slots) {
+            if (slot.hash != 0) Insert(slot.hash, slot.number);
+        }
+    }
+
+    std::vector<Slot> slots_;
+    std::uint32_t mask_ = 0;
+    std::uint32_t shift_ = 0;
+    std::uint32_t count_ = 0;
+};
+
+}  // namespace zorvane

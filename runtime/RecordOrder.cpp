@@ -1,0 +1,176 @@
+#include "runtime/RecordOrder.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace zorvane {
+namespace {
+
+void MoveNumbers(RecordNumber* to, const RecordNumber* from, std::uint32_t count) noexcept {
+    std::memmove(to, from, std::size_t{count} * sizeof(RecordNumber));
+}
+
+}  // namespace
+
+void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
+    isRun_ = true;
+    first_ = first;
+    count_ = count;
+    blocks_.clear();
+    sums_.clear();
+    owners_.clear();
+    ForgetCursor();
+}
+
+void RecordOrder::ToBlocks() {
+    constexpr std::uint32_t kFill = kBlock * 3 / 4;  // room for insertions before the first split
+    const std::uint32_t needed = std::max(1u, (count_ + kFill - 1) / kFill);
+    std::vector<std::unique_ptr<Block>> blocks;
+    blocks.reserve(needed + 1);
+    for (std::uint32_t from = 0; blocks.size() < needed; from += kFill) {
+        auto block = std::make_unique<Block>();
+        block->count = std::min(kFill, count_ - from);
+        for (std::uint32_t i = 0; i < block->count; ++i) block->numbers[i] = first_ + from + i;
+        blocks.push_back(std::move(block));
+    }
+    std::vector<std::uint32_t> sums(needed + 1);
+    std::vector<Block*> owners(std::bit_ceil(std::max(16u, count_ + 1)));
+    blocks_ = std::move(blocks);
+    sums_ = std::move(sums);
+    owners_ = std::move(owners);
+    isRun_ = false;
+    RebuildSums();
+    for (const auto& block : blocks_) NoteOwner(*block);
+    ForgetCursor();
+}
+
+void RecordOrder::NoteOwner(const Block& block) noexcept {
+    const std::size_t mask = owners_.size() - 1;
+    for (std::uint32_t i = 0; i < block.count; ++i) {
+        owners_[block.numbers[i] & mask] = blocks_[block.ordinal].get();
+    }
+}
+
+void RecordOrder::RebuildSums() noexcept {
+    const auto size = static_cast<std::uint32_t>(blocks_.size());
+    std::fill(sums_.begin(), sums_.end(), 0u);
+    for (std::uint32_t i = 1; i <= size; ++i) {
+        blocks_[i - 1]->ordinal = i - 1;
+        sums_[i] += blocks_[i - 1]->count;
+        const std::uint32_t parent = i + (i & (0u - i));
+        if (parent <= size) sums_[parent] += sums_[i];
+    }
+}
+
+void RecordOrder::AddToSums(std::uint32_t block, std::uint32_t difference) noexcept {
+    for (std::size_t i = block + 1; i < sums_.size(); i += i & (0u - i)) sums_[i] += difference;
+}
+
+std::uint32_t RecordOrder::StartOf(std::uint32_t block) const noexcept {
+    std::uint32_t start = 0;
+    for (std::uint32_t i = block; i != 0; i &= i - 1) start += sums_[i];
+    return start;
+}
+
+// The block that holds a position, which becomes the position within it. The end belongs to the
+// last.
+std::uint32_t RecordOrder::FindBlock(std::uint32_t& position) const noexcept {
+    const auto size = static_cast<std::uint32_t>(blocks_.size());
+    std::uint32_t block = 0;
+    for (std::uint32_t step = std::bit_floor(size); step != 0; step /= 2) {
+        const std::uint32_t next = block + step;
+        if (next <= size && sums_[next] <= position) {
+            block = next;
+            position -= sums_[next];
+        }
+    }
+    if (block == size) {
+        --block;
+        position += blocks_[block]->count;
+    }
+    return block;
+}
+
+RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
+    std::uint32_t within = position;
+    const Block& block = *blocks_[FindBlock(within)];
+    cursorFrom_ = position - within;
+    cursorCount_ = block.count;
+    cursorNumbers_ = block.numbers;
+    return block.numbers[within];
+}
+
+std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
+    if (isRun_) return number - first_;
+    const Block& block = *owners_[number & (owners_.size() - 1)];
+    constexpr std::uint32_t kStride = 16;  // compared together, which the compiler makes wide
+    std::uint32_t from = 0;
+    for (; from + kStride <= block.count; from += kStride) {
+        std::uint32_t hit = 0;
+        for (std::uint32_t i = 0; i < kStride; ++i)
+            hit |= block.numbers[from + i] == number ? 1u : 0u;
+        if (hit != 0) break;
+    }
+    while (block.numbers[from] != number) ++from;
+    return StartOf(block.ordinal) + from;
+}
+
+// Makes room in a full block: its rear half, or at the very end only a little, goes into a new one.
+void RecordOrder::Split(std::uint32_t at) {
+    auto fresh = std::make_unique<Block>();
+    blocks_.reserve(blocks_.size() + 1);
+    sums_.resize(sums_.size() + 1);
+    Block& block = *blocks_[at];
+    const bool last = at + 1 == blocks_.size();
+    const std::uint32_t keep = last ? kBlock - kBlock / 16 : kBlock / 2;
+    fresh->count = block.count - keep;
+    MoveNumbers(fresh->numbers, block.numbers + keep, fresh->count);
+    block.count = keep;
+    blocks_.insert(blocks_.begin() + at + 1, std::move(fresh));
+    RebuildSums();
+    NoteOwner(*blocks_[at + 1]);
+}
+
+void RecordOrder::Insert(std::uint32_t position, RecordNumber number) {
+    const std::uint32_t span = number - first_ + 1;
+    if (span > owners_.size()) {
+        std::vector<Block*> owners(std::bit_ceil(span));
+        owners_.swap(owners);
+        for (const auto& block : blocks_) NoteOwner(*block);
+    }
+    std::uint32_t within = position;
+    std::uint32_t at = FindBlock(within);
+    if (blocks_[at]->count == kBlock) {
+        Split(at);
+        within = position;
+        at = FindBlock(within);
+    }
+    Block& block = *blocks_[at];
+    MoveNumbers(block.numbers + within + 1, block.numbers + within, block.count - within);
+    block.numbers[within] = number;
+    ++block.count;
+    owners_[number & (owners_.size() - 1)] = &block;
+    AddToSums(at, 1);
+    ++count_;
+    ForgetCursor();
+}
+
+void RecordOrder::Erase(std::uint32_t position) noexcept {
+    std::uint32_t within = position;
+    const std::uint32_t at = FindBlock(within);
+    Block& block = *blocks_[at];
+    MoveNumbers(block.numbers + within, block.numbers + within + 1, block.count - within - 1);
+    --block.count;
+    --count_;
+    if (block.count != 0 || blocks_.size() == 1) {
+        AddToSums(at, 0u - 1u);
+    } else {
+        blocks_.erase(blocks_.begin() + at);
+        sums_.pop_back();
+        RebuildSums();
+    }
+    ForgetCursor();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,230 @@
+#pragma once
+// RecordStore: records in an order, each with a number that stays its own while it lives.
+//
+// Records never move one by one: inserting or removing shifts 4-byte numbers (RecordOrder), and
+// growth or a sort moves all records once, as raw bytes. Every unused record is zero. A Record must
+// be relocatable (platform/Relocate.h) with all-zero bytes as its empty state. Positions count
+// from 1.
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "platform/Relocate.h"
+#include "runtime/RecordOrder.h"
+
+namespace zorvane {
+
+template <class Record>
+class RecordStore {
+  public:
+    RecordStore() = default;
+    RecordStore(RecordStore&& other) noexcept { swap(*this, other); }
+    RecordStore& operator=(RecordStore&& other) noexcept {
+        RecordStore taken(std::move(other));
+        swap(*this, taken);
+        return *this;
+    }
+    ~RecordStore() {
+        for (std::int32_t position = 1; position <= Count(); ++position) At(position).~Record();
+        Free(records_);
+    }
+
+    [[nodiscard]] std::int32_t Count() const noexcept {
+        return static_cast<std::int32_t>(order_.Count());
+    }
+    // The record at a position 1..Count(); valid until a record is inserted or the order replaced.
+    [[nodiscard]] Record& At(std::int32_t position) noexcept {
+        return OfNumber(NumberAt(position));
+    }
+    [[nodiscard]] const Record& At(std::int32_t position) const noexcept {
+        return OfNumber(NumberAt(position));
+    }
+    [[nodiscard]] RecordNumber NumberAt(std::int32_t position) const noexcept {
+        return order_.At(static_cast<std::uint32_t>(position) - 1);
+    }
+    [[nodiscard]] Record& OfNumber(RecordNumber number) noexcept {
+        return records_[number & mask_];
+    }
+    [[nodiscard]] const Record& OfNumber(RecordNumber number) const noexcept {
+        return records_[number & mask_];
+    }
+    [[nodiscard]] std::int32_t PositionOf(RecordNumber number) const noexcept {
+        return static_cast<std::int32_t>(order_.PositionOf(number)) + 1;
+    }
+    // The first position whose record fails `before` (1..Count()+1), where those that pass stand in
+    // front. O(log n) calls.
+    template <class Before>
+    [[nodiscard]] std::int32_t PartitionPoint(Before&& before) const {
+        const auto passes = [&](RecordNumber number) { return before(OfNumber(number)); };
+        return static_cast<std::int32_t>(order_.PartitionPoint(passes)) + 1;
+    }
+
+    // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
+    // O(1) at the ends of a run, else O(RecordOrder::kBlock). May throw, then nothing changed.
+    RecordNumber Insert(std::int32_t position);
+    // Closes a record; whoever calls has moved its value out, so the bytes are dead. Later ones
+    // move down. The number may be given out again.
+    void Erase(std::int32_t position) noexcept;
+    // Destroys every record.
+    void Clear() noexcept;
+    // Room for `count` records in all without moving any. May throw.
+    void Reserve(std::int32_t count);
+    // Puts the record that stood at position order[i]+1 at position i+1. Every record moves once
+    // and gets a new number, NumberAt its new position. May throw, then nothing changed.
+    void Reorder(std::span<const std::uint32_t> order);
+
+    friend void swap(RecordStore& left, RecordStore& right) noexcept {
+        std::swap(left.records_, right.records_);
+        std::swap(left.mask_, right.mask_);
+        std::swap(left.order_, right.order_);
+        std::swap(left.vacant_, right.vacant_);
+        std::swap(left.next_, right.next_);
+        std::swap(left.base_, right.base_);
+    }
+
+  private:
+    static constexpr std::uint32_t kLeast = 16;
+
+    static Record* Allocate(std::size_t places) {
+        auto* records = static_cast<Record*>(::operator new(places * sizeof(Record)));
+        ZeroFill(records, places);
+        return records;
+    }
+    static void Free(Record* records) noexcept { ::operator delete(static_cast<void*>(records)); }
+    [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
+    // Makes at least `places` places; numbers first..first+used-1 keep their records.
+    void Grow(std::uint32_t places, RecordNumber first, std::uint32_t used);
+    void LeaveRun();
+    RecordNumber NextNumber();
+
+    // Record number n stands at n % places, so a run may walk round the array.
+    Record* records_ = nullptr;
+    std::uint32_t mask_ = 0;  // places - 1, places a power of two
+    RecordOrder order_;
+    // While the order is no run: numbers free for use below next_, and the first never used.
+    std::vector<RecordNumber> vacant_;
+    RecordNumber next_ = 0;
+    RecordNumber base_ = 0;  // numbers base_..next_-1 are live or vacant
+};
+
+template <class Record>
+RecordNumber RecordStore<Record>::Insert(std::int32_t position) {
+    const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+    const std::uint32_t count = order_.Count();
+    if (order_.IsRun() && (at == count || at == 0)) {
+        if (count == Places()) Grow(count + 1, order_.First(), count);
+        const bool inFront = at == 0 && count != 0;
+        order_.ResizeRun(inFront ? order_.First() - 1 : order_.First(), count + 1);
+        return order_.At(at);
+    }
+    if (order_.IsRun()) LeaveRun();
+    const RecordNumber number = NextNumber();
+    order_.Insert(at, number);
+    if (number == next_) {
+        ++next_;
+    } else {
+        vacant_.pop_back();
+    }
+    return number;
+}
+
+template <class Record>
+void RecordStore<Record>::LeaveRun() {
+    // Every number that is live may become vacant where nothing may fail.
+    vacant_.reserve(Places());
+    order_.ToBlocks();
+    vacant_.clear();
+    base_ = order_.First();
+    next_ = base_ + order_.Count();
+}
+
+// The number that the next record gets; it is not taken yet.
+template <class Record>
+RecordNumber RecordStore<Record>::NextNumber() {
+    if (!vacant_.empty()) return vacant_.back();
+    const std::uint32_t used = next_ - base_;
+    if (used == Places()) {
+        Grow(used + 1, base_, used);
+        vacant_.reserve(Places());
+    }
+    return next_;
+}
+
+template <class Record>
+void RecordStore<Record>::PrepareErase(std::int32_t position) {
+    if (order_.IsRun() && position != 1 && position != Count()) LeaveRun();
+}
+
+template <class Record>
+void RecordStore<Record>::Erase(std::int32_t position) noexcept {
+    const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+    const std::uint32_t count = order_.Count();
+    const RecordNumber number = order_.At(at);
+    ZeroFill(&OfNumber(number), 1);
+    if (order_.IsRun()) {
+        order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
+        return;
+    }
+    order_.Erase(at);
+    vacant_.push_back(number);
+    if (count == 1) order_.SetRun(0, 0);
+}
+
+template <class Record>
+void RecordStore<Record>::Clear() noexcept {
+    // Taken out first: releasing a value may run code that looks at this store.
+    RecordStore doomed;
+    swap(*this, doomed);
+}
+
+template <class Record>
+void RecordStore<Record>::Reserve(std::int32_t count) {
+    const auto wanted = static_cast<std::uint32_t>(count);
+    if (wanted <= Places()) return;
+    if (order_.IsRun()) {
+        Grow(wanted, order_.First(), order_.Count());
+    } else {
+        Grow(wanted, base_, next_ - base_);
+        vacant_.reserve(Places());
+    }
+}
+
+template <class Record>
+void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::uint32_t used) {
+    const std::uint32_t wanted = std::bit_ceil(places < kLeast ? kLeast : places);
+    Record* const records = Allocate(wanted);
+    for (std::uint32_t i = 0; i < used;) {
+        // As long a stretch as neither array wraps.
+        const std::uint32_t from = (first + i) & mask_;
+        const std::uint32_t to = (first + i) & (wanted - 1);
+        const std::uint32_t run = std::min({used - i, mask_ + 1 - from, wanted - to});
+        Relocate(records + to, records_ + from, run);
+        i += run;
+    }
+    Free(records_);
+    records_ = records;
+    mask_ = wanted - 1;
+}
+
+template <class Record>
+void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order) {
+    const auto count = static_cast<std::uint32_t>(order.size());
+    if (count == 0) return;
+    Record* const records = Allocate(Places());
+    for (std::uint32_t i = 0; i < count; ++i) {
+        Relocate(records + i, &At(static_cast<std::int32_t>(order[i]) + 1), 1);
+    }
+    Free(records_);
+    records_ = records;
+    order_.SetRun(0, count);
+    vacant_.clear();
+}
+
+}  // namespace zorvane
