@@ -1,7 +1,7 @@
 # zorvane_library(<floor> SOURCES <file>... [USES <floor>...] [TOOLKIT <target>...])
 #
 # One static library per folder. What a floor may see is what its USES line names: includes are
-# rooted at the project, and tools/check_layers.py holds the same rule for headers.
+# rooted at the project, and tools/check_layers holds the same rule for headers.
 function(zorvane_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;TOOLKIT" ${ARGN})
     add_library(zorvane_${name} STATIC ${ARG_SOURCES})
