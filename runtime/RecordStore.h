@@ -69,8 +69,10 @@ class RecordStore {
     // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
     // O(1) at the ends of a run, else O(RecordOrder::kBlock). May throw, then nothing changed.
     RecordNumber Insert(std::int32_t position);
-    // Closes a record; whoever calls has moved its value out, so the bytes are dead. Later ones
-    // move down. The number may be given out again.
+    // Makes Erase of this position possible. May throw, then nothing changed.
+    void PrepareErase(std::int32_t position);
+    // Closes a record after PrepareErase; whoever calls has moved its value out, so the bytes are
+    // dead. Later ones move down. The number may be given out again.
     void Erase(std::int32_t position) noexcept;
     // Destroys every record.
     void Clear() noexcept;

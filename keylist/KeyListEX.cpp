@@ -1,0 +1,261 @@
+#include "keylist/KeyListEX.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string_view>
+#include <unordered_set>
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kLeastGranularity = 16;
+constexpr std::int32_t kGreatestGranularity = 32768;
+constexpr std::int32_t kClearedGranularity = 32;
+constexpr std::int32_t kClearedCapacity = 2;
+
+std::int32_t GrownCapacity(std::int32_t count, std::int32_t step) noexcept {
+    const std::int64_t capacity = std::int64_t{count} + std::max(step, 0);
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(capacity, std::numeric_limits<std::int32_t>::max()));
+}
+
+}  // namespace
+
+KeyListEX::KeyListEX() {
+    Clear();
+}
+
+KeyListEX::KeyListEX(KeyListEX&& other) noexcept : KeyListEX() {
+    swap(*this, other);
+}
+
+KeyListEX& KeyListEX::operator=(KeyListEX&& other) noexcept {
+    KeyListEX taken(std::move(other));
+    swap(*this, taken);
+    return *this;
+}
+
+Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
+    snapshot_.reset();
+    const Search found = Look(Key);
+    if (found.Found && Unique()) return Fail(Failure::KeyPresent, Key, Options.ReturnItem);
+    std::int32_t position = std::clamp(found.Position, 1, Count() + 1);
+    if (!Sorted()) {
+        const auto place = PlaceBeforeOrAfter(Options, Count(),
+                                              [&](const Text& key) -> std::optional<std::int32_t> {
+                                                  const Search named = Look(key);
+                                                  if (!named.Found) return std::nullopt;
+                                                  return named.Position;
+                                              });
+        if (place && place->Wrong) return Fail(*place->Wrong, Key, Options.ReturnItem);
+        if (place) position = place->Position;
+    }
+    const bool inOrder = Sorted() && InSearchOrder();
+    // A search out of order may have missed the key.
+    const bool repeated = Holder(Key).has_value();
+
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    const RecordNumber number = records_.Insert(position);
+    index_.Insert(Key.FoldedHash(), number);
+    KeyListRecord& record = records_.OfNumber(number);
+    record.Key = std::move(Key);
+    record.Item = std::move(Item);
+    if (Count() > capacity_) capacity_ = GrownCapacity(Count(), Granularity());
+    NoteKeyOrder(inOrder);
+    repeats_ = repeats_ || repeated;
+    settings_.Changed = true;
+    if (Options.ReturnItem) return record.Item;
+    return position;
+}
+
+void KeyListEX::Append(KeyListRecord record) {
+    repeats_ = repeats_ || Holder(record.Key).has_value();
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    const RecordNumber number = records_.Insert(Count() + 1);
+    index_.Insert(record.Key.FoldedHash(), number);
+    records_.OfNumber(number) = std::move(record);
+    capacity_ = Count();
+    NoteKeyOrder(false);
+}
+
+void KeyListEX::Clear() {
+    // Released at the end, when the list is whole again: the items' end may run code that uses it.
+    RecordStore<KeyListRecord> doomed;
+    swap(records_, doomed);
+    KeyIndex none;
+    swap(index_, none);
+    snapshot_.reset();
+    settings_ = {.Granularity = std::max(Granularity(), kClearedGranularity)};
+    capacity_ = kClearedCapacity;
+    repeats_ = false;
+    NoteKeyOrder(true);
+    SelectKey();
+}
+
+std::span<const SortColumn> KeyListEX::Columns() noexcept {
+    static constexpr std::array<SortColumn, 4> kColumns{{
+        {u"key", offsetof(KeyListRecord, Key), VarType::String},
+        {u"itemstring", offsetof(KeyListRecord, ItemString), VarType::String},
+        {u"itemlong", offsetof(KeyListRecord, ItemLong), VarType::Long},
+        {u"item", offsetof(KeyListRecord, Item), VarType::Variant},
+    }};
+    return kColumns;
+}
+
+Variant KeyListEX::CopyItemValue(std::int32_t Index, std::int32_t Column) const {
+    if (Index <= 0) return settings_.At(Column);
+    if (Index > Count()) return {};
+    const KeyListRecord& record = records_.At(Index);
+    switch (Column) {
+        case 1:
+            return record.Item;
+        case 2:
+            return record.ItemLong;
+        case 3:
+            return record.ItemString;
+        case 4:
+            return record.Key;
+        default:
+            return {};
+    }
+}
+
+bool KeyListEX::Exists(Text Key, std::int32_t& Index) {
+    const Search found = Look(std::move(Key));
+    Index = found.Position;
+    return found.Found;
+}
+
+Variant KeyListEX::Fail(Failure failure, const Text& key, bool raise) const {
+    if (raise) RaiseError(failure, u"::Add", kKeyLabel, key);
+    return QuietCode(failure);
+}
+
+// The number of the entry that a key or position names.
+std::optional<RecordNumber> KeyListEX::FindNumber(const Variant& vKeyIndex) {
+    const KeyOrPosition named = Classify(vKeyIndex);
+    if (Count() == 0 || named.Is == KeyOrPosition::Kind::Neither) return std::nullopt;
+    if (named.Is == KeyOrPosition::Kind::Position) {
+        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
+        return records_.NumberAt(named.Position);
+    }
+    const Text key = *named.Key;  // may live in a record that a re-sort moves
+    if (Sorted()) RestoreKeyOrder();
+    if (!repeats_ && (!Sorted() || InSearchOrder())) return Holder(key);
+    const Search found = Look(key);
+    if (!found.Found) return std::nullopt;
+    return records_.NumberAt(found.Position);
+}
+
+KeyListRecord* KeyListEX::FindRecord(const Variant& vKeyIndex) {
+    const auto number = FindNumber(vKeyIndex);
+    return number ? &records_.OfNumber(*number) : nullptr;
+}
+
+// Some entry that has the key, whatever the order.
+std::optional<RecordNumber> KeyListEX::Holder(const Text& key) const {
+    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        return EqualTexts(records_.OfNumber(number).Key, key, Mode());
+    });
+}
+
+Text KeyListEX::Key(std::int32_t Index) const {
+    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
+    return records_.At(Index).Key;
+}
+
+// Where a key stands, or belongs when it does not. May re-sort by key.
+auto KeyListEX::Look(Text key) -> Search {
+    if (Sorted()) {
+        RestoreKeyOrder();
+        return SearchSorted(key);
+    }
+    Search first{false, Count() + 1};
+    index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {
+        if (!EqualTexts(records_.OfNumber(number).Key, key, Mode())) return;
+        first = {true, std::min(first.Position, records_.PositionOf(number))};
+    });
+    return first;
+}
+
+Enumerator KeyListEX::NewEnum() {
+    if (!snapshot_) {
+        if (repeats_) {
+            std::unordered_set<std::u16string_view> keys;
+            for (std::int32_t i = 1; i <= Count(); ++i) {
+                if (!keys.insert(records_.At(i).Key.Units()).second) {
+                    RaisePlatform(PlatformError::DuplicateKey);
+                }
+            }
+        }
+        snapshot_ = std::make_shared<const std::vector<Variant>>(begin(), end());
+    }
+    return Enumerator(snapshot_);
+}
+
+KeyListRecord KeyListEX::ReadRecord(Object& source, std::int32_t index) {
+    KeyListRecord record;
+    record.Item = SourceCell(source, index, 1);
+    record.ItemLong = SourceCell(source, index, 2).ToLong();
+    record.ItemString = SourceCell(source, index, 3).ToText();
+    record.Key = SourceCell(source, index, 4).ToText();
+    return record;
+}
+
+Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
+    snapshot_.reset();
+    const Variant kept = KeptIfReordering(vKeyIndex);
+    const Variant& named = kept.IsEmpty() ? vKeyIndex : kept;
+    const auto number = FindNumber(named);
+    if (!number) {
+        if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, named);
+        return std::int16_t{0};
+    }
+    const std::int32_t position = records_.PositionOf(*number);
+    records_.PrepareErase(position);
+    // Released at the end, when the list is whole again.
+    KeyListRecord doomed = std::move(records_.OfNumber(*number));
+    index_.Erase(doomed.Key.FoldedHash(), *number);
+    records_.Erase(position);
+    if (Count() > 0 && Count() < capacity_ - Granularity()) capacity_ = Count();
+    settings_.Changed = true;
+    if (ReturnItem) return std::move(doomed.Item);
+    return position;
+}
+
+void KeyListEX::Reordered() noexcept {
+    index_.Clear();
+    for (std::int32_t i = 1; i <= Count(); ++i) {
+        index_.Insert(records_.At(i).Key.FoldedHash(), records_.NumberAt(i));
+    }
+}
+
+void KeyListEX::SetGranularity(std::int32_t value) noexcept {
+    settings_.Granularity = std::clamp(value, kLeastGranularity, kGreatestGranularity);
+}
+
+void KeyListEX::SetKey(std::int32_t Index, Text value) {
+    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
+    if (Unique() && Look(value).Found) {
+        RaiseError(Failure::KeyPresent, u"::Key", kKeyLabel, value);
+    }
+    repeats_ = repeats_ || Holder(value).has_value();
+    const RecordNumber number = records_.NumberAt(Index);
+    KeyListRecord& record = records_.OfNumber(number);
+    index_.Erase(record.Key.FoldedHash(), number);
+    index_.Insert(value.FoldedHash(), number);
+    swap(record.Key, value);
+    NoteKeyOrder(false);
+    if (Sorted()) Sort();
+}
+
+void swap(KeyListEX& left, KeyListEX& right) noexcept {
+    left.SwapRecords(right);
+    swap(left.index_, right.index_);
+    std::swap(left.capacity_, right.capacity_);
+    std::swap(left.repeats_, right.repeats_);
+    std::swap(left.snapshot_, right.snapshot_);
+}
+
+}  // namespace zorvane

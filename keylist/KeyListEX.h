@@ -1,0 +1,105 @@
+#pragma once
+// KeyListEX: records under one text key, kept in key order and re-sortable by any column.
+//
+// Between public calls: while Sorted() and the key is the sort column, keys follow Compare() and
+// Descending(); while Unique() has always been true, no two keys are equal. A look-up by key may
+// re-sort: look-ups are not const, and earlier positions go stale. Cost: look-up by key and by
+// position O(1) to O(log n), Add and Remove O(log n) comparisons and the move of at most a block of
+// 4-byte numbers, whatever the count; a sort O(n^1.3) at worst.
+//
+// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "platform/Enumerator.h"
+#include "runtime/AddOptions.h"
+#include "runtime/KeyIndex.h"
+#include "runtime/KeyedRecords.h"
+
+namespace zorvane {
+
+struct KeyListRecord {
+    Variant Item;
+    std::int32_t ItemLong = 0;
+    Text ItemString;
+    Text Key;
+};
+
+class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
+  public:
+    KeyListEX();
+    KeyListEX(KeyListEX&& other) noexcept;
+    KeyListEX& operator=(KeyListEX&& other) noexcept;
+    KeyListEX(const KeyListEX&) = delete;  // CopyFrom copies
+    KeyListEX& operator=(const KeyListEX&) = delete;
+
+    // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
+    // the place follows from the key and Before and After are ignored; otherwise the entry goes
+    // where they say, or to the end; a repeated key (Unique False) goes in front of its equals.
+    // Position of the options is not used. ItemLong and ItemString of the new entry are 0 and "".
+    // Fails when the key is in use (28501), Before or After is out of range (28502) or names no
+    // entry or is neither key nor position (28503): raised with ReturnItem, else returned as the
+    // Integer -28501, -28500 or -28503. A failure adds nothing.
+    Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
+
+    // Slots in the store: grows by Granularity when full, shrinks to Count() when more than
+    // Granularity slots stand spare after a removal that leaves something.
+    [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
+
+    // Removes every entry and restores every setting but Granularity.
+    // Kept: Clear lifts Granularity to 32 although assignment accepts 16.
+    void Clear();
+
+    // Column 1..4 of an entry (Item, ItemLong, ItemString, Key), or with Index <= 0 setting 1..6
+    // (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty for anything out of range.
+    [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
+
+    // Whether an entry has the key; Index receives its position (the first of equal keys when
+    // Unique is False), else where the key belongs: its place while Sorted, Count()+1 otherwise.
+    [[nodiscard]] bool Exists(Text Key, std::int32_t& Index);
+
+    [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
+    void SetGranularity(std::int32_t value) noexcept;  // clamped to 16..32768
+
+    // The key at a position. Raises 28500 outside 1..Count().
+    [[nodiscard]] Text Key(std::int32_t Index) const;
+    // Renames an entry and, while Sorted, re-sorts by the current column. Raises 28500 outside
+    // 1..Count() and, while Unique, 28501 when the key is in use, be it by the entry itself.
+    // Kept: while ordered by another column, the search for the new key re-sorts first, and the
+    // entry that then stands at the position is the one renamed.
+    void SetKey(std::int32_t Index, Text value);
+
+    // The items as they stood when the first enumeration since the last Add, Remove or Clear began.
+    // Kept: assignments and sorts in between do not show. Raises 457 when a key occurs twice.
+    [[nodiscard]] Enumerator NewEnum();
+
+    // Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
+    // raises 28500 with ReturnItem, else gives the Integer 0.
+    Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
+
+    friend void swap(KeyListEX& left, KeyListEX& right) noexcept;
+
+  private:
+    friend class KeyedRecords<KeyListEX, KeyListRecord>;
+    static constexpr const char16_t* kTypeName = u"KeyListEX";
+    static constexpr std::u16string_view kItemStringMember = u"::ItemString";
+
+    void Append(KeyListRecord record);
+    [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
+    Variant Fail(Failure failure, const Text& key, bool raise) const;
+    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex);
+    [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex);
+    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
+    [[nodiscard]] Search Look(Text key);
+    [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
+    void Reordered() noexcept;
+
+    KeyIndex index_;  // every record under the folded hash of its key
+    std::int32_t capacity_ = 0;
+    bool repeats_ = false;   // a key may occur twice
+    ItemSnapshot snapshot_;  // null until NewEnum, and again after Add, Remove and Clear
+};
+
+}  // namespace zorvane

@@ -1,0 +1,352 @@
+#pragma once
+// KeyedRecords: what the generated keyed classes answer alike: settings, typed columns by key or
+// position, the choice of a sort column and the sorted search.
+//
+// A class built on it supplies, as members that this base may reach:
+//   Record              with Item, ItemLong, ItemString and Key
+//   Columns()           the table of its sort columns
+//   ReadRecord(source, i), Append(record)   for CopyFrom
+//   FindRecord(v)       the record that a key or position names, or null; may re-sort
+//   Reordered()         called when records got new positions and numbers; must not fail
+//   kTypeName, kItemStringMember
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "platform/CaseMapping.h"
+#include "platform/Classes.h"
+#include "platform/LateBound.h"
+#include "platform/Object.h"
+#include "platform/Variant.h"
+#include "runtime/Comparers.h"
+#include "runtime/ErrorTable.h"
+#include "runtime/RecordStore.h"
+#include "runtime/Settings.h"
+#include "runtime/SortRecordArray.h"
+
+namespace zorvane {
+
+// One column that records can be sorted by.
+struct SortColumn {
+    std::u16string_view Name;  // lower case
+    std::size_t Offset;        // of the field in a record, in bytes
+    VarType Type;              // chooses the comparer
+};
+
+// The halves of a sum of two positions, halves to even: 1.5 gives 2 and so does 2.5.
+[[nodiscard]] constexpr std::int32_t MiddleHalfEven(std::int32_t low, std::int32_t high) noexcept {
+    const std::int64_t sum = std::int64_t{low} + high;
+    return static_cast<std::int32_t>((sum >> 1) + ((sum & 3) == 3 ? 1 : 0));
+}
+
+template <class Derived, class Record>
+class KeyedRecords : public Object {
+  public:
+    [[nodiscard]] bool Changed() const noexcept { return settings_.Changed; }
+    void SetChanged(bool value) noexcept { settings_.Changed = value; }
+
+    // The class identifier, and the first half of every error source.
+    [[nodiscard]] static Text ClassName() { return ClassIdentifier(Derived::kTypeName); }
+
+    [[nodiscard]] std::int32_t Compare() const noexcept { return settings_.Compare; }
+    // Kept: the value is ignored. A stored mode other than 0 becomes 1, and as Clear stores 0 the
+    // comparison stays binary however often 1 is assigned.
+    void SetCompare(std::int32_t) noexcept {
+        if (settings_.Compare != 0) settings_.Compare = 1;
+    }
+
+    // Clears this one, takes the source's settings as they come and its records one by one, and
+    // sorts by key. The source is any object with the late-bound members CopyItemValue and Count.
+    // Copying from itself leaves nothing. Raises what the source raises; then what was read so far
+    // stands.
+    void CopyFrom(Object& Source, bool MarkChanged = false);
+
+    [[nodiscard]] std::int32_t Count() const noexcept { return records_.Count(); }
+
+    // Assigning does not re-sort; until the next sort a key search looks the wrong way.
+    [[nodiscard]] bool Descending() const noexcept { return settings_.Descending; }
+    void SetDescending(bool value) noexcept { settings_.Descending = value; }
+
+    // Whether a key or position names an entry. May re-sort by key.
+    [[nodiscard]] bool Contains(const Variant& vKeyIndex) {
+        return Self().FindRecord(vKeyIndex) != nullptr;
+    }
+
+    // The values of one entry, named by its key (a text) or its position from 1 (a 16- or 32-bit
+    // integer). Raises 28500 when there is no such entry, and for an argument of any other type. A
+    // look-up by key may re-sort by key: positions known before it are then stale.
+    [[nodiscard]] Variant Item(const Variant& vKeyIndex) { return Find(vKeyIndex, u"::Item").Item; }
+    void SetItem(const Variant& vKeyIndex, Variant value) {
+        // The old value dies with the argument, after the entry holds the new one.
+        swap(Find(vKeyIndex, u"::Item").Item, value);
+    }
+    [[nodiscard]] std::int32_t ItemLong(const Variant& vKeyIndex) {
+        return Find(vKeyIndex, u"::ItemLong").ItemLong;
+    }
+    void SetItemLong(const Variant& vKeyIndex, std::int32_t value) {
+        Find(vKeyIndex, u"::ItemLong").ItemLong = value;
+    }
+    [[nodiscard]] Text ItemString(const Variant& vKeyIndex) {
+        return Find(vKeyIndex, Derived::kItemStringMember).ItemString;
+    }
+    void SetItemString(const Variant& vKeyIndex, Text value) {
+        swap(Find(vKeyIndex, Derived::kItemStringMember).ItemString, value);
+    }
+
+    // Quiet look-ups: false and Value untouched when there is no such entry. They never raise.
+    [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) {
+        return Fetch(vKeyIndex, &Record::Item, Value);
+    }
+    [[nodiscard]] bool ItemLongFn(const Variant& vKeyIndex, std::int32_t& Value) {
+        return Fetch(vKeyIndex, &Record::ItemLong, Value);
+    }
+    [[nodiscard]] bool ItemStringFn(const Variant& vKeyIndex, Text& Value) {
+        return Fetch(vKeyIndex, &Record::ItemString, Value);
+    }
+
+    // Sorts by the selected column in the current direction; false when none is selected or there
+    // is nothing to sort. Raises 13 when a value of "item" has no text form; then nothing moved.
+    bool Sort();
+    // Selects a column by name, without regard to case, and sorts on request. A name that is
+    // unknown selects no column. Kept: the result is inverted; True means that the name is unknown.
+    bool SortBy(const Text& Column, bool SortNow = false);
+
+    // Assigning does not sort.
+    [[nodiscard]] bool Sorted() const noexcept { return settings_.Sorted; }
+    void SetSorted(bool value) noexcept { settings_.Sorted = value; }
+    [[nodiscard]] bool Unique() const noexcept { return settings_.Unique; }
+    void SetUnique(bool value) noexcept { settings_.Unique = value; }
+
+    // Late-bound use, by property and method alike: the settings, Count, ClassName, the typed
+    // columns and Key by key or position, Clear, CopyItemValue, Exists, Remove, Sort and SortBy.
+    Variant Call(std::u16string_view member, Arguments arguments = {}) override {
+        return InvokeMember(Self(), Members(), member, arguments);
+    }
+    Variant Get(std::u16string_view member, Arguments arguments = {}) override {
+        return InvokeMember(Self(), Members(), member, arguments);
+    }
+    [[nodiscard]] Text TypeName() const override { return Derived::kTypeName; }
+
+    // The items in position order, for range-for; any change of the container ends the pass.
+    class Iterator {
+      public:
+        using value_type = Variant;
+        using difference_type = std::ptrdiff_t;
+        Iterator() = default;
+        Iterator(const RecordStore<Record>* records, std::int32_t position) noexcept
+            : records_(records), position_(position) {}
+        const Variant& operator*() const noexcept { return records_->At(position_).Item; }
+        const Variant* operator->() const noexcept { return &**this; }
+        Iterator& operator++() noexcept {
+            ++position_;
+            return *this;
+        }
+        Iterator operator++(int) noexcept { return {records_, position_++}; }
+        friend bool operator==(const Iterator&, const Iterator&) = default;
+
+      private:
+        const RecordStore<Record>* records_ = nullptr;
+        std::int32_t position_ = 0;
+    };
+    [[nodiscard]] Iterator begin() const noexcept { return {&records_, 1}; }
+    [[nodiscard]] Iterator end() const noexcept { return {&records_, Count() + 1}; }
+
+  protected:
+    struct Search {
+        bool Found;
+        std::int32_t Position;  // of the key, or where it belongs
+    };
+
+    KeyedRecords() = default;
+    KeyedRecords(const KeyedRecords&) = delete;
+    KeyedRecords& operator=(const KeyedRecords&) = delete;
+    void SwapRecords(KeyedRecords& other) noexcept {
+        swap(records_, other.records_);
+        std::swap(settings_, other.settings_);
+        std::swap(sortOffset_, other.sortOffset_);
+        std::swap(sortComparer_, other.sortComparer_);
+        std::swap(keyComparer_, other.keyComparer_);
+        std::swap(orderedByKey_, other.orderedByKey_);
+        std::swap(orderMode_, other.orderMode_);
+        std::swap(orderDescending_, other.orderDescending_);
+    }
+
+    [[noreturn]] static void RaiseError(Failure failure, std::u16string_view member,
+                                        std::u16string_view label, const Variant& argument) {
+        RaiseFailure(failure, ClassName(), member, label, argument);
+    }
+
+    [[nodiscard]] CompareMode Mode() const noexcept {
+        return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
+    }
+    [[nodiscard]] Record& Find(const Variant& vKeyIndex, std::u16string_view member) {
+        const Variant kept = KeptIfReordering(vKeyIndex);
+        const Variant& named = kept.IsEmpty() ? vKeyIndex : kept;
+        if (Record* record = Self().FindRecord(named)) return *record;
+        RaiseError(Failure::NoItem, member, kKeyIndexLabel, named);
+    }
+    // A copy of an argument that a re-sort may pull away (it may live in a record); Empty when no
+    // re-sort is due.
+    [[nodiscard]] Variant KeptIfReordering(const Variant& vKeyIndex) const noexcept {
+        return sortComparer_ == keyComparer_ ? Variant() : vKeyIndex;
+    }
+    // True when a key search would find the records in the order that it assumes.
+    [[nodiscard]] bool InSearchOrder() const noexcept {
+        return Count() < 2 ||
+               (orderedByKey_ && orderMode_ == Mode() && orderDescending_ == settings_.Descending);
+    }
+    // Records that the keys stand in the order that a search assumes now, or in none.
+    void NoteKeyOrder(bool ordered) noexcept {
+        orderedByKey_ = ordered;
+        orderMode_ = Mode();
+        orderDescending_ = settings_.Descending;
+    }
+    // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
+    // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
+    void RestoreKeyOrder() {
+        if (sortComparer_ == keyComparer_) return;
+        SelectKey();
+        Sort();
+    }
+    [[nodiscard]] Search SearchSorted(const Text& key) const;
+    void SelectKey() noexcept {
+        sortOffset_ = offsetof(Record, Key);
+        sortComparer_ = keyComparer_ = modZorvane::CompareString;
+    }
+
+    RecordStore<Record> records_;
+    Settings settings_;
+    std::size_t sortOffset_ = 0;
+    modZorvane::Comparer sortComparer_ = nullptr;  // null = no column selected
+    modZorvane::Comparer keyComparer_ = nullptr;   // as recorded when "key" was last selected
+
+  private:
+    template <class Field>
+    bool Fetch(const Variant& vKeyIndex, Field Record::*field, Field& value) {
+        const Record* record = Self().FindRecord(vKeyIndex);
+        if (record) value = record->*field;
+        return record != nullptr;
+    }
+    [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
+    [[nodiscard]] Search SearchByHalves(const Text& key) const;
+    Derived& Self() noexcept { return static_cast<Derived&>(*this); }
+
+    bool orderedByKey_ = false;
+    CompareMode orderMode_ = CompareMode::Binary;
+    bool orderDescending_ = false;
+};
+
+template <class Derived, class Record>
+void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
+    Self().Clear();
+    settings_.ReadFrom(Source);
+    const std::int32_t count = SourceCount(Source);
+    for (std::int32_t i = 1; i <= count; ++i) Self().Append(Self().ReadRecord(Source, i));
+    SelectKey();
+    Sort();
+    if (MarkChanged) settings_.Changed = true;
+}
+
+template <class Derived, class Record>
+std::span<const LateMember<Derived>> KeyedRecords<Derived, Record>::Members() noexcept {
+    using D = Derived;
+    using A = Arguments;
+    static constexpr LateMember<D> kMembers[] = {
+        {u"Changed", 0, [](D& d, A) -> Variant { return d.Changed(); }},
+        {u"ClassName", 0, [](D& d, A) -> Variant { return d.ClassName(); }},
+        {u"Clear", 0, [](D& d, A) -> Variant { return d.Clear(), Variant(); }},
+        {u"Compare", 0, [](D& d, A) -> Variant { return d.Compare(); }},
+        {u"CopyItemValue", 2,
+         [](D& d, A a) -> Variant { return d.CopyItemValue(a[0].ToLong(), a[1].ToLong()); }},
+        {u"Count", 0, [](D& d, A) -> Variant { return d.Count(); }},
+        {u"Descending", 0, [](D& d, A) -> Variant { return d.Descending(); }},
+        {u"Exists", 1, [](D& d, A a) -> Variant { return d.Contains(a[0]); }},
+        {u"Granularity", 0, [](D& d, A) -> Variant { return d.Granularity(); }},
+        {u"Item", 1, [](D& d, A a) -> Variant { return d.Item(a[0]); }},
+        {u"ItemLong", 1, [](D& d, A a) -> Variant { return d.ItemLong(a[0]); }},
+        {u"ItemString", 1, [](D& d, A a) -> Variant { return d.ItemString(a[0]); }},
+        {u"Key", 1, [](D& d, A a) -> Variant { return d.Key(a[0].ToLong()); }},
+        {u"Remove", 1,
+         [](D& d, A a) -> Variant { return d.Remove(a[0], a.size() > 1 && a[1].ToBoolean()); }},
+        {u"Sort", 0, [](D& d, A) -> Variant { return d.Sort(); }},
+        {u"SortBy", 1,
+         [](D& d, A a) -> Variant {
+             return d.SortBy(a[0].ToText(), a.size() > 1 && a[1].ToBoolean());
+         }},
+        {u"Sorted", 0, [](D& d, A) -> Variant { return d.Sorted(); }},
+        {u"Unique", 0, [](D& d, A) -> Variant { return d.Unique(); }},
+    };
+    return kMembers;
+}
+
+template <class Derived, class Record>
+bool KeyedRecords<Derived, Record>::Sort() {
+    if (Count() < 1 || !sortComparer_) return false;
+    const auto order = modZorvane::SortedOrder(
+        static_cast<std::size_t>(Count()),
+        [&](std::uint32_t i) -> const void* {
+            const auto* record = &records_.At(static_cast<std::int32_t>(i) + 1);
+            return reinterpret_cast<const std::byte*>(record) + sortOffset_;
+        },
+        sortComparer_, settings_.Compare, settings_.Descending);
+    records_.Reorder(order);
+    NoteKeyOrder(sortOffset_ == offsetof(Record, Key));
+    Self().Reordered();
+    return true;
+}
+
+template <class Derived, class Record>
+bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
+    const Text name = LowerCase(Column);
+    for (const SortColumn& column : Derived::Columns()) {
+        if (name.Units() != column.Name) continue;
+        sortOffset_ = column.Offset;
+        sortComparer_ = modZorvane::ComparerForType(column.Type);
+        if (column.Offset == offsetof(Record, Key)) keyComparer_ = sortComparer_;
+        if (SortNow) Sort();
+        return false;
+    }
+    sortOffset_ = 0;
+    sortComparer_ = nullptr;
+    return true;
+}
+
+// Where a key stands or belongs. While the keys are in the order that the search assumes, the
+// answer is the first equal key or the one place between; only which of several equal keys is hit,
+// and anything in another order, takes the search by halves to tell.
+template <class Derived, class Record>
+auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key) const -> Search {
+    if (!InSearchOrder()) return SearchByHalves(key);
+    const int ahead = settings_.Descending ? 1 : -1;
+    const std::int32_t position = records_.PartitionPoint(
+        [&](const Record& record) { return CompareTexts(record.Key, key, Mode()) == ahead; });
+    const auto equals = [&](std::int32_t at) {
+        return at <= Count() && EqualTexts(records_.At(at).Key, key, Mode());
+    };
+    if (!equals(position)) return {false, position};
+    if (settings_.Unique && equals(position + 1)) return SearchByHalves(key);
+    return {true, position};
+}
+
+template <class Derived, class Record>
+auto KeyedRecords<Derived, Record>::SearchByHalves(const Text& key) const -> Search {
+    std::int32_t low = 1;
+    std::int32_t high = Count();
+    const int ahead = settings_.Descending ? 1 : -1;
+    while (low <= high) {
+        const std::int32_t middle = MiddleHalfEven(low, high);
+        const int order = CompareTexts(records_.At(middle).Key, key, Mode());
+        if (order == 0) return {true, middle};
+        if (order == ahead) {
+            low = middle + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return {false, low};
+}
+
+}  // namespace zorvane
