@@ -60,7 +60,10 @@ Array::Block* Array::Allocate(VarType element, std::int32_t lower, std::int32_t 
                               bool zeroed) {
     const std::size_t size = ArrayElementSize(element);
     if (size == 0) RaisePlatform(PlatformError::InvalidCall);
-    if (count < 0 || std::int64_t{lower} + count - 1 > std::numeric_limits<std::int32_t>::max()) {
+    const std::int64_t upper = std::int64_t{lower} + count - 1;
+    // An array of no elements at the very first position would have no upper bound at all.
+    if (count < 0 || upper > std::numeric_limits<std::int32_t>::max() ||
+        upper < std::numeric_limits<std::int32_t>::min()) {
         RaisePlatform(PlatformError::OutOfRange);
     }
     const std::size_t bytes = size * static_cast<std::size_t>(count);
@@ -95,15 +98,16 @@ Array::Array(const Array& other) noexcept : block_(other.block_) {
 
 Array::~Array() {
     if (!block_ || --block_->references != 0) return;
+    const auto destroyAs = [&]<class T>(T* elements) { std::destroy_n(elements, block_->count); };
     switch (block_->element) {
         case VarType::String:
-            std::ranges::destroy(MutableElements<Text>());
+            destroyAs(static_cast<Text*>(block_->Data()));
             break;
         case VarType::Object:
-            std::ranges::destroy(MutableElements<Ref<Object>>());
+            destroyAs(static_cast<Ref<Object>*>(block_->Data()));
             break;
         case VarType::Variant:
-            std::ranges::destroy(MutableElements<Variant>());
+            destroyAs(static_cast<Variant*>(block_->Data()));
             break;
         default:
             break;
