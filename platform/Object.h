@@ -35,7 +35,9 @@ class Object {
 
     void Retain() const noexcept { ++references_; }
     void Release() const noexcept {
-        if (--references_ == 0 && counted_) delete this;
+        if (--references_ != 0 || !counted_) return;
+        counted_ = false;  // a Ref that the destructor makes to itself must not free it again
+        delete this;
     }
 
   private:
@@ -43,7 +45,7 @@ class Object {
     friend auto MakeObject(Args&&... args);
 
     mutable std::uint32_t references_ = 0;
-    bool counted_ = false;  // made by MakeObject: freed with its last reference
+    mutable bool counted_ = false;  // made by MakeObject: freed with its last reference
 };
 
 // A counted reference; null is "no object".
