@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <string>
 
 #include "platform/Variant.h"
@@ -93,6 +94,25 @@ std::string Narrow(std::u16string_view text) {
     return narrow;
 }
 
+// What a number that does not fit stands for: no bound or nothing at all. Its power of ten tells.
+double BeyondRange(std::string_view number) {
+    const double sign = number.front() == '-' ? -1 : 1;
+    const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view digits = number.substr(0, e);
+    const std::size_t first = digits.find_first_of("123456789");
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    std::int64_t power = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    std::int64_t exponent = 0;
+    std::string_view written = number.substr(std::min(e + 1, number.size()));
+    const bool down = written.starts_with('-');
+    for (const char digit : written) {
+        if (digit < '0' || digit > '9') continue;
+        exponent = std::min<std::int64_t>(exponent * 10 + (digit - '0'), 1'000'000'000'000);
+    }
+    power += down ? -exponent : exponent;
+    return sign * (power > 0 ? std::numeric_limits<double>::infinity() : 0.0);
+}
+
 struct Parsed {
     double value = 0;
     std::size_t used = 0;
@@ -109,9 +129,10 @@ Parsed Parse(const std::string& narrow) {
     const char* begin = narrow.data();
     const auto [end, error] = std::from_chars(begin, begin + narrow.size(), parsed.value);
     if (error == std::errc::invalid_argument) return {};
-    if (error == std::errc::result_out_of_range)
-        parsed.value = std::strtod(narrow.c_str(), nullptr);
     parsed.used = static_cast<std::size_t>(end - begin);
+    if (error == std::errc::result_out_of_range) {
+        parsed.value = BeyondRange({begin, parsed.used});
+    }
     return parsed;
 }
 
@@ -133,7 +154,7 @@ Text DateText(double days) {
     std::int64_t day = static_cast<std::int64_t>(whole);
     if (seconds == 86400) {
         seconds = 0;
-        ++day;
+        if (++day == static_cast<std::int64_t>(kPastLast)) return DoubleText(days);
     }
     // From days to the civil date: years of 400-year eras that begin on the first of March.
     const std::int64_t shifted = day - 25569 + 719468;
