@@ -272,12 +272,9 @@ void swap(Variant& left, Variant& right) noexcept {
 
 std::ostream& operator<<(std::ostream& out, const Variant& value) {
     out << "type " << static_cast<int>(value.type_);
-    try {
-        out << ": " << value.ToText();
-    } catch (const Error&) {
-        out << " (no text)";
-    }
-    return out;
+    Text text;
+    if (!IgnoringErrors([&] { text = value.ToText(); })) return out << " (no text)";
+    return out << ": " << text;
 }
 
 }  // namespace zorvane
