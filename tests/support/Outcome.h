@@ -1,0 +1,31 @@
+#pragma once
+// An operation's outcome as one line, so that a container and its model can be compared at once.
+
+#include <sstream>
+#include <string>
+#include <type_traits>
+
+#include "platform/Error.h"
+#include "platform/Variant.h"
+
+namespace zorvane {
+
+// What the operation gave, or the number, source and description of what it raised.
+template <class Operation>
+std::string OutcomeOf(Operation&& operation) {
+    std::ostringstream line;
+    line << std::boolalpha;
+    try {
+        if constexpr (std::is_void_v<decltype(operation())>) {
+            operation();
+            line << "done";
+        } else {
+            line << operation();
+        }
+    } catch (const Error& error) {
+        line << "raised " << error.Number << " | " << error.Source << " | " << error.Description;
+    }
+    return line.str();
+}
+
+}  // namespace zorvane
