@@ -1,0 +1,30 @@
+#include <cstdint>
+#include <iostream>
+
+#include "keylist/KeyListEX.h"
+
+int main() {
+    zorvane::KeyListEX people;
+    people.SetSorted(true);  // by key, as they come
+    people.SetUnique(true);
+    people.Add("compilers", "Grace");
+    people.Add("programs", "Ada");
+    people.Add("shortest paths", "Edsger");
+    people.SetItemLong("Grace", 1906);
+    people.SetItemLong("Ada", 1815);
+    people.SetItemLong("Edsger", 1930);
+
+    for (const zorvane::Variant& item : people) std::cout << item.ToText() << '\n';
+
+    people.SetDescending(true);
+    people.SortBy("ItemLong", true);  // the youngest first
+    for (std::int32_t i = 1; i <= people.Count(); ++i) {
+        std::cout << people.Key(i) << ' ' << people.ItemLong(i) << '\n';
+    }
+
+    try {
+        std::cout << people.Item("Alan") << '\n';
+    } catch (const zorvane::Error& error) {
+        std::cout << error.what() << '\n';
+    }
+}
