@@ -1,0 +1,138 @@
+#include "propbag/BagStream.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/Error.h"
+#include "propbag/StreamEncoder.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int16_t kEntriesFollow = -1;
+constexpr std::int16_t kEmptyBag = -9999;
+constexpr std::size_t kMarkerWords = 2;
+
+std::uint64_t WordsOf(const BagState& state) {
+    const Variant longValue = std::int32_t{0};
+    const Variant flag = false;
+    std::uint64_t words = kMarkerWords + 2 * StreamWordsOf(longValue) + 2 * StreamWordsOf(flag);
+    if (state.Entries.empty()) return words;
+    words += 2 * 8;  // the headers of both arrays of texts
+    for (const BagEntry& entry : state.Entries) {
+        words += 2 + static_cast<std::uint64_t>(entry.Name.Length());
+        words += 2 + static_cast<std::uint64_t>(entry.ObjName.Length());
+        words += StreamWordsOf(entry.Value);
+    }
+    return words;
+}
+
+void WriteTexts(StreamEncoder& encoder, const BagState& state, Text BagEntry::*column) {
+    encoder.WriteArrayHeader(VarType::String, 1, static_cast<std::int32_t>(state.Entries.size()));
+    for (const BagEntry& entry : state.Entries) encoder.WriteText(entry.*column);
+}
+
+// Reads one thing after the other and knows where the last one began.
+class BagReader {
+  public:
+    BagReader(std::span<const std::int16_t> words, StreamCare care)
+        : words_(words), care_(care), decoder_(words, kMarkerWords, care) {}
+
+    // Fills `reading` as far as the stream goes. Throws StreamDamage, and Error for a value that is
+    // not of the kind due at Began().
+    void Fill(BagReading& reading) {
+        const std::int32_t count = Next(VarType::Long).ToLong();
+        if (count > 0) FillEntries(reading, count);
+        reading.State.Granularity = Next(VarType::Long).ToLong();
+        reading.State.Sorted = Next(VarType::Boolean).ToBoolean();
+        reading.State.UniqueNames = Next(VarType::Boolean).ToBoolean();
+    }
+    [[nodiscard]] std::size_t Began() const noexcept { return began_; }
+
+  private:
+    void FillEntries(BagReading& reading, std::int32_t count) {
+        const Variant names = NextTexts(count);
+        const Variant objNames = NextTexts(count);
+        reading.State.Entries.reserve(static_cast<std::size_t>(
+            std::min({count, names.AsArray().Count(), objNames.AsArray().Count()})));
+        for (std::int32_t i = 1; i <= count; ++i) {
+            BagEntry entry{{}, names.AsArray().At(i).ToText(), objNames.AsArray().At(i).ToText()};
+            entry.Value = Next();
+            reading.State.Entries.push_back(std::move(entry));
+            reading.ValueWords.push_back(began_);
+            if (decoder_.Position() >= words_.size()) break;  // the flags are missed next
+        }
+    }
+    Variant NextTexts(std::int32_t count) {
+        Variant texts = Next(VarType::ArrayFlag | VarType::String);
+        const Array& array = texts.AsArray();
+        if (care_ == StreamCare::Checker && (array.Count() != count || array.LowerBound() != 1)) {
+            throw StreamDamage(began_ + 2, "not as many texts as the bag has entries");
+        }
+        return texts;
+    }
+    Variant Next() {
+        began_ = decoder_.Position();
+        return decoder_.Read();
+    }
+    Variant Next(VarType due) {
+        Variant value = Next();
+        if (care_ == StreamCare::Checker && value.Type() != due) {
+            throw StreamDamage(began_, "a value of another type than is due here");
+        }
+        return value;
+    }
+
+    std::span<const std::int16_t> words_;
+    StreamCare care_;
+    StreamDecoder decoder_;
+    std::size_t began_ = kMarkerWords;
+};
+
+}  // namespace
+
+Array EncodeBag(const BagState& state) {
+    const std::uint64_t words = WordsOf(state);
+    if (words > std::numeric_limits<std::int32_t>::max()) RaisePlatform(PlatformError::Overflow);
+    Array stream = Array::Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(words));
+    StreamEncoder encoder(stream.MutableElements<std::int16_t>());
+    const bool empty = state.Entries.empty();
+    for (std::size_t i = 0; i < kMarkerWords; ++i) {
+        encoder.WriteWord(static_cast<std::uint16_t>(empty ? kEmptyBag : kEntriesFollow));
+    }
+    encoder.Write(static_cast<std::int32_t>(state.Entries.size()));
+    if (!empty) {
+        WriteTexts(encoder, state, &BagEntry::Name);
+        WriteTexts(encoder, state, &BagEntry::ObjName);
+        for (const BagEntry& entry : state.Entries) encoder.Write(entry.Value);
+    }
+    encoder.Write(state.Granularity);
+    encoder.Write(state.Sorted);
+    encoder.Write(state.UniqueNames);
+    return stream;
+}
+
+BagReading DecodeBag(std::span<const std::int16_t> words, StreamCare care) {
+    BagReading reading;
+    if (words.size() <= kMarkerWords) {
+        reading.Damage.emplace(0, "fewer than three words");
+        return reading;
+    }
+    if (words[0] == kEmptyBag && words[1] == kEmptyBag) return reading;
+    for (std::size_t i = 0; i < kMarkerWords; ++i) {
+        if (words[i] == kEntriesFollow) continue;
+        reading.Damage.emplace(i, "no marker of a bag");
+        return reading;
+    }
+    BagReader reader(words, care);
+    try {
+        reader.Fill(reading);
+    } catch (const StreamDamage& damage) {
+        reading.Damage = damage;
+    } catch (const Error&) {
+        reading.Damage.emplace(reader.Began(), "a value that cannot stand here");
+    }
+    return reading;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,165 @@
+#include "propbag/StreamDecoder.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "propbag/StreamWords.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::uint64_t kLeastValue = 2;  // words of the shortest encoded value, and of a text
+constexpr const char* kTooManyElements = "an array has more elements than the stream";
+
+bool IsNumeric(std::uint16_t element) {
+    const auto type = static_cast<VarType>(element);
+    return StreamWidth(type) != 0 && type != VarType::Error;
+}
+
+}  // namespace
+
+struct StreamDecoder::ArrayHeader {
+    std::size_t Word;     // where the array begins
+    std::uint32_t Count;  // as stated; the bounds may say otherwise
+    std::int32_t Lower;
+    std::uint64_t Extent;  // elements between the bounds
+    [[nodiscard]] std::int32_t Elements() const { return static_cast<std::int32_t>(Extent); }
+};
+
+void StreamDecoder::Doubt(bool doubtful, std::size_t word, const char* what) const {
+    if (doubtful && care_ == StreamCare::Checker) throw StreamDamage(word, what);
+}
+
+void StreamDecoder::Need(std::uint64_t words, std::size_t word, const char* what) const {
+    const std::uint64_t taken = position_ + promised_;
+    if (taken > words_.size() || words > words_.size() - taken) throw StreamDamage(word, what);
+}
+
+Variant StreamDecoder::Read() {
+    Need(2, std::min(position_, words_.size()), "the stream ends where a value is due");
+    const std::uint16_t type = TakeWord();
+    const std::uint16_t size = TakeWord();
+    constexpr auto kArray = static_cast<std::uint16_t>(VarType::ArrayFlag);
+    if ((type & kArray) != 0) return ReadArray(static_cast<std::uint16_t>(type & ~kArray), size);
+    if (type == static_cast<std::uint16_t>(VarType::String)) {
+        Doubt(size != 0, position_ - 1, "a text states a size");
+        return ReadText();
+    }
+    return ReadScalar(type, size);
+}
+
+Variant StreamDecoder::ReadArray(std::uint16_t element, std::uint16_t size) {
+    const std::size_t word = position_ - 2;
+    Need(6, word, "the stream ends within the header of an array");
+    ArrayHeader header{word, TakeLong(), static_cast<std::int32_t>(TakeLong()), 0};
+    const auto upper = static_cast<std::int32_t>(TakeLong());
+    if (element > kGreatestStreamType) {
+        Doubt(true, word, "an array by reference");
+        position_ += 2;
+        return {};
+    }
+    const auto type = static_cast<VarType>(element);
+    if (type != VarType::String && type != VarType::Variant && !IsNumeric(element)) {
+        // Kept: the elements are not skipped, so what follows is read amiss.
+        Doubt(true, word, "an array of a type that is written but never read");
+        return {};
+    }
+    const std::int64_t extent = std::int64_t{upper} - header.Lower + 1;
+    if (extent < 0 || extent > std::numeric_limits<std::int32_t>::max()) {
+        throw StreamDamage(word + 4, "the bounds of an array hold no elements");
+    }
+    header.Extent = static_cast<std::uint64_t>(extent);
+    Doubt(header.Extent != header.Count, word + 2, "an array's count and bounds disagree");
+    Doubt(size != StreamElementSize(type), word + 1, "an array states a wrong element size");
+    if (type == VarType::String) return ReadTexts(header);
+    if (type == VarType::Variant) return ReadValues(header);
+    return ReadNumbers(type, size, header);
+}
+
+Array StreamDecoder::ReadNumbers(VarType element, std::uint16_t size, const ArrayHeader& header) {
+    const std::uint64_t data = std::uint64_t{header.Count} * size;
+    const std::uint64_t room = header.Extent * ArrayElementSize(element);
+    if (data > room) throw StreamDamage(header.Word + 2, "an array's data exceeds its bounds");
+    Need((data + 1) / 2, header.Word + 2, kTooManyElements);
+    TakeSpare(room - data, header.Word + 2);
+    Array made = room == data ? Array::Uninitialised(element, header.Lower, header.Elements())
+                              : Array(element, header.Lower, header.Elements());
+    TakeBytes(made.MutableBytes().data(), words_.data() + position_, static_cast<std::size_t>(data),
+              ArrayElementSize(element));
+    // Kept: an odd number of bytes is rounded up for bytes alone.
+    position_ += static_cast<std::size_t>(element == VarType::Byte ? (data + 1) / 2 : data / 2);
+    return made;
+}
+
+// Kept: the size word alone decides how much is read; 0 and anything above 8 is Empty and no more
+// words, which is how Null and Decimal come back.
+Variant StreamDecoder::ReadScalar(std::uint16_t type, std::uint16_t size) {
+    const auto kind = static_cast<VarType>(type);
+    const bool known = StreamWidth(kind) != 0 || kind == VarType::Empty || kind == VarType::Null ||
+                       kind == VarType::Decimal;
+    Doubt(!known, position_ - 2, "an unknown type");
+    Doubt(size != StreamWidth(kind), position_ - 1, "a size that the type does not have");
+    const auto width = static_cast<std::int16_t>(size);
+    if (width < 1 || width > 8) return {};
+    Need((size + 1u) / 2, position_ - 2, "the stream ends within a value");
+    std::uint64_t bits = 0;
+    for (unsigned byte = 0; byte < size; byte += 2) {
+        std::uint64_t word = TakeWord();
+        if (size - byte == 1) word &= 0xFF;
+        bits |= word << (8 * byte);
+    }
+    if (kind == VarType::Decimal) return Variant::FromDecimal({.Low = bits});
+    return Variant::FromScalarBits(kind, bits);
+}
+
+Text StreamDecoder::ReadText() {
+    Need(2, position_, "the stream ends where a text is due");
+    const std::uint32_t length = TakeLong();
+    Need(length, position_ - 2, "a text is longer than the stream");
+    Text text = Text::Make(length, [&](char16_t* units) {
+        std::memcpy(units, words_.data() + position_, std::size_t{length} * sizeof(char16_t));
+    });
+    position_ += length;
+    return text;
+}
+
+// The bounds say how many texts follow; the count is not looked at.
+Array StreamDecoder::ReadTexts(const ArrayHeader& header) {
+    Need(header.Extent * kLeastValue, header.Word + 2, kTooManyElements);
+    Array made(VarType::String, header.Lower, header.Elements());
+    for (Text& text : made.MutableElements<Text>()) text = ReadText();
+    return made;
+}
+
+// Each element takes two words at least, and none may be promised twice: without that, every level
+// of nested arrays could claim the whole rest of the stream again.
+Array StreamDecoder::ReadValues(const ArrayHeader& header) {
+    if (depth_ == kStreamDepth) throw StreamDamage(header.Word, "arrays are nested too deep");
+    if (header.Count == 0) {
+        TakeSpare(header.Extent * sizeof(Variant), header.Word + 2);
+        return {VarType::Variant, header.Lower, header.Elements()};
+    }
+    Need(header.Extent * kLeastValue, header.Word + 2, kTooManyElements);
+    ++depth_;
+    Array made(VarType::Variant, header.Lower, header.Elements());
+    promised_ += header.Extent * kLeastValue;
+    for (Variant& value : made.MutableElements<Variant>()) {
+        promised_ -= kLeastValue;
+        value = Read();
+    }
+    --depth_;
+    return made;
+}
+
+std::uint32_t StreamDecoder::TakeLong() noexcept {
+    position_ += 2;
+    return LongAt(words_.data() + position_ - 2);
+}
+
+void StreamDecoder::TakeSpare(std::uint64_t bytes, std::size_t word) {
+    if (bytes > spare_) throw StreamDamage(word, "an array's bounds exceed its data");
+    spare_ -= bytes;
+}
+
+}  // namespace zorvane

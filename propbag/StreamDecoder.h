@@ -1,0 +1,75 @@
+#pragma once
+// StreamDecoder: tagged values out of the words of a stream that may be damaged or hostile.
+//
+// Every count, length and bound is checked in 64 bits against the words that are left before
+// anything is allocated, so what is decoded takes a small multiple of the stream's size, however
+// its arrays are nested. Nothing in a stream ever becomes a pointer.
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <span>
+
+#include "platform/Text.h"
+#include "platform/Variant.h"
+
+namespace zorvane {
+
+// The word at which a stream cannot be read on, and why.
+class StreamDamage : public std::exception {
+  public:
+    StreamDamage(std::size_t word, const char* what) noexcept : Word(word), what_(what) {}
+    [[nodiscard]] const char* what() const noexcept override { return what_; }
+
+    std::size_t Word;
+
+  private:
+    const char* what_;  // a literal
+};
+
+enum class StreamCare {
+    Reader,   // reads on wherever that is safe, as every reader of the format does
+    Checker,  // also takes for damage what no writer of the format produces
+};
+
+class StreamDecoder {
+  public:
+    // `words` outlives the decoder; reading starts at word `position`.
+    StreamDecoder(std::span<const std::int16_t> words, std::size_t position,
+                  StreamCare care = StreamCare::Reader) noexcept
+        : words_(words), position_(position), care_(care), spare_(words.size_bytes()) {}
+
+    // The next word to be read; may stand behind the last one.
+    [[nodiscard]] std::size_t Position() const noexcept { return position_; }
+    // One encoded value. Throws StreamDamage; then the decoder is of no further use.
+    [[nodiscard]] Variant Read();
+
+  private:
+    struct ArrayHeader;
+
+    // Damage at `word` unless `words` more can be read, beside those that enclosing arrays await.
+    void Need(std::uint64_t words, std::size_t word, const char* what) const;
+    // Damage for a checker; a reader goes on.
+    void Doubt(bool doubtful, std::size_t word, const char* what) const;
+    // Takes bytes of memory that no words of the stream stand for.
+    void TakeSpare(std::uint64_t bytes, std::size_t word);
+    [[nodiscard]] Variant ReadArray(std::uint16_t element, std::uint16_t size);
+    [[nodiscard]] Array ReadNumbers(VarType element, std::uint16_t size, const ArrayHeader& header);
+    [[nodiscard]] Variant ReadScalar(std::uint16_t type, std::uint16_t size);
+    [[nodiscard]] Text ReadText();
+    [[nodiscard]] Array ReadTexts(const ArrayHeader& header);
+    [[nodiscard]] Array ReadValues(const ArrayHeader& header);
+    [[nodiscard]] std::uint32_t TakeLong() noexcept;  // two words that were checked
+    [[nodiscard]] std::uint16_t TakeWord() noexcept {
+        return static_cast<std::uint16_t>(words_[position_++]);
+    }
+
+    std::span<const std::int16_t> words_;
+    std::size_t position_;
+    StreamCare care_;
+    std::uint64_t spare_;         // bytes that arrays may still take beyond their data
+    std::uint64_t promised_ = 0;  // the least words of the elements that enclosing arrays await
+    int depth_ = 0;
+};
+
+}  // namespace zorvane

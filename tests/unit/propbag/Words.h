@@ -1,0 +1,63 @@
+#pragma once
+// Words of streams, written in tests as they are read: hexadecimal, four digits each.
+
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/Array.h"
+
+namespace zorvane {
+
+using Words = std::vector<std::int16_t>;
+
+inline Words Hex(const std::string& text) {
+    std::istringstream in(text);
+    Words words;
+    for (unsigned word = 0; in >> std::hex >> word;) {
+        words.push_back(static_cast<std::int16_t>(word));
+    }
+    return words;
+}
+
+inline std::string ToHex(std::span<const std::int16_t> words) {
+    std::string text;
+    for (const std::int16_t word : words) {
+        char digits[8];
+        std::snprintf(digits, sizeof digits, "%s%04X", text.empty() ? "" : " ",
+                      static_cast<unsigned>(static_cast<std::uint16_t>(word)));
+        text += digits;
+    }
+    return text;
+}
+
+// "Caption" set to "Hi" and "Left" set to the Long 1200, with the settings of a new bag: 61 words.
+inline Words TwoEntries() {
+    return Hex(
+        "FFFF FFFF  0003 0004 0002 0000 "
+        "2008 0004 0002 0000 0001 0000 0002 0000 "
+        "0007 0000 0043 0061 0070 0074 0069 006F 006E  0004 0000 004C 0065 0066 0074 "
+        "2008 0004 0002 0000 0001 0000 0002 0000  0000 0000 0000 0000 "
+        "0008 0000 0002 0000 0048 0069  0003 0004 04B0 0000 "
+        "0003 0004 0010 0000  000B 0002 FFFF  000B 0002 FFFF");
+}
+
+// A stream of one entry named "V" whose value is encoded as these words, with granularity 17.
+inline Words OneEntry(const Words& value) {
+    Words words =
+        Hex("FFFF FFFF 0003 0004 0001 0000 "
+            "2008 0004 0001 0000 0001 0000 0001 0000  0001 0000 0056 "
+            "2008 0004 0001 0000 0001 0000 0001 0000  0000 0000");
+    words.insert(words.end(), value.begin(), value.end());
+    const Words settings = Hex("0003 0004 0011 0000 000B 0002 FFFF 000B 0002 FFFF");
+    words.insert(words.end(), settings.begin(), settings.end());
+    return words;
+}
+
+// Where the value of OneEntry begins.
+inline constexpr std::size_t kValueWord = 27;
+
+}  // namespace zorvane
