@@ -63,8 +63,10 @@ build_preset() {
         -e "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$dir/CMakeCache.txt")" != 2 ]; then
         rm -rf "$dir"
     fi
-    if [ ! -f "$dir/build.ninja" ] || [ CMakePresets.json -nt "$dir/configured" ]; then
-        cmake --preset "$1" && : >"$dir/configured" || fail "Configuring failed; see above."
+    if [ ! -f "$dir/build.ninja" ] || [ ! -f "$dir/configured" ] ||
+        [ -n "$(find CMakePresets.json -newer "$dir/configured")" ]; then
+        cmake --preset "$1" || fail "Configuring failed; see above."
+        : >"$dir/configured"
     fi
     case $(ninja -C "$dir" -n 2>/dev/null) in
         *"no work to do"*) return 0 ;;
