@@ -1,0 +1,15 @@
+#pragma once
+// The program's version numbers, as the build states them.
+
+#include "platform/NumberText.h"
+#include "platform/Text.h"
+
+namespace zorvane {
+
+// "major.minor.revision"
+[[nodiscard]] inline Text ProgramVersion() {
+    return LongText(ZORVANE_VERSION_MAJOR) + Text(u".") + LongText(ZORVANE_VERSION_MINOR) +
+           Text(u".") + LongText(ZORVANE_VERSION_REVISION);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,120 @@
+#include "app/frmOrder.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/Logo.h"
+#include "app/frmOrderSummary.h"
+#include "forms/Dialogs.h"
+#include "forms/FontRecord.h"
+#include "forms/Label.h"
+#include "forms/Strings.h"
+
+namespace zorvane {
+namespace {
+
+Qt::InputMethodHints HintsFor(OrderField::Kind kind) {
+    switch (kind) {
+        case OrderField::Kind::Phone:
+            return Qt::ImhDialableCharactersOnly;
+        case OrderField::Kind::Mail:
+            return Qt::ImhEmailCharactersOnly | Qt::ImhNoAutoUppercase;
+        case OrderField::Kind::Number:
+            return Qt::ImhDigitsOnly;
+        case OrderField::Kind::Words:
+            break;
+    }
+    return Qt::ImhNone;
+}
+
+}  // namespace
+
+frmOrder::frmOrder() : Form("frmOrder") {
+    SetCaption(u"Order Zorvane");
+
+    auto* heading = new Label(this);
+    heading->setObjectName(QStringLiteral("Label1"));
+    QFont large = CompactFont(13);
+    large.setBold(true);
+    heading->setFont(large);
+    heading->SetCaption(u"Order Zorvane");
+    auto* text = new Label(this);
+    text->setObjectName(QStringLiteral("Label2"));
+    text->SetCaption(
+        u"Please fill in every box. You will then see a summary that you can copy, print or save "
+        u"and send to your supplier; nothing leaves this computer by itself.");
+
+    auto* form = new QFormLayout;
+    form->setHorizontalSpacing(12);
+    form->setVerticalSpacing(8);
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    for (std::size_t at = 0; at < boxes_.size(); ++at) {
+        const OrderField& field = Order::kFields[at];
+        auto* box = new QLineEdit(this);
+        box->setObjectName(QLatin1String(field.Control));
+        box->setAccessibleName(ToQString(field.Name));
+        box->setPlaceholderText(ToQString(field.Hint));
+        box->setInputMethodHints(HintsFor(field.Is));
+        form->addRow(ToQString(field.Caption), box);  // the label becomes the box's buddy
+        if (at > 0) setTabOrder(boxes_[at - 1], box);
+        boxes_[at] = box;
+    }
+
+    auto* ok = new QPushButton(QStringLiteral("&OK"), this);
+    ok->setObjectName(QStringLiteral("OkBtn"));
+    On(ok, &QPushButton::clicked, [this] { OkBtn_Click(); });
+    auto* cancel = new QPushButton(QStringLiteral("&Cancel"), this);
+    cancel->setObjectName(QStringLiteral("CancelBtn"));
+    On(cancel, &QPushButton::clicked, [this] { CancelBtn_Click(); });
+    SetDefaultButton(ok);
+    SetCancelButton(cancel);
+    setTabOrder(boxes_.back(), ok);
+    setTabOrder(ok, cancel);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(20, 18, 20, 16);
+    layout->setSpacing(10);
+    layout->addWidget(heading);
+    layout->addWidget(text);
+    layout->addSpacing(4);
+    layout->addLayout(form);
+    layout->addStretch();
+    layout->addLayout(buttons);
+    resize(ToPixels(7200), ToPixels(6600));
+    setMinimumSize(ToPixels(5700), ToPixels(6000));
+    boxes_.front()->setFocus();
+}
+
+void frmOrder::CancelBtn_Click() {
+    Unload();
+}
+
+void frmOrder::OkBtn_Click() {
+    const Order order = Entered();
+    if (const auto empty = order.FirstEmpty()) {
+        Dialogs::Current().Message(this, windowTitle(), ToQString(kIncompleteOrder),
+                                   Dialogs::Kind::Warning);
+        boxes_.at(*empty)->setFocus();
+        return;
+    }
+    const Ref<frmOrderSummary> summary = MakeObject<frmOrderSummary>(order);
+    summary->ShowModal(this);
+    if (summary->Finished()) Unload();
+}
+
+Order frmOrder::Entered() const {
+    Order order;
+    for (std::size_t at = 0; at < boxes_.size(); ++at) {
+        order.Answers[at] = ToText(boxes_[at]->text());
+    }
+    return order;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,28 @@
+#pragma once
+// frmOrder: the order form: a box for each of a buyer's details, none of which may stay empty.
+
+#include <array>
+
+#include "app/Order.h"
+#include "forms/Form.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace zorvane {
+
+class frmOrder : public Form {
+    Q_OBJECT
+  public:
+    frmOrder();
+
+    void CancelBtn_Click();
+    void OkBtn_Click();
+
+  private:
+    [[nodiscard]] Order Entered() const;
+
+    std::array<QLineEdit*, Order::kFields.size()> boxes_{};
+};
+
+}  // namespace zorvane

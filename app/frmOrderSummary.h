@@ -1,0 +1,35 @@
+#pragma once
+// frmOrderSummary: a complete order, to be copied, printed or saved, or to be gone over once more.
+
+#include "app/Order.h"
+#include "forms/Form.h"
+
+class QPlainTextEdit;
+
+namespace zorvane {
+
+class Label;
+
+class frmOrderSummary : public Form {
+    Q_OBJECT
+  public:
+    explicit frmOrderSummary(const Order& order);
+
+    // False while the buyer wants to go back to the form.
+    [[nodiscard]] bool Finished() const noexcept { return finished_; }
+
+    void BackBtn_Click();
+    void CloseBtn_Click();
+    void CopyBtn_Click();
+    void PrintBtn_Click();
+    void SaveBtn_Click();
+
+  private:
+    [[nodiscard]] QString SummaryText() const;
+
+    QPlainTextEdit* text_;
+    Label* status_;
+    bool finished_ = true;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,98 @@
+#include "forms/Dialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTextDocument>
+#include <utility>
+
+#include "forms/FontDialog.h"
+
+namespace zorvane {
+namespace {
+
+Dialogs* replacement = nullptr;
+
+QMessageBox::Icon IconOf(Dialogs::Kind kind) {
+    switch (kind) {
+        case Dialogs::Kind::Information:
+            return QMessageBox::Information;
+        case Dialogs::Kind::Warning:
+            return QMessageBox::Warning;
+        case Dialogs::Kind::Failure:
+            break;
+    }
+    return QMessageBox::Critical;
+}
+
+}  // namespace
+
+Dialogs& Dialogs::Current() {
+    static Dialogs toolkit;
+    return replacement ? *replacement : toolkit;
+}
+
+std::optional<OleColour> Dialogs::Colour(QWidget* owner, OleColour shown) {
+    const QColor chosen =
+        QColorDialog::getColor(ToQColor(shown, QApplication::palette()), owner,
+                               QStringLiteral("Color"), QColorDialog::DontUseNativeDialog);
+    if (!chosen.isValid()) return std::nullopt;
+    return FromQColor(chosen);
+}
+
+std::optional<FontChoice> Dialogs::FontAndColour(QWidget* owner, const FontChoice& shown) {
+    FontDialog dialog(shown, owner);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.Choice();
+}
+
+std::optional<QString> Dialogs::InputBox(QWidget* owner, const QString& title,
+                                         const QString& prompt, const QString& shown) {
+    QInputDialog dialog(owner);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(shown);
+    dialog.resize(360, dialog.sizeHint().height());
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.textValue();
+}
+
+void Dialogs::Message(QWidget* owner, const QString& title, const QString& message, Kind kind) {
+    QMessageBox box(IconOf(kind), title, message, QMessageBox::Ok, owner);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.exec();
+}
+
+bool Dialogs::Print(QWidget* owner, const QString& title, const QString& text) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(title);
+    QPrintDialog dialog(&printer, owner);
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    QTextDocument document;
+    document.setDefaultFont(CompactFont(11));
+    document.setPlainText(text);
+    document.print(&printer);
+    return true;
+}
+
+std::optional<QString> Dialogs::SaveFileName(QWidget* owner, const QString& title,
+                                             const QString& suggested, const QString& filter) {
+    const QString path = QFileDialog::getSaveFileName(owner, title, suggested, filter, nullptr,
+                                                      QFileDialog::DontUseNativeDialog);
+    if (path.isEmpty()) return std::nullopt;
+    return path;
+}
+
+ScopedDialogs::ScopedDialogs(Dialogs& dialogs) : before_(std::exchange(replacement, &dialogs)) {}
+
+ScopedDialogs::~ScopedDialogs() {
+    replacement = before_;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,64 @@
+#include "forms/FontDialog.h"
+
+#include <QDialogButtonBox>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QFontInfo>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zorvane {
+namespace {
+
+// Without a style name the dialog selects whichever style of that weight it meets first, such as an
+// oblique one.
+QFont Styled(QFont font) {
+    font.setStyleName(QFontDatabase::styleString(QFontInfo(font)));
+    return font;
+}
+
+}  // namespace
+
+FontDialog::FontDialog(const FontChoice& shown, QWidget* owner)
+    : QDialog(owner),
+      choice_(shown),
+      fonts_(new QFontDialog(Styled(ToQFont(shown.Font)), this)),
+      colour_(new QPushButton(QStringLiteral("Text &color..."))) {
+    setWindowTitle(QStringLiteral("Font"));
+    fonts_->setWindowFlags(Qt::Widget);
+    fonts_->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
+
+    colour_->setObjectName(QStringLiteral("TextColorBtn"));
+    connect(colour_, &QPushButton::clicked, this, [this] { PickColour(); });
+    ShowColour();
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->addButton(colour_, QDialogButtonBox::ActionRole);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fonts_);
+    layout->addWidget(buttons);
+    fonts_->show();
+    opened_ = fonts_->currentFont();  // as the dialog understands it, not as it was asked
+}
+
+FontChoice FontDialog::Choice() const {
+    return {WithChanges(choice_.Font, opened_, fonts_->currentFont()), choice_.Colour};
+}
+
+void FontDialog::PickColour() {
+    if (const auto picked = Dialogs::Current().Colour(this, choice_.Colour)) {
+        choice_.Colour = *picked;
+        ShowColour();
+    }
+}
+
+void FontDialog::ShowColour() {
+    QPixmap patch(16, 16);
+    patch.fill(ToQColor(choice_.Colour, palette()));
+    colour_->setIcon(patch);
+}
+
+}  // namespace zorvane

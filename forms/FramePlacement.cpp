@@ -1,0 +1,138 @@
+#include "forms/FramePlacement.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+namespace zorvane {
+namespace {
+
+constexpr int kSteps = 20;
+constexpr int kStepTime = 10;  // milliseconds
+
+QMargins usualBorders;
+
+}  // namespace
+
+QRect WithinReach(QRect frame) {
+    constexpr int kTitleHeight = 24;
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (!primary) return frame;
+    frame.setSize(frame.size().boundedTo(2 * primary->virtualSize()));
+    const QRect title(frame.x(), frame.y(), frame.width(), kTitleHeight);
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect seen = title & screen->availableGeometry();
+        if (seen.width() >= 64 && seen.height() >= 16) return frame;
+    }
+    const QRect area = primary->availableGeometry();
+    const auto into = [](int from, int room, int length, int wish) {
+        return std::clamp(wish, from, std::max(from, from + room - length));
+    };
+    frame.moveLeft(into(area.left(), area.width(), frame.width(), frame.left()));
+    frame.moveTop(into(area.top(), area.height(), frame.height(), frame.top()));
+    return frame;
+}
+
+QMargins FramePlacement::UsualBorders() noexcept {
+    return usualBorders;
+}
+
+TwipRect FramePlacement::Frame() const {
+    const Pixels now = Now();
+    const bool pending = stepsLeft_ != 0;
+    // Borders may come later than anyone waits for: a side counts as untouched while either the
+    // outer or the inner edge is where the assignment left it.
+    const auto side = [pending](const std::optional<float>& wanted, int outer, int outerThen,
+                                int inner, int innerThen) {
+        const bool untouched = pending || outer == outerThen || inner == innerThen;
+        return wanted && untouched ? *wanted : ToTwips(outer);
+    };
+    const auto& [outer, inner] = now;
+    const auto& [outerThen, innerThen] = applied_;
+    return {side(wanted_.Left, outer.x(), outerThen.x(), inner.x(), innerThen.x()),
+            side(wanted_.Top, outer.y(), outerThen.y(), inner.y(), innerThen.y()),
+            side(wanted_.Width, outer.width(), outerThen.width(), inner.width(), innerThen.width()),
+            side(wanted_.Height, outer.height(), outerThen.height(), inner.height(),
+                 innerThen.height())};
+}
+
+void FramePlacement::Shown() {
+    if (!wanted_.Any()) {
+        QTimer::singleShot(kSteps * kStepTime, &window_, [this] {
+            if (const QWindow* handle = window_.windowHandle()) {
+                if (!handle->frameMargins().isNull()) usualBorders = handle->frameMargins();
+            }
+        });
+        return;
+    }
+    stepsLeft_ = kSteps;
+    ScheduleStep(0);
+}
+
+void FramePlacement::Apply(const QMargins& borders) {
+    const Pixels now = Now();
+    const auto pixels = [](const std::optional<float>& side, int otherwise) {
+        return side ? ToPixels(*side) : otherwise;
+    };
+    const QSize size = now.Inner.size().grownBy(borders);
+    const QRect wish(pixels(wanted_.Left, now.Outer.x()), pixels(wanted_.Top, now.Outer.y()),
+                     std::max(1, pixels(wanted_.Width, size.width())),
+                     std::max(1, pixels(wanted_.Height, size.height())));
+    const QRect frame = WithinReach(wish);
+    const QSize inner = frame.size().shrunkBy(borders).expandedTo(QSize(1, 1));
+    if (window_.size() != inner) window_.resize(inner);
+    if (Placed() && now.Outer.topLeft() != frame.topLeft()) window_.move(frame.topLeft());
+    applied_ = Now();
+}
+
+void FramePlacement::Assign(std::optional<float>& side, float twips) {
+    if (!std::isfinite(twips)) return;
+    // The other sides may have been moved by the person since they were assigned.
+    const TwipRect now = Frame();
+    if (wanted_.Left) wanted_.Left = now.Left;
+    if (wanted_.Top) wanted_.Top = now.Top;
+    if (wanted_.Width) wanted_.Width = now.Width;
+    if (wanted_.Height) wanted_.Height = now.Height;
+    side = twips;
+    if (window_.isVisible()) {
+        stepsLeft_ = kSteps;
+        Step();
+    } else {
+        Apply(usualBorders);
+    }
+}
+
+void FramePlacement::ScheduleStep(int milliseconds) {
+    QTimer::singleShot(milliseconds, &window_, [this] { Step(); });
+}
+
+// The borders are the window manager's and are known only some time after the window was mapped;
+// waiting in a nested event loop would let other handlers in.
+void FramePlacement::Step() {
+    if (stepsLeft_ == 0) return;
+    if (!window_.isVisible() || !window_.windowHandle()) {
+        stepsLeft_ = 0;
+        return;
+    }
+    --stepsLeft_;
+    const QMargins borders = window_.windowHandle()->frameMargins();
+    if (!borders.isNull()) usualBorders = borders;
+    if (!borders.isNull() || stepsLeft_ == 0) Apply(borders);
+    const bool heard = !borders.isNull() && stepsLeft_ < kSteps - 5;
+    if (heard && applied_.Outer.size() == Now().Inner.size().grownBy(borders)) stepsLeft_ = 0;
+    if (stepsLeft_ != 0) ScheduleStep(kStepTime);
+}
+
+FramePlacement::Pixels FramePlacement::Now() const {
+    const bool plain = !(window_.windowState() &
+                         (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen));
+    if (plain) return {window_.frameGeometry(), window_.geometry()};
+    const QRect inner = window_.normalGeometry();
+    return {inner.marginsAdded(usualBorders), inner};
+}
+
+}  // namespace zorvane

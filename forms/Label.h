@@ -1,0 +1,23 @@
+#pragma once
+// Label: plain text that wraps, with its caption kept as assigned.
+
+#include <QLabel>
+
+#include "platform/Text.h"
+
+namespace zorvane {
+
+class Label : public QLabel {
+    Q_OBJECT
+  public:
+    explicit Label(QWidget* parent = nullptr);
+
+    [[nodiscard]] const Text& Caption() const noexcept { return caption_; }
+    // Shown with each carriage return and line feed as one line break; never as rich text.
+    void SetCaption(const Text& caption);
+
+  private:
+    Text caption_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,58 @@
+#include "forms/WrapButton.h"
+
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include "forms/FitText.h"
+#include "forms/Strings.h"
+
+namespace zorvane {
+namespace {
+
+constexpr int kInset = 6;  // pixels between the style's contents rectangle and the caption
+
+}  // namespace
+
+WrapButton::WrapButton(QWidget* parent) : QPushButton(parent) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+}
+
+void WrapButton::SetCaption(const QString& caption) {
+    setText(caption);
+    setAccessibleName(QString(caption).remove(QLatin1Char('&')).simplified());
+    updateGeometry();
+}
+
+QSize WrapButton::minimumSizeHint() const {
+    return sizeHint();
+}
+
+QSize WrapButton::sizeHint() const {
+    constexpr int kUsualWidth = 260;
+    const QSize taken = WrappedSize(font(), ForDisplay(text()), kUsualWidth);
+    return taken + QSize(4 * kInset, 3 * kInset);
+}
+
+void WrapButton::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    painter.drawControl(QStyle::CE_PushButton, option);  // bevel and focus frame alone
+
+    QRect box = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
+    box.adjust(kInset, 0, -kInset, 0);
+    if (isDown()) {
+        box.translate(style()->pixelMetric(QStyle::PM_ButtonShiftHorizontal, &option, this),
+                      style()->pixelMetric(QStyle::PM_ButtonShiftVertical, &option, this));
+    }
+    const QString caption = ForDisplay(text());
+    painter.setFont(FittingFont(font(), caption, box.size()));
+    const bool underline = style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this) != 0;
+    const int flags = Qt::AlignCenter | Qt::TextWordWrap |
+                      (underline ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+    style()->drawItemText(&painter, box, flags, option.palette, isEnabled(), caption,
+                          QPalette::ButtonText);
+}
+
+}  // namespace zorvane
