@@ -169,7 +169,7 @@ Text KeyListEX::Key(std::int32_t Index) const {
 auto KeyListEX::Look(Text key) -> Search {
     if (Sorted()) {
         RestoreKeyOrder();
-        return SearchSorted(key);
+        return SearchSorted(key, !Unique());
     }
     Search first{false, Count() + 1};
     index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {

@@ -211,7 +211,7 @@ class KeyedRecords : public Object {
         SelectKey();
         Sort();
     }
-    [[nodiscard]] Search SearchSorted(const Text& key) const;
+    [[nodiscard]] Search SearchSorted(const Text& key, bool firstOfEquals) const;
     void SelectKey() noexcept {
         sortOffset_ = offsetof(Record, Key);
         sortComparer_ = keyComparer_ = modZorvane::CompareString;
@@ -231,7 +231,7 @@ class KeyedRecords : public Object {
         return record != nullptr;
     }
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
-    [[nodiscard]] Search SearchByHalves(const Text& key) const;
+    [[nodiscard]] Search SearchByHalves(const Text& key, bool firstOfEquals) const;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
 
     bool orderedByKey_ = false;
@@ -306,7 +306,7 @@ bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
         sortOffset_ = column.Offset;
         sortComparer_ = modZorvane::ComparerForType(column.Type);
         if (column.Offset == offsetof(Record, Key)) keyComparer_ = sortComparer_;
-        if (SortNow) Sort();
+        if (SortNow) Self().Sort();
         return false;
     }
     sortOffset_ = 0;
@@ -318,8 +318,9 @@ bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
 // answer is the first equal key or the one place between; only which of several equal keys is hit,
 // and anything in another order, takes the search by halves to tell.
 template <class Derived, class Record>
-auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key) const -> Search {
-    if (!InSearchOrder()) return SearchByHalves(key);
+auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key, bool firstOfEquals) const
+    -> Search {
+    if (!InSearchOrder()) return SearchByHalves(key, firstOfEquals);
     const int ahead = settings_.Descending ? 1 : -1;
     const std::int32_t position = records_.PartitionPoint(
         [&](const Record& record) { return CompareTexts(record.Key, key, Mode()) == ahead; });
@@ -327,19 +328,26 @@ auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key) const -> Searc
         return at <= Count() && EqualTexts(records_.At(at).Key, key, Mode());
     };
     if (!equals(position)) return {false, position};
-    if (settings_.Unique && equals(position + 1)) return SearchByHalves(key);
+    if (!firstOfEquals && equals(position + 1)) return SearchByHalves(key, firstOfEquals);
     return {true, position};
 }
 
 template <class Derived, class Record>
-auto KeyedRecords<Derived, Record>::SearchByHalves(const Text& key) const -> Search {
+auto KeyedRecords<Derived, Record>::SearchByHalves(const Text& key, bool firstOfEquals) const
+    -> Search {
     std::int32_t low = 1;
     std::int32_t high = Count();
     const int ahead = settings_.Descending ? 1 : -1;
+    const auto orderAt = [&](std::int32_t at) {
+        return CompareTexts(records_.At(at).Key, key, Mode());
+    };
     while (low <= high) {
-        const std::int32_t middle = MiddleHalfEven(low, high);
-        const int order = CompareTexts(records_.At(middle).Key, key, Mode());
-        if (order == 0) return {true, middle};
+        std::int32_t middle = MiddleHalfEven(low, high);
+        const int order = orderAt(middle);
+        if (order == 0) {
+            while (firstOfEquals && middle > 1 && orderAt(middle - 1) == 0) --middle;
+            return {true, middle};
+        }
         if (order == ahead) {
             low = middle + 1;
         } else {

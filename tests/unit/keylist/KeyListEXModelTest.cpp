@@ -8,7 +8,7 @@ namespace zorvane {
 TEST(KeyListEX_Model, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
     for (std::uint32_t seed = 1; seed <= 12; ++seed) {
         const auto disagreement = RunKeyListModel(seed, 2500);
-        ASSERT_FALSE(disagreement) << *disagreement;
+        ASSERT_FALSE(disagreement) << "seed " << seed << ": " << *disagreement;
     }
 }
 

@@ -1,0 +1,317 @@
+#include "collection/ZVCollectionEx.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/Random.h"
+#include "runtime/SlotTable.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kLeastGranularity = 128;
+constexpr std::int32_t kGreatestGranularity = 32768;
+constexpr std::size_t kHashedUnits = 128;
+
+// A small step forward for every unit, so the hash sees case although equality does not.
+// Kept: the first unit is added in 16 bits that wrap, so some keys of one unit have a negative
+// hash.
+std::int32_t HashOf(std::u16string_view key) noexcept {
+    if (key.empty()) return 17;
+    const std::u16string_view hashed = key.substr(0, kHashedUnits);
+    auto hash = static_cast<std::int32_t>(static_cast<std::int16_t>(hashed.front() + 17));
+    for (const char16_t unit : hashed.substr(1)) {
+        hash =
+            static_cast<std::int32_t>((static_cast<std::uint32_t>(hash) * 2 + unit) & 0x3FFFFFFF);
+    }
+    return hash;
+}
+
+// CopyFrom takes a step as it comes; the store grows by a sane one all the same.
+std::int32_t UsableStep(std::int32_t step) noexcept {
+    return std::clamp(step, 1, kGreatestGranularity);
+}
+
+std::int32_t Grown(std::int32_t count, std::int32_t step) noexcept {
+    const std::int64_t capacity = std::int64_t{count} + UsableStep(step);
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(capacity, std::numeric_limits<std::int32_t>::max()));
+}
+
+}  // namespace
+
+ZVCollectionEx::ZVCollectionEx() {
+    Clear();
+}
+
+ZVCollectionEx::ZVCollectionEx(ZVCollectionEx&& other) noexcept : ZVCollectionEx() {
+    swap(*this, other);
+}
+
+ZVCollectionEx& ZVCollectionEx::operator=(ZVCollectionEx&& other) noexcept {
+    ZVCollectionEx taken(std::move(other));
+    swap(*this, taken);
+    return *this;
+}
+
+Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
+    const bool raise = Options.ReturnItem;
+    if (Key.Empty()) {
+        if (Sorted()) return Fail(Failure::Unknown, Key, raise);
+        Key = GeneratedKey();
+    }
+    // Kept: the store grows even for a key that is then rejected.
+    if (Count() == capacity_) Rehash(Grown(capacity_, Granularity()));
+    if (Holder(Key)) return Fail(Failure::KeyPresent, Key, raise);
+
+    const bool end = Options.Position < 1 || Options.Position > Count() + 1;
+    std::int32_t position = end ? Count() + 1 : Options.Position;
+    if (Sorted()) {
+        static_cast<void>(BinaryExists(Key, position));
+    } else {
+        const auto place = PlaceBeforeOrAfter(Options, Count(),
+                                              [&](const Text& key) -> std::optional<std::int32_t> {
+                                                  const auto named = Holder(key);
+                                                  if (!named) return std::nullopt;
+                                                  return records_.PositionOf(*named);
+                                              });
+        if (place && place->Wrong) return Fail(*place->Wrong, Key, raise);
+        if (place) position = place->Position;
+    }
+    const bool inOrder = Sorted() && InSearchOrder();
+
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    const RecordNumber number = records_.Insert(position);
+    index_.Insert(Key.FoldedHash(), number);
+    CollectionRecord& record = records_.OfNumber(number);
+    record.Key = std::move(Key);
+    record.Item = std::move(Item);
+    record.AddedAt = additions_++;
+    seated_ = false;
+    NoteKeyOrder(inOrder);
+    settings_.Changed = true;
+    if (raise) return record.Item;
+    return position;
+}
+
+void ZVCollectionEx::Append(CollectionRecord record) {
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    const RecordNumber number = records_.Insert(Count() + 1);
+    index_.Insert(record.Key.FoldedHash(), number);
+    foreignCodes_ =
+        foreignCodes_ || (record.HashCode != 0 && record.HashCode != HashOf(record.Key));
+    record.AddedAt = additions_++;
+    records_.OfNumber(number) = std::move(record);
+    capacity_ = std::max(capacity_, Count());
+    seated_ = false;
+    NoteKeyOrder(false);
+}
+
+bool ZVCollectionEx::BinaryExists(Text Key, std::int32_t& Index) {
+    RestoreKeyOrder();
+    const Search found = SearchSorted(Key, false);
+    Index = found.Position;
+    return found.Found;
+}
+
+void ZVCollectionEx::Clear() {
+    // Released at the end, when the collection is whole again: the items' end may run code that
+    // uses it.
+    RecordStore<CollectionRecord> doomed;
+    swap(records_, doomed);
+    KeyIndex none;
+    swap(index_, none);
+    settings_ = {.Granularity = std::max(Granularity(), kLeastGranularity)};
+    foreignCodes_ = false;
+    Rehash(UsableStep(Granularity()));
+    NoteKeyOrder(true);
+    SelectKey();
+}
+
+std::span<const SortColumn> ZVCollectionEx::Columns() noexcept {
+    static constexpr std::array<SortColumn, 6> kColumns{{
+        {u"key", offsetof(CollectionRecord, Key), VarType::String},
+        {u"itemstring", offsetof(CollectionRecord, ItemString), VarType::String},
+        {u"itemlong", offsetof(CollectionRecord, ItemLong), VarType::Long},
+        {u"item", offsetof(CollectionRecord, Item), VarType::Variant},
+        {u"hashindex", offsetof(CollectionRecord, HashIndex), VarType::Long},
+        {u"hashcode", offsetof(CollectionRecord, HashCode), VarType::Long},
+    }};
+    return kColumns;
+}
+
+Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) const {
+    if (Index <= 0) return settings_.At(Column);
+    if (Index > Count()) return {};
+    const CollectionRecord& record = records_.At(Index);
+    switch (Column) {
+        case 1:
+            return HashCodeOf(record);
+        case 2:
+            SeatRecords();
+            return record.HashIndex;
+        case 3:
+            return record.Item;
+        case 4:
+            return record.ItemLong;
+        case 5:
+            return record.ItemString;
+        case 6:
+            return record.Key;
+        default:
+            return {};
+    }
+}
+
+bool ZVCollectionEx::Exists(const Variant& vKeyIndex, std::int32_t& Index) const {
+    const auto number = FindNumber(vKeyIndex);
+    if (vKeyIndex.IsText()) Index = number ? records_.PositionOf(*number) : Count() + 1;
+    return number.has_value();
+}
+
+Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const {
+    if (raise) RaiseError(failure, u"::Add", kKeyLabel, key);
+    return QuietCode(failure);
+}
+
+std::optional<RecordNumber> ZVCollectionEx::FindNumber(const Variant& vKeyIndex) const {
+    const KeyOrPosition named = Classify(vKeyIndex);
+    if (named.Is == KeyOrPosition::Kind::Key) return Holder(*named.Key);
+    if (named.Position < 1 || named.Position > Count()) return std::nullopt;
+    return records_.NumberAt(named.Position);
+}
+
+CollectionRecord* ZVCollectionEx::FindRecord(const Variant& vKeyIndex) {
+    const auto number = FindNumber(vKeyIndex);
+    return number ? &records_.OfNumber(*number) : nullptr;
+}
+
+Text ZVCollectionEx::GeneratedKey() const {
+    Text key;
+    do {
+        key = Variant(ProgramRandom().Next()).ToText() + Variant(SecondsSinceMidnight()).ToText();
+    } while (Holder(key));
+    return key;
+}
+
+std::int32_t ZVCollectionEx::HashCodeOf(const CollectionRecord& record) noexcept {
+    if (record.HashCode == 0) record.HashCode = HashOf(record.Key);
+    return record.HashCode;
+}
+
+// Same text without regard to case, and same hash code: identical texts have that by themselves.
+std::optional<RecordNumber> ZVCollectionEx::Holder(const Text& key) const {
+    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        const CollectionRecord& record = records_.OfNumber(number);
+        if (record.Key == key && !foreignCodes_) return true;
+        return EqualTexts(record.Key, key, CompareMode::Text) && HashCodeOf(record) == HashOf(key);
+    });
+}
+
+Text ZVCollectionEx::Key(std::int32_t Index) const {
+    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
+    return records_.At(Index).Key;
+}
+
+Enumerator ZVCollectionEx::NewEnum() const {
+    return Enumerator(std::make_shared<const std::vector<Variant>>(begin(), end()));
+}
+
+CollectionRecord ZVCollectionEx::ReadRecord(Object& source, std::int32_t index) {
+    CollectionRecord record;
+    record.HashCode = SourceCell(source, index, 1).ToLong();
+    record.Item = SourceCell(source, index, 3);
+    record.ItemLong = SourceCell(source, index, 4).ToLong();
+    record.ItemString = SourceCell(source, index, 5).ToText();
+    record.Key = SourceCell(source, index, 6).ToText();
+    return record;
+}
+
+// A new capacity, and every live record seated anew in position order.
+void ZVCollectionEx::Rehash(std::int32_t capacity) noexcept {
+    capacity_ = capacity;
+    rehashedAt_ = additions_;
+    seated_ = false;
+}
+
+Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
+    const auto number = FindNumber(vKeyIndex);
+    if (!number) {
+        if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, vKeyIndex);
+        return std::int16_t{0};
+    }
+    const std::int32_t position = records_.PositionOf(*number);
+    records_.PrepareErase(position);
+    // Released at the end, when the collection is whole again.
+    CollectionRecord doomed = std::move(records_.OfNumber(*number));
+    index_.Erase(doomed.Key.FoldedHash(), *number);
+    records_.Erase(position);
+    seated_ = false;
+    settings_.Changed = true;
+    if (ReturnItem) return std::move(doomed.Item);
+    return position;
+}
+
+void ZVCollectionEx::Reordered() noexcept {
+    index_.Clear();
+    // From the end: of keys that a copied source repeated, a look-up gives the last.
+    for (std::int32_t i = Count(); i >= 1; --i) {
+        index_.Insert(records_.At(i).Key.FoldedHash(), records_.NumberAt(i));
+    }
+    Rehash(capacity_);
+}
+
+// Gives every record the slot that it has in a table of 2 * Capacity() + 1 slots after all that
+// happened to it: first those of the last re-hash in position order, then the later ones in theirs.
+void ZVCollectionEx::SeatRecords() const {
+    if (seated_) return;
+    SlotTable table(static_cast<std::uint32_t>(capacity_) * 2 + 1);
+    const auto seat = [&](const CollectionRecord& record) {
+        record.HashIndex = static_cast<std::int32_t>(table.Seat(HashCodeOf(record)));
+    };
+    std::vector<const CollectionRecord*> later;
+    for (std::int32_t i = 1; i <= Count(); ++i) {
+        const CollectionRecord& record = records_.At(i);
+        if (record.AddedAt < rehashedAt_) {
+            seat(record);
+        } else {
+            later.push_back(&record);
+        }
+    }
+    std::ranges::sort(later, {}, &CollectionRecord::AddedAt);
+    for (const CollectionRecord* record : later) seat(*record);
+    seated_ = true;
+}
+
+void ZVCollectionEx::SetGranularity(std::int32_t value) {
+    settings_.Granularity = std::clamp(value, kLeastGranularity, kGreatestGranularity);
+    Rehash(Grown(Count(), Granularity()));
+}
+
+bool ZVCollectionEx::Sort() {
+    // These two columns exist only once somebody asks for them.
+    if (sortOffset_ == offsetof(CollectionRecord, HashIndex)) SeatRecords();
+    if (sortOffset_ == offsetof(CollectionRecord, HashCode)) {
+        for (std::int32_t i = 1; i <= Count(); ++i) {
+            static_cast<void>(HashCodeOf(records_.At(i)));
+        }
+    }
+    return KeyedRecords::Sort();
+}
+
+void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept {
+    left.SwapRecords(right);
+    swap(left.index_, right.index_);
+    std::swap(left.capacity_, right.capacity_);
+    std::swap(left.additions_, right.additions_);
+    std::swap(left.rehashedAt_, right.rehashedAt_);
+    std::swap(left.foreignCodes_, right.foreignCodes_);
+    std::swap(left.seated_, right.seated_);
+}
+
+}  // namespace zorvane

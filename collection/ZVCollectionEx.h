@@ -1,0 +1,116 @@
+#pragma once
+// ZVCollectionEx: records under one text key, found through a hash, optionally kept sorted.
+//
+// Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
+// once; while Sorted() and the key is the sort column, keys follow Compare() and Descending(). Two
+// keys are the same when their hash codes are equal and their texts are equal without regard to
+// case. Cost: look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
+// at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
+// O(n^1.3) at worst.
+//
+// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "platform/Enumerator.h"
+#include "runtime/AddOptions.h"
+#include "runtime/KeyIndex.h"
+#include "runtime/KeyedRecords.h"
+
+namespace zorvane {
+
+struct CollectionRecord {
+    Variant Item;
+    Text Key;
+    Text ItemString;
+    std::uint64_t AddedAt = 0;  // counts additions: who was seated after whom
+    std::int32_t ItemLong = 0;
+    mutable std::int32_t HashCode = 0;   // of Key; 0 = not computed yet
+    mutable std::int32_t HashIndex = 0;  // the slot; known after SeatRecords alone
+};
+
+class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
+  public:
+    ZVCollectionEx();
+    ZVCollectionEx(ZVCollectionEx&& other) noexcept;
+    ZVCollectionEx& operator=(ZVCollectionEx&& other) noexcept;
+    ZVCollectionEx(const ZVCollectionEx&) = delete;  // CopyFrom copies
+    ZVCollectionEx& operator=(const ZVCollectionEx&) = delete;
+
+    // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
+    // the place follows from the key; otherwise from Before, After or Position (1..Count()+1), else
+    // the end. An empty key is replaced by a generated one unless Sorted. ItemLong and ItemString
+    // of the new entry are 0 and "". Fails when the key is in use (28501, whatever Unique says),
+    // when Before or After names no entry or is neither key nor position (28503), and when it leads
+    // out of range or the key of a sorted collection is empty (28502): raised with ReturnItem, else
+    // returned as the Integer -28501, -28503 or -28500. A failure adds nothing, but may have grown
+    // the store or restored key order.
+    Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
+
+    // Whether an entry has the key, by binary search; Index receives its position, or where the key
+    // belongs. Re-sorts by key first when another comparer is selected.
+    [[nodiscard]] bool BinaryExists(Text Key, std::int32_t& Index);
+
+    // Records in the store before it grows. Slots of the hash table: twice as many and one.
+    [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
+
+    // Removes every entry and restores every setting; Granularity is raised to 128 if below.
+    void Clear();
+
+    // Column 1..6 of an entry (HashCode, HashIndex, Item, ItemLong, ItemString, Key), or with
+    // Index <= 0 setting 1..6 (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty
+    // for anything out of range. HashIndex: O(Count()) for the first after a change, then O(1).
+    [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
+
+    // Whether a key or position names an entry. A key: Index receives its position, or Count()+1. A
+    // position leaves Index as it is. Never re-sorts.
+    [[nodiscard]] bool Exists(const Variant& vKeyIndex, std::int32_t& Index) const;
+
+    [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
+    // Clamped to 128..32768; sets the capacity to Count() + Granularity.
+    void SetGranularity(std::int32_t value);
+
+    // The key at a position. Raises 28500 outside 1..Count().
+    [[nodiscard]] Text Key(std::int32_t Index) const;
+
+    // The items in position order as they stand now.
+    [[nodiscard]] Enumerator NewEnum() const;
+
+    // Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
+    // raises 28500 with ReturnItem, else gives the Integer 0.
+    Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
+
+    bool Sort();
+
+    friend void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept;
+
+  private:
+    friend class KeyedRecords<ZVCollectionEx, CollectionRecord>;
+    static constexpr const char16_t* kTypeName = u"ZVCollectionEx";
+    // Kept: the source of ItemString's errors has a small s here.
+    static constexpr std::u16string_view kItemStringMember = u"::Itemstring";
+
+    void Append(CollectionRecord record);
+    [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
+    Variant Fail(Failure failure, const Text& key, bool raise) const;
+    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) const;
+    [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex);
+    [[nodiscard]] Text GeneratedKey() const;
+    [[nodiscard]] static std::int32_t HashCodeOf(const CollectionRecord& record) noexcept;
+    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
+    [[nodiscard]] static CollectionRecord ReadRecord(Object& source, std::int32_t index);
+    void Rehash(std::int32_t capacity) noexcept;
+    void Reordered() noexcept;
+    void SeatRecords() const;
+
+    KeyIndex index_;  // every record under the folded hash of its key
+    std::int32_t capacity_ = 0;
+    std::uint64_t additions_ = 0;
+    std::uint64_t rehashedAt_ = 0;  // records added before are seated in position order
+    bool foreignCodes_ = false;     // a copied HashCode may differ from the key's own
+    mutable bool seated_ = false;   // every HashIndex is known
+};
+
+}  // namespace zorvane

@@ -1,0 +1,265 @@
+#include "keylist/CollectionEx.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "platform/CaseMapping.h"
+#include "platform/Error.h"
+#include "platform/LateBound.h"
+#include "platform/NumberText.h"
+#include "runtime/SortRecordArray.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kLeastSize = 20;
+constexpr float kLeastRatio = 1.5f;
+constexpr std::size_t kHashedUnits = 256;
+constexpr std::uint32_t kHashMask = 0x3FFFFFFF;
+constexpr std::int32_t kGreatest = std::numeric_limits<std::int32_t>::max();
+// A planned capacity is an announcement: beyond this, room is made as entries come.
+constexpr std::int32_t kRoomAtOnce = 1 << 16;
+
+}  // namespace
+
+void CollectionEx::SetMemory(std::int32_t InitialSize, std::int32_t GrowStep, float TableRatio) {
+    initialSize_ = std::max(InitialSize, kLeastSize);
+    tableRatio_ = TableRatio >= kLeastRatio ? TableRatio : kLeastRatio;
+    growStep_ = GrowStep < kLeastSize ? initialSize_ : GrowStep;
+    if (Count() == 0) Clear();
+    Rehash(std::max(initialSize_, Count()));
+}
+
+void CollectionEx::Clear() noexcept {
+    capacity_ = initialSize_;
+    ReleaseAll();
+}
+
+void CollectionEx::Add(Variant Item, const Text& Key, const CollectionExAdd& Options) {
+    // Let go at the end, when everything stands: a release may run code that uses this collection.
+    ItemSnapshot stale;
+    if (const auto present = FindKey(Key)) {
+        if (!Options.Replace) RaisePlatform(PlatformError::DuplicateKey);
+        swap(records_.OfNumber(*present).Item, Item);
+        stale = std::exchange(snapshot_, nullptr);
+        return;
+    }
+    if (Count() == capacity_) {
+        Rehash(static_cast<std::int32_t>(
+            std::min(std::int64_t{capacity_} + growStep_, std::int64_t{kGreatest})));
+    }
+    Text key = sorted_ ? LowerCase(Key) : Key;
+    const std::int32_t position = sorted_ ? FindSorted(key) : PlaceFor(Options);
+
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    const RecordNumber number = records_.Insert(position);
+    index_.Insert(key.FoldedHash(), number);
+    Record& record = records_.OfNumber(number);
+    record.Key = std::move(key);
+    record.Item = std::move(Item);
+    stale = std::exchange(snapshot_, nullptr);
+}
+
+// Where an unsorted collection puts a new entry.
+std::int32_t CollectionEx::PlaceFor(const CollectionExAdd& options) const {
+    if (options.Before && options.After) RaisePlatform(PlatformError::InvalidCall);
+    if (options.Before) return PositionOf(*options.Before);
+    if (options.After) return PositionOf(*options.After) + 1;
+    return Count() + 1;
+}
+
+Variant CollectionEx::Item(const Variant& vKeyIndex) const {
+    if (vKeyIndex.IsText()) {
+        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        if (!number) RaisePlatform(PlatformError::InvalidCall);
+        return records_.OfNumber(*number).Item;
+    }
+    const std::int32_t position = vKeyIndex.ToLong();
+    CheckIndex(position);
+    return records_.At(position).Item;
+}
+
+void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
+    std::int32_t position = 0;
+    if (vKeyIndex.IsText()) {
+        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        if (!number && Quiet) return;
+        if (!number) RaisePlatform(PlatformError::InvalidCall);
+        position = records_.PositionOf(*number);
+    } else {
+        position = vKeyIndex.ToLong();
+        if (Quiet && (position < 1 || position > Count())) return;
+        CheckIndex(position);
+    }
+    records_.PrepareErase(position);
+    const RecordNumber number = records_.NumberAt(position);
+    // Released at the end, when the collection is whole again.
+    const Record doomed = std::move(records_.OfNumber(number));
+    index_.Erase(doomed.Key.FoldedHash(), number);
+    records_.Erase(position);
+}
+
+Enumerator CollectionEx::NewEnum() {
+    if (!snapshot_) snapshot_ = std::make_shared<const std::vector<Variant>>(begin(), end());
+    return Enumerator(snapshot_);
+}
+
+bool CollectionEx::Exists(const Variant& vKeyIndex) const {
+    if (vKeyIndex.IsText()) return FindKey(vKeyIndex.TextUnchecked()).has_value();
+    const double value = vKeyIndex.ToDouble();
+    return value >= 1 && value <= Count();
+}
+
+std::int32_t CollectionEx::Index(const Text& Key) const {
+    const auto number = FindKey(Key);
+    return number ? records_.PositionOf(*number) : -1;
+}
+
+Text CollectionEx::Key(std::int32_t Position) const {
+    CheckIndex(Position);
+    return LowerCase(records_.At(Position).Key);
+}
+
+void CollectionEx::SetSorted(bool value) {
+    if (value == sorted_) return;
+    if (value) SortRecords();
+    sorted_ = value;
+}
+
+std::int32_t CollectionEx::TableSize() const noexcept {
+    const double slots = static_cast<double>(tableRatio_) * capacity_;
+    return static_cast<std::int32_t>(RoundHalfEvenSaturating(slots, 0, kGreatest)) | 1;
+}
+
+std::int32_t CollectionEx::HashKey(const Text& Key) {
+    const Text lowered = LowerCase(Key);
+    const std::u16string_view units = lowered.Units().substr(0, kHashedUnits);
+    if (units.empty()) return 17;
+    // Kept: the first unit counts as a signed 16-bit sum, so a key of one unit may hash below 0.
+    const auto first = static_cast<std::int16_t>(static_cast<std::uint16_t>(units[0] + 17));
+    auto hash = static_cast<std::uint32_t>(std::int32_t{first});
+    for (const char16_t unit : units.substr(1)) hash = (unit + 2 * hash) & kHashMask;
+    return static_cast<std::int32_t>(hash);
+}
+
+Variant CollectionEx::Call(std::u16string_view member, Arguments arguments) {
+    using C = CollectionEx;
+    using A = Arguments;
+    static constexpr auto optional = [](A a, std::size_t i) {
+        return i < a.size() && !a[i].IsEmpty() ? std::optional<Variant>(a[i]) : std::nullopt;
+    };
+    static constexpr LateMember<C> kMembers[] = {
+        {u"SetMemory", 3,
+         [](C& c, A a) -> Variant {
+             return c.SetMemory(a[0].ToLong(), a[1].ToLong(), a[2].ToSingle()), Variant();
+         }},
+        {u"Clear", 0, [](C& c, A) -> Variant { return c.Clear(), Variant(); }},
+        {u"Count", 0, [](C& c, A) -> Variant { return c.Count(); }},
+        {u"Add", 2,
+         [](C& c, A a) -> Variant {
+             const CollectionExAdd options{.Before = optional(a, 2),
+                                           .After = optional(a, 3),
+                                           .Replace = a.size() > 4 && a[4].ToBoolean()};
+             return c.Add(a[0], a[1].ToText(), options), Variant();
+         }},
+        {u"Item", 1, [](C& c, A a) -> Variant { return c.Item(a[0]); }},
+        {u"Remove", 1,
+         [](C& c, A a) -> Variant {
+             return c.Remove(a[0], a.size() > 1 && a[1].ToBoolean()), Variant();
+         }},
+        {u"Exists", 1, [](C& c, A a) -> Variant { return c.Exists(a[0]); }},
+        {u"Index", 1, [](C& c, A a) -> Variant { return c.Index(a[0].ToText()); }},
+        {u"Key", 1, [](C& c, A a) -> Variant { return c.Key(a[0].ToLong()); }},
+        {u"Sorted", 0, [](C& c, A) -> Variant { return c.Sorted(); }},
+    };
+    return InvokeMember<C>(*this, kMembers, member, arguments);
+}
+
+Variant CollectionEx::Get(std::u16string_view member, Arguments arguments) {
+    return Call(member, arguments);
+}
+
+void CollectionEx::Set(std::u16string_view member, const Variant& value, Arguments arguments) {
+    if (!EqualTexts(member, u"Sorted", CompareMode::Text)) {
+        return Object::Set(member, value, arguments);
+    }
+    SetSorted(value.ToBoolean());
+}
+
+void CollectionEx::CheckIndex(std::int32_t position) const {
+    if (position < 1 || position > Count()) RaisePlatform(PlatformError::OutOfRange);
+}
+
+std::optional<RecordNumber> CollectionEx::FindKey(const Text& key) const noexcept {
+    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        const Text& other = records_.OfNumber(number).Key;
+        return other.SharesWith(key) || EqualLowerCase(other, key);
+    });
+}
+
+// Where a lower-cased key belongs among sorted ones.
+std::int32_t CollectionEx::FindSorted(const Text& lowered) const noexcept {
+    return records_.PartitionPoint([&](const Record& record) {
+        return CompareTexts(record.Key, lowered, CompareMode::Binary) < 0;
+    });
+}
+
+// The position of a key (raises 5) or of a position (raises 9).
+std::int32_t CollectionEx::PositionOf(const Variant& vKeyIndex) const {
+    if (vKeyIndex.IsText()) {
+        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        if (!number) RaisePlatform(PlatformError::InvalidCall);
+        return records_.PositionOf(*number);
+    }
+    const std::int32_t position = vKeyIndex.ToLong();
+    CheckIndex(position);
+    return position;
+}
+
+// Plans for another capacity and makes room for it.
+void CollectionEx::Rehash(std::int32_t capacity) {
+    const std::int32_t room = std::min(capacity, std::max(kRoomAtOnce, Count()));
+    records_.Reserve(room);
+    index_.Reserve(static_cast<std::uint32_t>(room));
+    capacity_ = capacity;
+}
+
+// Empties the collection first and releases then: a release may run code that looks in here.
+void CollectionEx::ReleaseAll() noexcept {
+    RecordStore<Record> doomed;
+    swap(records_, doomed);
+    KeyIndex none;
+    swap(index_, none);
+    const ItemSnapshot stale = std::exchange(snapshot_, nullptr);
+}
+
+void CollectionEx::SortRecords() {
+    std::vector<Text> lowered;
+    lowered.reserve(static_cast<std::size_t>(Count()));
+    for (std::int32_t i = 1; i <= Count(); ++i) lowered.push_back(Key(i));
+    const auto order = modZorvane::SortedOrder(
+        lowered.size(), [&](std::uint32_t i) { return &lowered[i]; }, modZorvane::CompareString,
+        static_cast<std::int32_t>(CompareMode::Binary), false);
+    records_.Reorder(order);
+    index_.Clear();
+    for (std::int32_t i = 1; i <= Count(); ++i) {
+        Record& record = records_.At(i);
+        swap(record.Key, lowered[order[static_cast<std::size_t>(i) - 1]]);
+        index_.Insert(record.Key.FoldedHash(), records_.NumberAt(i));
+    }
+}
+
+void swap(CollectionEx& left, CollectionEx& right) noexcept {
+    swap(left.records_, right.records_);
+    swap(left.index_, right.index_);
+    std::swap(left.capacity_, right.capacity_);
+    std::swap(left.initialSize_, right.initialSize_);
+    std::swap(left.growStep_, right.growStep_);
+    std::swap(left.tableRatio_, right.tableRatio_);
+    std::swap(left.sorted_, right.sorted_);
+    std::swap(left.snapshot_, right.snapshot_);
+}
+
+}  // namespace zorvane

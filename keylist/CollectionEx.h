@@ -1,0 +1,157 @@
+#pragma once
+// CollectionEx: the hand-written keyed collection: items in order, each under a key of its own.
+//
+// Keys are the same when their lower-cased forms are; no two entries share one. Between public
+// calls: while Sorted(), keys stand in binary order of their lower-cased forms; Count() never
+// exceeds Capacity(). It raises the platform's numbers 5, 9 and 457 and, unlike the generated
+// classes, never answers with codes.
+//
+// Cost: look-up by key and by position O(1) to O(log n); Add and Remove the same and the move of at
+// most a block of 4-byte numbers. When memory runs out, std::bad_alloc leaves the entries as they
+// were.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "platform/Enumerator.h"
+#include "platform/Object.h"
+#include "platform/Variant.h"
+#include "runtime/KeyIndex.h"
+#include "runtime/RecordStore.h"
+
+namespace zorvane {
+
+// What Add takes beyond item and key. Before and After name an entry as vKeyIndex does.
+struct CollectionExAdd {
+    std::optional<Variant> Before;
+    std::optional<Variant> After;
+    bool Replace = false;  // a key that is present gets the new item instead of raising 457
+};
+
+// A vKeyIndex that holds a text is a key; anything else is converted to a 32-bit position (raises 6
+// or 13 where it has no such form).
+class CollectionEx : public Object {
+    struct Record {
+        Variant Item;
+        Text Key;  // as given, until an order by key asks for its lower-cased form
+    };
+
+  public:
+    class Iterator;
+
+    CollectionEx() noexcept = default;
+    CollectionEx(CollectionEx&& other) noexcept { swap(*this, other); }
+    CollectionEx& operator=(CollectionEx&& other) noexcept {
+        CollectionEx taken(std::move(other));
+        swap(*this, taken);
+        return *this;
+    }
+    CollectionEx(const CollectionEx&) = delete;
+    CollectionEx& operator=(const CollectionEx&) = delete;
+    ~CollectionEx() override { ReleaseAll(); }
+
+    // The capacity after Clear (at least 20), what is added when it is reached (below 20: the
+    // initial size) and hash slots per record (at least 1.5). An empty collection is cleared; one
+    // with entries takes the initial size as its capacity, but never less than Count().
+    void SetMemory(std::int32_t InitialSize, std::int32_t GrowStep, float TableRatio);
+    // Removes every entry. Kept: Sorted stays as it is.
+    void Clear() noexcept;
+    [[nodiscard]] std::int32_t Count() const noexcept { return records_.Count(); }
+
+    // While Sorted() the place follows from the key, and Before and After are ignored, even both.
+    // Raises 457 for a key that is present (unless Replace), and for a new key on an unsorted
+    // collection 5 when both Before and After are given or their key is absent, 9 when their
+    // position is outside 1..Count(). Kept: a full collection grows before such an error.
+    void Add(Variant Item, const Text& Key, const CollectionExAdd& Options = {});
+
+    // Raises 5 for an absent key and 9 for a position outside 1..Count().
+    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const;
+    // As Item; Quiet: nothing happens instead of 5 and 9.
+    void Remove(const Variant& vKeyIndex, bool Quiet = false);
+
+    // The items as they stood at the first enumeration since the last Add or Clear.
+    // Kept: what Remove took away in between still shows.
+    [[nodiscard]] Enumerator NewEnum();
+
+    // Whether a key is present; of any other value, whether it lies in 1..Count().
+    // Kept: it is compared as it stands, so 2.5 is present in a collection of three.
+    [[nodiscard]] bool Exists(const Variant& vKeyIndex) const;
+    // The position of a key, or -1.
+    [[nodiscard]] std::int32_t Index(const Text& Key) const;
+    // The key at a position, lower-cased. Raises 9 outside 1..Count().
+    [[nodiscard]] Text Key(std::int32_t Position) const;
+
+    [[nodiscard]] bool Sorted() const noexcept { return sorted_; }
+    // True sorts by key, O(n^1.3) at worst; False leaves the order as it is.
+    void SetSorted(bool value);
+
+    // What the collection is planned for: records, and slots of its hash table (always odd).
+    [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
+    [[nodiscard]] std::int32_t TableSize() const noexcept;
+    // The hash that a table of TableSize() slots is planned with: of a key in its lower-cased form,
+    // over its first 256 units. Keys counted up (String1, String2, ...) share few values of it, so
+    // look-ups here go by the text's own hash instead.
+    [[nodiscard]] static std::int32_t HashKey(const Text& Key);
+
+    // The items in position order; any change of the collection ends the pass.
+    [[nodiscard]] Iterator begin() const noexcept;
+    [[nodiscard]] Iterator end() const noexcept;
+
+    [[nodiscard]] Text TypeName() const override { return u"CollectionEx"; }
+    Variant Call(std::u16string_view member, Arguments arguments = {}) override;
+    Variant Get(std::u16string_view member, Arguments arguments = {}) override;
+    void Set(std::u16string_view member, const Variant& value, Arguments arguments = {}) override;
+
+    friend void swap(CollectionEx& left, CollectionEx& right) noexcept;
+
+  private:
+    void CheckIndex(std::int32_t position) const;
+    [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& key) const noexcept;
+    [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
+    [[nodiscard]] std::int32_t PlaceFor(const CollectionExAdd& options) const;
+    [[nodiscard]] std::int32_t PositionOf(const Variant& vKeyIndex) const;
+    void Rehash(std::int32_t capacity);
+    void ReleaseAll() noexcept;
+    void SortRecords();
+
+    RecordStore<Record> records_;
+    KeyIndex index_;  // every record under the folded hash of its key
+    std::int32_t capacity_ = 1000;
+    std::int32_t initialSize_ = 1000;
+    std::int32_t growStep_ = 1000;
+    float tableRatio_ = 2.0f;
+    bool sorted_ = false;
+    ItemSnapshot snapshot_;  // null until NewEnum, and again after Add and Clear
+};
+
+class CollectionEx::Iterator {
+  public:
+    using value_type = Variant;
+    using difference_type = std::ptrdiff_t;
+    Iterator() = default;
+    Iterator(const RecordStore<Record>* records, std::int32_t position) noexcept
+        : records_(records), position_(position) {}
+    const Variant& operator*() const noexcept { return records_->At(position_).Item; }
+    const Variant* operator->() const noexcept { return &**this; }
+    Iterator& operator++() noexcept {
+        ++position_;
+        return *this;
+    }
+    Iterator operator++(int) noexcept { return {records_, position_++}; }
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+  private:
+    const RecordStore<Record>* records_ = nullptr;
+    std::int32_t position_ = 0;
+};
+
+inline CollectionEx::Iterator CollectionEx::begin() const noexcept {
+    return {&records_, 1};
+}
+inline CollectionEx::Iterator CollectionEx::end() const noexcept {
+    return {&records_, Count() + 1};
+}
+
+}  // namespace zorvane

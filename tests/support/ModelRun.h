@@ -1,0 +1,303 @@
+#pragma once
+// ModelRun: one seeded stream of operations through a keyed container and its model, outcome and
+// whole state compared as it goes.
+
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/Variant.h"
+#include "runtime/AddOptions.h"
+#include "tests/support/Outcome.h"
+#include "tests/support/ScriptedSource.h"
+
+namespace zorvane {
+
+template <class Container, class Model>
+class ModelRun {
+  public:
+    // Seeds divisible by 10 run at some thousand records, by 3 at some hundred, others at a few.
+    explicit ModelRun(std::uint32_t seed)
+        : random_(seed),
+          universe_(seed % 10 == 0  ? 6000
+                    : seed % 3 == 0 ? 400
+                                    : 24),
+          stateEvery_(seed % 10 == 0 ? 97 : 1) {}
+    virtual ~ModelRun() = default;
+
+    // What first disagreed, with the number of the operation; nothing when all agreed.
+    std::optional<std::string> Go(int operations) {
+        for (int i = 1; i <= operations; ++i) {
+            Operate();
+            std::optional<std::string> wrong;
+            if (ours_ != models_) wrong = ours_ + "\n  the model: " + models_;
+            if (!wrong && (i % stateEvery_ == 0 || i == operations)) wrong = State();
+            if (wrong) return "operation " + std::to_string(i) + ", " + what_ + ": " + *wrong;
+        }
+        return std::nullopt;
+    }
+
+  protected:
+    virtual void OperateSpecially(const Variant& v, const Text& key) = 0;
+    [[nodiscard]] virtual std::vector<Variant> ModelCells(std::int32_t position) = 0;
+    [[nodiscard]] virtual std::int32_t ModelCapacity() = 0;
+    virtual std::vector<Variant> SourceRecord() = 0;
+
+    unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
+    bool Chance(unsigned percent) { return Below(100) < percent; }
+
+    Text SomeKey() {
+        // Case pairs, an umlaut in both cases, a key whose hash is negative, long keys that differ
+        // only behind the hashed part, and one that sorts between.
+        static const Text kOdd[] = {"",
+                                    "Ab",
+                                    "aB",
+                                    "AB",
+                                    "ab",
+                                    u"\u00C4",
+                                    u"\u00E4",
+                                    "_",
+                                    u"\u8000",
+                                    u"\uFFEF",
+                                    Text(std::u16string(130, u'x') + u"1"),
+                                    Text(std::u16string(130, u'x') + u"2"),
+                                    Text(std::u16string(130, u'x') + u"\u0100"),
+                                    Text(std::u16string(130, u'X') + u"1")};
+        if (Chance(15)) return kOdd[Below(std::size(kOdd))];
+        return Text("key ") + Text(std::to_string(Below(universe_)));
+    }
+    std::int32_t SomePosition() {
+        return static_cast<std::int32_t>(Below(static_cast<unsigned>(model_.count()) + 4)) - 1;
+    }
+    Variant SomeKeyOrPosition() {
+        switch (Below(12)) {
+            case 0:
+                return static_cast<std::int16_t>(SomePosition());
+            case 1:
+                return 2.0;
+            case 2:
+                return Chance(50) ? Variant() : Variant::Null();
+            case 3:
+            case 4:
+            case 5:
+                return SomePosition();
+            default:
+                return SomeKey();
+        }
+    }
+    Variant SomeItem() {
+        switch (Below(8)) {
+            case 0:
+                return SomeKey();
+            case 1:
+                return Chance(4) ? Variant::Null() : Variant(0.5);
+            case 2:
+                return Chance(50);
+            default:
+                return static_cast<std::int32_t>(Below(30));
+        }
+    }
+
+    template <class Ours, class Models>
+    void Do(const char* what, Ours&& ours, Models&& models) {
+        what_ = what;
+        ours_ = OutcomeOf(ours);
+        models_ = OutcomeOf(models);
+    }
+    template <class Items>
+    static std::string Joined(const Items& items) {
+        std::ostringstream all;
+        for (const Variant& item : items) all << item << ',';
+        return all.str();
+    }
+    static std::string FoundAt(bool found, std::int32_t at) {
+        return (found ? "found @" : "missed @") + std::to_string(at);
+    }
+
+    Container container_;
+    Model model_;
+
+  private:
+    std::optional<Variant> SomePlace() {
+        if (Chance(80)) return std::nullopt;
+        return Chance(5) ? Variant(std::int32_t{2147483647}) : SomeKeyOrPosition();
+    }
+
+    void Operate() {
+        const bool returnItem = Chance(50);
+        const Variant v = SomeKeyOrPosition();
+        const Text key = SomeKey();
+        const Variant item = SomeItem();
+        const unsigned choice = Below(100);
+        if (choice < (model_.count() < target_ ? 45u : 20u)) {
+            const auto before = SomePlace();
+            const auto after = SomePlace();
+            const std::int32_t position = Chance(50) ? 0 : SomePosition();
+            if (key.Empty() && !model_.sorted) return;  // a generated key is random
+            Do(
+                "Add",
+                [&] {
+                    return container_.Add(item, key, {before, after, position, returnItem});
+                },
+                [&] { return model_.add(item, key, before, after, position, returnItem); });
+        } else if (choice < 60) {
+            Do(
+                "Remove", [&] { return container_.Remove(v, returnItem); },
+                [&] { return model_.remove(v, returnItem); });
+        } else {
+            OperateOnOne(v, key, item);
+        }
+        if (Chance(1)) target_ = static_cast<std::int32_t>(Below(universe_ / 3 + 22));
+    }
+
+    void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
+        const auto value = static_cast<std::int32_t>(Below(9));
+        switch (Below(20)) {
+            case 0:
+            case 1:
+                return OperateSpecially(v, key);
+            case 2:
+                return Do(
+                    "Item", [&] { return container_.Item(v); },
+                    [&] { return model_.find(v, "Item").item; });
+            case 3:
+                return Do(
+                    "SetItem", [&] { container_.SetItem(v, item); },
+                    [&] { model_.find(v, "Item").item = item; });
+            case 4:
+                return Do(
+                    "ItemLong", [&] { return container_.ItemLong(v); },
+                    [&] { return model_.find(v, "ItemLong").itemLong; });
+            case 5:
+            case 6:
+                return Do(
+                    "SetItemLong", [&] { container_.SetItemLong(v, value); },
+                    [&] { model_.find(v, "ItemLong").itemLong = value; });
+            case 7:
+                return Do(
+                    "ItemString", [&] { return container_.ItemString(v); },
+                    [&] { return model_.find(v, kItemString).itemString; });
+            case 8:
+            case 9:
+                return Do(
+                    "SetItemString", [&] { container_.SetItemString(v, key); },
+                    [&] { model_.find(v, kItemString).itemString = key; });
+            case 10:
+                return Do(
+                    "ItemFn",
+                    [&] {
+                        Variant got = u"untouched";
+                        return container_.ItemFn(v, got) ? got : got;
+                    },
+                    [&] {
+                        const std::int32_t at = model_.resolve(v);
+                        return at == 0 ? Variant(u"untouched") : model_.at(at).item;
+                    });
+            case 11:
+                return Do(
+                    "Sort", [&] { return container_.Sort(); }, [&] { return model_.sort(); });
+            case 12:
+            case 13: {
+                static const char* const kNames[] = {"key",  "Item",     "ITEMSTRING", "ItemLong",
+                                                     "Name", "HashCode", "hashindex"};
+                const char* const name = kNames[Below(std::size(kNames))];
+                const bool now = Chance(70);
+                return Do(
+                    "SortBy", [&] { return container_.SortBy(name, now); },
+                    [&] { return model_.sortBy(name, now); });
+            }
+            default:
+                return OperateOnSettings();
+        }
+    }
+
+    void OperateOnSettings() {
+        const bool flag = Chance(60);
+        switch (Below(30)) {
+            case 0:
+            case 1:
+                return Do(
+                    "SetSorted", [&] { container_.SetSorted(flag); },
+                    [&] { model_.sorted = flag; });
+            case 2:
+            case 3:
+                return Do(
+                    "SetDescending", [&] { container_.SetDescending(flag); },
+                    [&] { model_.descending = flag; });
+            case 4:
+            case 5:
+                return Do(
+                    "SetUnique", [&] { container_.SetUnique(flag); },
+                    [&] { model_.unique = flag; });
+            case 6: {
+                const auto step = static_cast<std::int32_t>(Below(300));
+                return Do(
+                    "SetGranularity", [&] { container_.SetGranularity(step); },
+                    [&] { model_.setGranularity(step); });
+            }
+            case 7:
+                return Do(
+                    "SetCompare", [&] { container_.SetCompare(1); },
+                    [&] { model_.compare = model_.compare != 0 ? 1 : 0; });
+            case 8:
+                if (Chance(80)) return;
+                return Do(
+                    "Clear", [&] { container_.Clear(); }, [&] { model_.clear(); });
+            case 9:
+                if (Chance(80)) return;
+                return Copy(flag);
+            default:
+                return;
+        }
+    }
+
+    void Copy(bool mark) {
+        ScriptedSource source;
+        const auto n = static_cast<std::int32_t>(Below(20));
+        source.Cells.push_back({Chance(50), static_cast<std::int32_t>(Below(3)), Chance(20),
+                                static_cast<std::int32_t>(1 + Below(60)), Chance(80), Chance(80)});
+        for (std::int32_t i = 0; i < n; ++i) source.Cells.push_back(SourceRecord());
+        source.CountAnswer = n;
+        Do(
+            "CopyFrom", [&] { container_.CopyFrom(source, mark); },
+            [&] { model_.copyFrom(source.Cells, n, mark); });
+    }
+
+    std::optional<std::string> State() {
+        if (container_.Count() != model_.count()) return "Count differs";
+        if (container_.Capacity() != ModelCapacity()) return "Capacity differs";
+        const Variant settings[] = {model_.changed,     model_.compare, model_.descending,
+                                    model_.granularity, model_.sorted,  model_.unique};
+        for (std::int32_t i = 1; i <= 6; ++i) {
+            if (!(container_.CopyItemValue(0, i) == settings[i - 1]))
+                return "setting " + std::to_string(i) + " differs";
+        }
+        for (std::int32_t i = 1; i <= model_.count(); ++i) {
+            const std::vector<Variant> cells = ModelCells(i);
+            for (std::size_t column = 0; column < cells.size(); ++column) {
+                const Variant ours =
+                    container_.CopyItemValue(i, static_cast<std::int32_t>(column) + 1);
+                if (!(ours == cells[column])) {
+                    return "record " + std::to_string(i) + ", column " +
+                           std::to_string(column + 1) + " is " + OutcomeOf([&] { return ours; }) +
+                           ", not " + OutcomeOf([&] { return cells[column]; });
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    static constexpr const char* kItemString = Model::kItemString;
+    std::mt19937 random_;
+    unsigned universe_;
+    int stateEvery_;
+    std::int32_t target_ = 20;
+    std::string what_;
+    std::string ours_;
+    std::string models_;
+};
+
+}  // namespace zorvane
