@@ -1,8 +1,14 @@
 # What a build of this project can be asked for, and the flags that every target shares.
 
-find_package(Qt6 6.2 QUIET COMPONENTS Widgets)
-
-option(ZORVANE_BUILD_APP "Build the windowed program (needs Qt 6)" ${Qt6_FOUND})
+# Whoever adds this project to their own wants the library alone.
+if(PROJECT_IS_TOP_LEVEL)
+    find_package(Qt6 6.2 QUIET COMPONENTS Widgets)
+endif()
+if(Qt6_FOUND)
+    option(ZORVANE_BUILD_APP "Build the windowed program (needs Qt 6)" ON)
+else()
+    option(ZORVANE_BUILD_APP "Build the windowed program (needs Qt 6)" OFF)
+endif()
 option(ZORVANE_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(ZORVANE_WERROR "Treat warnings as errors" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
