@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "platform/CaseMapping.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/Raises.h"
 
@@ -52,8 +55,11 @@ TEST(CollectionEx_Add, PutsTheItemWhereItIsToldOrRaisesAndAddsNothing) {
         {"key present, in another case", u"b", {}, 457, "a b c "},
         {"key present decides before both", u"b", {.Before = 1, .After = 1}, 457, "a b c "},
         {"replaced where it stands", u"b", {.Before = 1, .Replace = true}, 0, "a x c "},
-        {"both do not matter to a replacement", u"b", {.Before = 1, .After = 1, .Replace = true},
-         0, "a x c "},
+        {"both do not matter to a replacement",
+         u"b",
+         {.Before = 1, .After = 1, .Replace = true},
+         0,
+         "a x c "},
         {"nothing to replace", u"x", {.Replace = true}, 0, "a b c x "},
         {"an empty key is a key", u"", {}, 0, "a b c x "},
     };
@@ -124,8 +130,7 @@ TEST(CollectionEx_Item, ATextIsAKeyAndAnythingElseAPosition) {
         std::int32_t error;
     } rows[] = {{u"cccc", 5}, {u"1", 5}, {0, 9}, {4, 9}, {Variant::Null(), 13}, {1e10, 6}};
     for (const auto& row : rows) {
-        EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(collection.Item(row.index)); }),
-                  row.error)
+        EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(collection.Item(row.index)); }), row.error)
             << row.index;
     }
 }
@@ -137,8 +142,12 @@ TEST(CollectionEx_Remove, QuietSkipsMissingEntriesAndNotBadTypes) {
         std::int32_t quietError;
         const char* items;
     } rows[] = {
-        {u"B", 0, 0, "a c "},      {3, 0, 0, "a b "},          {2.5, 0, 0, "a c "},
-        {u"z", 5, 0, "a b c "},    {0, 9, 0, "a b c "},        {4, 9, 0, "a b c "},
+        {u"B", 0, 0, "a c "},
+        {3, 0, 0, "a b "},
+        {2.5, 0, 0, "a c "},
+        {u"z", 5, 0, "a b c "},
+        {0, 9, 0, "a b c "},
+        {4, 9, 0, "a b c "},
         {Variant::Null(), 13, 13, "a b c "},
     };
     for (const auto& row : rows) {
@@ -156,8 +165,9 @@ TEST(CollectionEx_Exists, KeptComparesAPositionAsItStands) {
     const struct {
         Variant index;
         bool exists;
-    } rows[] = {{u"A", true}, {u"cccc", false}, {u"1", false}, {1, true},    {3, true}, {0, false},
-                {4, false},   {2.5, true},      {3.5, false},  {0.5, false}, {Variant(), false}};
+    } rows[] = {{u"A", true}, {u"cccc", false}, {u"1", false},     {1, true},
+                {3, true},    {0, false},       {4, false},        {2.5, true},
+                {3.5, false}, {0.5, false},     {Variant(), false}};
     for (const auto& row : rows) EXPECT_EQ(collection.Exists(row.index), row.exists) << row.index;
     collection.Remove(3);
     EXPECT_FALSE(collection.Exists(2.5));
