@@ -1,0 +1,104 @@
+#pragma once
+// Folder: an empty directory for one test, gone with it; and files as plain texts of bytes.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "runtime/FileWords.h"
+
+namespace zorvane {
+
+class Folder {
+  public:
+    Folder() {
+        std::string name = (std::filesystem::temp_directory_path() / "zorvane-XXXXXX").string();
+        if (!::mkdtemp(name.data())) std::abort();
+        path_ = name;
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    [[nodiscard]] std::string At(const std::string& name) const { return path_ + "/" + name; }
+    [[nodiscard]] const std::string& Path() const noexcept { return path_; }
+    // The file's bytes, or nothing when there is no regular file of the name.
+    [[nodiscard]] std::optional<std::string> Bytes(const std::string& name) const {
+        std::error_code ignored;
+        if (!std::filesystem::is_regular_file(At(name), ignored)) return {};
+        std::ifstream file(At(name), std::ios::binary);
+        std::string bytes(std::filesystem::file_size(At(name)), '\0');
+        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return bytes;
+    }
+    void Put(const std::string& name, const std::string& bytes) const {
+        std::ofstream(At(name), std::ios::binary) << bytes;
+    }
+    [[nodiscard]] struct stat State(const std::string& name) const {
+        struct stat state {};
+        EXPECT_EQ(::lstat(At(name).c_str(), &state), 0) << name;
+        return state;
+    }
+    // Entries that are not among the names given.
+    [[nodiscard]] std::vector<std::string> Others(const std::vector<std::string>& names) const {
+        std::vector<std::string> others;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            const std::string name = entry.path().filename().string();
+            if (std::find(names.begin(), names.end(), name) == names.end()) others.push_back(name);
+        }
+        return others;
+    }
+
+  private:
+    std::string path_;
+};
+
+// Bytes, an even number of them, as an array of words.
+inline Variant WordsOf(const std::string& bytes) {
+    std::vector<std::int16_t> words(bytes.size() / 2);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const auto low = static_cast<unsigned char>(bytes[2 * i]);
+        const auto high = static_cast<unsigned char>(bytes[2 * i + 1]);
+        words[i] = static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8));
+    }
+    return Array::OfWords(words);
+}
+
+// Root passes over permissions: while one lives, the process is an ordinary user instead, and the
+// folder is that user's.
+class OrdinaryUser {
+  public:
+    explicit OrdinaryUser(const Folder& folder) : wasRoot_(::geteuid() == 0) {
+        if (!wasRoot_) return;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path()))
+            EXPECT_EQ(::lchown(entry.path().c_str(), kNobody, kNobody), 0);
+        EXPECT_EQ(::chown(folder.Path().c_str(), kNobody, kNobody), 0);
+        EXPECT_EQ(::setegid(kNobody), 0);
+        EXPECT_EQ(::seteuid(kNobody), 0);
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (!wasRoot_) return;
+        EXPECT_EQ(::seteuid(0), 0);
+        EXPECT_EQ(::setegid(0), 0);
+    }
+
+  private:
+    static constexpr uid_t kNobody = 65534;
+    bool wasRoot_;
+};
+
+}  // namespace zorvane
