@@ -42,6 +42,9 @@ class BagReader {
     // not of the kind due at Began().
     void Fill(BagReading& reading) {
         const std::int32_t count = Next(VarType::Long).ToLong();
+        if (care_ == StreamCare::Checker && count < 1) {
+            throw StreamDamage(began_ + 2, "no entries behind the marker of a bag with entries");
+        }
         if (count > 0) FillEntries(reading, count);
         reading.State.Granularity = Next(VarType::Long).ToLong();
         reading.State.Sorted = Next(VarType::Boolean).ToBoolean();

@@ -10,6 +10,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::uint64_t kLeastValue = 2;  // words of the shortest encoded value, and of a text
+constexpr const char* kNoPad = "a byte that should pad a word is not 0";
 constexpr const char* kTooManyElements = "an array has more elements than the stream";
 
 bool IsNumeric(std::uint16_t element) {
@@ -87,6 +88,8 @@ Array StreamDecoder::ReadNumbers(VarType element, std::uint16_t size, const Arra
                               : Array(element, header.Lower, header.Elements());
     TakeBytes(made.MutableBytes().data(), words_.data() + position_, static_cast<std::size_t>(data),
               ArrayElementSize(element));
+    Doubt(data % 2 != 0 && static_cast<std::uint16_t>(words_[position_ + data / 2]) > 0xFF,
+          position_ + data / 2, kNoPad);
     // Kept: an odd number of bytes is rounded up for bytes alone.
     position_ += static_cast<std::size_t>(element == VarType::Byte ? (data + 1) / 2 : data / 2);
     return made;
@@ -106,9 +109,14 @@ Variant StreamDecoder::ReadScalar(std::uint16_t type, std::uint16_t size) {
     std::uint64_t bits = 0;
     for (unsigned byte = 0; byte < size; byte += 2) {
         std::uint64_t word = TakeWord();
-        if (size - byte == 1) word &= 0xFF;
+        if (size - byte == 1) {
+            Doubt(word > 0xFF, position_ - 1, kNoPad);
+            word &= 0xFF;
+        }
         bits |= word << (8 * byte);
     }
+    Doubt(kind == VarType::Boolean && bits != 0 && bits != 0xFFFF, position_ - 1,
+          "a Boolean that is neither true nor false");
     if (kind == VarType::Decimal) return Variant::FromDecimal({.Low = bits});
     return Variant::FromScalarBits(kind, bits);
 }

@@ -167,16 +167,17 @@ void ZVPropertyBag::WriteProperty(Text Name, Variant Value, const PropertyOption
         return;  // Kept: a bag that was written by position is not written by name again.
     }
     BagEntry entry{std::move(Value), std::move(Name), {}};
-    if (entry.Value.IsObject()) {
+    const bool object = entry.Value.IsObject();
+    if (object) {
         StoredObject stored = StoreObject(entry.Value.AsObject());
         entry.Value = std::move(stored.Words);
         entry.ObjName = std::move(stored.ObjName);
         // The object has run code of its own, which may have used this bag.
         if (Options.Index < 1 && !Sorted()) return;
-        return Store(Locate(entry.Name, Options.Index), std::move(entry));
     }
     const Found place = Locate(entry.Name, Options.Index);
-    if (!entry.Value.IsArray() && Options.Default && SameValue(entry.Value, *Options.Default)) {
+    const bool plain = !object && !entry.Value.IsArray();
+    if (plain && Options.Default && SameValue(entry.Value, *Options.Default)) {
         if (place.Is) RemoveAt(place.Position);
         return;
     }

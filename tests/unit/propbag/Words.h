@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Array.h"
+#include "propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 
@@ -32,6 +33,11 @@ inline std::string ToHex(std::span<const std::int16_t> words) {
         text += digits;
     }
     return text;
+}
+
+inline Words WordsOf(const ZVPropertyBag& bag) {
+    const Array contents = bag.Contents();
+    return {contents.Words().begin(), contents.Words().end()};
 }
 
 // "Caption" set to "Hi" and "Left" set to the Long 1200, with the settings of a new bag: 61 words.

@@ -1,0 +1,73 @@
+// Any words at all, assigned to a bag: nothing may be raised, and what was understood must come
+// back the same from the bag's own words.
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <vector>
+
+#include "platform/Error.h"
+#include "propbag/BagStream.h"
+#include "propbag/ZVPropertyBag.h"
+
+namespace {
+
+using namespace zorvane;
+
+void Require(bool holds, const char* what) {
+    if (holds) return;
+    std::cerr << "does not hold: " << what << '\n';
+    std::abort();
+}
+
+// Goes where a program goes that was given a foreign bag.
+void UseEverything(const ZVPropertyBag& bag) {
+    for (std::int32_t i = 1; i <= bag.Count(); ++i) {
+        const Text name = bag.Key(i);
+        Require(bag.PropIsObject(i) == !bag.ObjName(i).Empty(), "PropIsObject follows ObjName");
+        Variant value;
+        Require(bag.ItemFn(i, value), "every position has an item");
+        static_cast<void>(bag.ItemFn(name, value));
+        // Unknown classes raise, and nothing else may.
+        IgnoringErrors([&] { value = bag.ReadProperty(name); });
+        IgnoringErrors([&] { value = bag.ReadProperty(name, {.Index = i}); });
+    }
+}
+
+Array WordsAfterATrip(const Array& words) {
+    ZVPropertyBag bag;
+    bag.SetContents(words);
+    return bag.Contents();
+}
+
+// A stream that a checker has nothing against is written again word for word, but for Null and
+// Decimal, of which the format keeps the type alone and the reader not even that.
+void RequireSameWords(std::span<const std::int16_t> read, std::span<const std::int16_t> written) {
+    Require(written.size() <= read.size(), "a sound stream does not grow");
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const bool lost = written[i] == 0 && (read[i] == 1 || read[i] == 14);
+        Require(lost || written[i] == read[i], "a sound stream is written word for word");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::vector<std::int16_t> words(size / 2);
+    if (!words.empty()) std::memcpy(words.data(), data, words.size() * 2);
+    const Array given = Array::OfWords(words);
+
+    ZVPropertyBag bag;
+    bag.SetContents(given);
+    UseEverything(bag);
+    const Array once = bag.Contents();
+    const Array twice = WordsAfterATrip(once);
+    Require(WordsAfterATrip(twice) == twice, "what was written twice stays");
+
+    const BagReading checked = DecodeBag(words, StreamCare::Checker);
+    Require(checked.State.Entries.size() <= static_cast<std::size_t>(bag.Count()),
+            "a checker reads no further than a reader");
+    if (!checked.Damage && bag.Count() > 0) RequireSameWords(words, once.Words());
+    return 0;
+}
