@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <string_view>
 #include <unordered_set>
 
@@ -224,6 +225,14 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     return position;
 }
 
+// Swaps a record's key for another.
+void KeyListEX::Rename(RecordNumber number, Text& key) noexcept {
+    KeyListRecord& record = records_.OfNumber(number);
+    index_.Erase(record.Key.FoldedHash(), number);
+    index_.Insert(key.FoldedHash(), number);
+    swap(record.Key, key);
+}
+
 void KeyListEX::Reordered() noexcept {
     index_.Clear();
     for (std::int32_t i = 1; i <= Count(); ++i) {
@@ -242,12 +251,16 @@ void KeyListEX::SetKey(std::int32_t Index, Text value) {
     }
     repeats_ = repeats_ || Holder(value).has_value();
     const RecordNumber number = records_.NumberAt(Index);
-    KeyListRecord& record = records_.OfNumber(number);
-    index_.Erase(record.Key.FoldedHash(), number);
-    index_.Insert(value.FoldedHash(), number);
-    swap(record.Key, value);
+    const bool wasInOrder = InSearchOrder();
+    Rename(number, value);
     NoteKeyOrder(false);
-    if (Sorted()) Sort();
+    try {
+        if (Sorted()) Sort();
+    } catch (const std::bad_alloc&) {
+        Rename(number, value);
+        NoteKeyOrder(wasInOrder);
+        throw;
+    }
 }
 
 void swap(KeyListEX& left, KeyListEX& right) noexcept {

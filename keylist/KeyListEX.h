@@ -94,6 +94,7 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
     [[nodiscard]] Search Look(Text key);
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
+    void Rename(RecordNumber number, Text& key) noexcept;
     void Reordered() noexcept;
 
     KeyIndex index_;  // every record under the folded hash of its key

@@ -1,0 +1,50 @@
+#include "tests/support/AllocationFaults.h"
+
+#include <cstdlib>
+
+namespace {
+
+std::int64_t allocations = 0;
+std::int64_t bytes = 0;
+std::int64_t failingOne = 0;  // counted down; 0: none
+bool hasFailed = false;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    bytes += static_cast<std::int64_t>(size);
+    if (failingOne != 0 && --failingOne == 0) {
+        hasFailed = true;
+        throw std::bad_alloc();
+    }
+    if (void* block = std::malloc(size != 0 ? size : 1)) return block;
+    throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+namespace zorvane {
+
+void FailAllocation(std::int64_t number) noexcept {
+    failingOne = number;
+    hasFailed = false;
+}
+
+bool AllocationHasFailed() noexcept {
+    return hasFailed;
+}
+
+std::int64_t AllocationCount() noexcept {
+    return allocations;
+}
+
+std::int64_t AllocatedBytes() noexcept {
+    return bytes;
+}
+
+}  // namespace zorvane

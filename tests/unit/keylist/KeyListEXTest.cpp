@@ -1,0 +1,336 @@
+#include "keylist/KeyListEX.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "tests/support/AllocationFaults.h"
+#include "tests/support/Outcome.h"
+#include "tests/unit/CountedObject.h"
+#include "tests/unit/Raises.h"
+
+namespace zorvane {
+namespace {
+
+static_assert(std::is_nothrow_move_constructible_v<KeyListEX> &&
+              std::is_nothrow_move_assignable_v<KeyListEX>);
+
+// The keys in position order, with a blank between.
+std::string KeysOf(const KeyListEX& list) {
+    std::string keys;
+    for (std::int32_t i = 1; i <= list.Count(); ++i)
+        keys += (i > 1 ? " " : "") + list.Key(i).ToUtf8();
+    return keys;
+}
+
+KeyListEX Filled(std::initializer_list<const char*> keys, bool sorted = true, bool unique = true) {
+    KeyListEX list;
+    list.SetSorted(sorted);
+    list.SetUnique(unique);
+    for (const char* key : keys) list.Add(Variant(key), key);
+    return list;
+}
+
+TEST(KeyListEX, AFreshListHasTheStatedSettings) {
+    const KeyListEX list;
+    EXPECT_EQ(list.Count(), 0);
+    EXPECT_EQ(list.Granularity(), 32);
+    EXPECT_EQ(list.Capacity(), 2);
+    EXPECT_TRUE(list.Sorted() && list.Unique());
+    EXPECT_FALSE(list.Descending() || list.Changed());
+    EXPECT_EQ(list.ClassName(), Text(u"ZorvaneDemoProject.KeyListEX"));
+}
+
+TEST(KeyListEX_Add, KeysGoToTheirPlaces) {
+    KeyListEX list;
+    EXPECT_EQ(list.Add(1, u"b"), Variant(1));
+    EXPECT_EQ(list.Add(2, u"a"), Variant(1));
+    EXPECT_EQ(list.Add(3, u"c"), Variant(3));
+    EXPECT_EQ(KeysOf(list), "a b c");
+}
+
+TEST(KeyListEX_Add, ARepeatedKeyGoesInFrontOfItsEquals) {
+    KeyListEX list = Filled({"a", "b", "c"}, true, false);
+    EXPECT_EQ(list.Add(u"second", u"b"), Variant(2));
+    EXPECT_EQ(list.Item(2), Variant(u"second"));
+    std::int32_t index = 0;
+    EXPECT_TRUE(list.Exists(u"b", index));
+    EXPECT_EQ(index, 2);
+}
+
+TEST(KeyListEX_Add, BeforeAndAfterLeadInAnUnsortedList) {
+    const struct {
+        const char* what;
+        AddOptions options;
+        const char* keysOrFailure;
+    } rows[] = {
+        {"to the front", {.Before = 1}, "x a b c"},
+        {"behind the last", {.After = 3}, "a b c x"},
+        {"before the end", {.Before = 4}, "a b c x"},
+        {"before a key", {.Before = u"b"}, "a x b c"},
+        {"behind a key", {.After = u"b"}, "a b x c"},
+        {"Before wins", {.Before = u"a", .After = u"b"}, "x a b c"},
+        {"a 16-bit position", {.Before = std::int16_t{2}}, "a x b c"},
+        {"Position is not used", {.Position = 1}, "a b c x"},
+        {"too far", {.Before = 5}, "-28500"},
+        {"behind the greatest position", {.After = std::int32_t{2147483647}}, "-28500"},
+        {"before the first", {.Before = 0}, "-28500"},
+        {"a floating position", {.Before = 2.5}, "-28503"},
+        {"a key that is not there", {.After = u"z"}, "-28503"},
+        {"Empty given is not the same as left out", {.Before = Variant()}, "-28503"},
+    };
+    for (const auto& row : rows) {
+        KeyListEX list = Filled({"a", "b", "c"}, false);
+        const Variant result = list.Add(0, u"x", row.options);
+        const bool failed = result.ToLong() < 0;
+        EXPECT_EQ(failed ? result.ToText().ToUtf8() : KeysOf(list), row.keysOrFailure) << row.what;
+        if (failed) {
+            EXPECT_EQ(result.Type(), VarType::Integer) << row.what;
+            EXPECT_EQ(KeysOf(list), "a b c") << row.what;
+        }
+    }
+}
+
+TEST(KeyListEX, FailuresRaiseWithReturnItemAndElseGiveACode) {
+    KeyListEX list = Filled({"a", "b"}, false);
+    const AddOptions raising{.ReturnItem = true};
+    const auto with = [](AddOptions options, Variant before) {
+        options.Before = std::move(before);
+        return options;
+    };
+    const struct {
+        const char* what;
+        std::string outcome;
+        const char* expected;
+    } rows[] = {
+        {"repeated key", OutcomeOf([&] { return list.Add(0, u"a", raising); }),
+         "raised -2147193003 | ZorvaneDemoProject.KeyListEX::Add | There is already an item with "
+         "this vKeyIndex.Key = a"},
+        {"out of range", OutcomeOf([&] { return list.Add(0, u"x", with(raising, 9)); }),
+         "raised -2147193002 | ZorvaneDemoProject.KeyListEX::Add | Unknown errorKey = x"},
+        {"bad place", OutcomeOf([&] { return list.Add(0, u"x", with(raising, 1.0)); }),
+         "raised -2147193001 | ZorvaneDemoProject.KeyListEX::Add | Bad Before/After Value in call "
+         "to AddKey = x"},
+        {"a float is no position", OutcomeOf([&] { return list.Item(2.0); }),
+         "raised -2147193004 | ZorvaneDemoProject.KeyListEX::Item | There is no item with the "
+         "vKeyIndex specified.KeyIndex = 2"},
+        {"no such key", OutcomeOf([&] { return list.ItemString(u"x"); }),
+         "raised -2147193004 | ZorvaneDemoProject.KeyListEX::ItemString | There is no item with "
+         "the vKeyIndex specified.KeyIndex = x"},
+        {"no such position", OutcomeOf([&] { return list.Key(3); }),
+         "raised -2147193004 | ZorvaneDemoProject.KeyListEX::Key | There is no item with the "
+         "vKeyIndex specified.Index = 3"},
+        {"the key itself", OutcomeOf([&] { list.SetKey(1, u"a"); }),
+         "raised -2147193003 | ZorvaneDemoProject.KeyListEX::Key | There is already an item with "
+         "this vKeyIndex.Key = a"},
+        {"nothing to remove", OutcomeOf([&] { return list.Remove(7, true); }),
+         "raised -2147193004 | ZorvaneDemoProject.KeyListEX::Remove | There is no item with the "
+         "vKeyIndex specified.Key = 7"},
+        {"nothing to remove, quietly", OutcomeOf([&] { return list.Remove(u"x"); }), "type 2: 0"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(row.outcome, row.expected) << row.what;
+    EXPECT_EQ(KeysOf(list), "a b");
+}
+
+TEST(KeyListEX_Granularity, KeptClearLiftsTheStepTo32) {
+    KeyListEX list;
+    const struct {
+        std::int32_t assigned, stored;
+    } rows[] = {{5, 16}, {16, 16}, {50000, 32768}, {-1, 16}};
+    for (const auto& row : rows) {
+        list.SetGranularity(row.assigned);
+        EXPECT_EQ(list.Granularity(), row.stored) << row.assigned;
+    }
+    list.SetGranularity(16);
+    list.Clear();
+    EXPECT_EQ(list.Granularity(), 32);
+}
+
+TEST(KeyListEX_Remove, TheStoreShrinksOnlyPastOneStepOfSpareSlots) {
+    KeyListEX list;
+    list.SetGranularity(98);
+    for (int i = 0; i < 60; ++i) list.Add(i, Text("k") + std::to_string(i));
+    ASSERT_EQ(list.Capacity(), 3 + 98);
+    list.SetGranularity(32);
+    list.Remove(1);
+    EXPECT_EQ(list.Capacity(), 59);
+    while (list.Count() > 0) list.Remove(1);
+    EXPECT_EQ(list.Capacity(), 26) << "an empty list keeps its store";
+}
+
+TEST(KeyListEX_SortBy, KeptASearchWhileOrderedByItemStringMaySkipAKeyThatIsThere) {
+    KeyListEX list = Filled({"a", "b", "c", "d", "e"});
+    for (std::int32_t i = 1; i <= 5; ++i) list.SetItemString(i, Text("s") + std::to_string(9 - i));
+    EXPECT_FALSE(list.SortBy(u"ItemString", true));
+    EXPECT_EQ(KeysOf(list), "e d c b a");
+    EXPECT_FALSE(list.Contains(u"a"));
+    EXPECT_EQ(KeysOf(list), "e d c b a");
+}
+
+TEST(KeyListEX_SortBy, ASearchWhileOrderedByAnotherColumnRestoresKeyOrder) {
+    KeyListEX list = Filled({"10", "9", "100"});
+    EXPECT_FALSE(list.SortBy(u"ITEM", true));
+    EXPECT_TRUE(list.Contains(u"9"));
+    EXPECT_EQ(KeysOf(list), "10 100 9");
+    EXPECT_TRUE(list.SortBy(u"Name", true));
+    EXPECT_FALSE(list.Sort());
+}
+
+TEST(KeyListEX_SetCompare, KeptAssigningTheModeChangesNothing) {
+    KeyListEX list;
+    list.SetCompare(1);
+    EXPECT_EQ(list.Compare(), 0);
+}
+
+TEST(KeyListEX_NewEnum, KeptAnEnumerationShowsTheItemsOfItsFirstPass) {
+    KeyListEX list = Filled({"a", "b"});
+    Enumerator before = list.NewEnum();
+    list.SetItem(u"a", u"new");
+    Variant item;
+    ASSERT_TRUE(list.NewEnum().Next(item));
+    EXPECT_EQ(item, Variant(u"a"));
+    list.Remove(u"b");
+    ASSERT_TRUE(list.NewEnum().Next(item));
+    EXPECT_EQ(item, Variant(u"new"));
+    ASSERT_TRUE(before.Next(item) && before.Next(item));
+    EXPECT_EQ(item, Variant(u"b")) << "an enumerator lost its snapshot";
+}
+
+TEST(KeyListEX_NewEnum, ARepeatedKeyRaises) {
+    KeyListEX list = Filled({"a", "A", "a"}, false, false);
+    EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(list.NewEnum()); }), 457);
+    list.Remove(1);
+    EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(list.NewEnum()); }), 0)
+        << "case must not count";
+}
+
+TEST(KeyListEX_CopyFrom, KeptCopyingFromItselfLeavesNothing) {
+    KeyListEX list = Filled({"a", "b"});
+    list.CopyFrom(list, true);
+    EXPECT_EQ(list.Count(), 0);
+    EXPECT_TRUE(list.Changed());
+}
+
+TEST(KeyListEX_CopyFrom, TheCopyIsInKeyOrderWhateverTheSourceIs) {
+    KeyListEX source = Filled({"a", "b", "c"});
+    for (std::int32_t i = 1; i <= 3; ++i) source.SetItemLong(i, -i);
+    source.SortBy(u"ItemLong", true);
+    KeyListEX copy;
+    copy.CopyFrom(source);
+    EXPECT_EQ(KeysOf(source), "c b a");
+    EXPECT_EQ(KeysOf(copy), "a b c");
+    EXPECT_EQ(copy.ItemLong(u"c"), -3);
+}
+
+TEST(KeyListEX, ArgumentsMayLiveInsideTheList) {
+    KeyListEX list = Filled({"b", "a", "d", "c"});
+    list.SortBy(u"Item", true);
+    list.SetDescending(true);
+    list.SortBy(u"ItemLong", true);
+    // Each of these re-sorts while it still needs its argument, which lies in a record.
+    const Variant first = *list.begin();
+    EXPECT_EQ(list.Item(*list.begin()), first);
+    list.SortBy(u"ItemLong", true);
+    list.SetItem(1, *std::next(list.begin()));
+    list.SortBy(u"ItemLong", true);
+    const auto missing = RaisedBy([&] {
+        list.SetItem(1, u"not a key");
+        static_cast<void>(list.Item(*list.begin()));
+    });
+    ASSERT_TRUE(missing);
+    EXPECT_EQ(missing->Description,
+              Text(u"There is no item with the vKeyIndex specified.KeyIndex = not a key"));
+    list.Add(*list.begin(), u"e");
+    list.SetItem(2, u"e");
+    EXPECT_EQ(list.Remove(*std::next(list.begin())).Type(), VarType::Long);
+}
+
+// Catches a release in the middle of an operation: what it runs finds the list whole.
+TEST(KeyListEX, AReleaseThatCallsBackFindsTheListWhole) {
+    const struct {
+        const char* what;
+        void (*operate)(KeyListEX&);
+    } rows[] = {
+        {"Remove", [](KeyListEX& list) { list.Remove(u"m"); }},
+        {"SetItem", [](KeyListEX& list) { list.SetItem(u"m", 1); }},
+        {"Clear", [](KeyListEX& list) { list.Clear(); }},
+        {"CopyFrom",
+         [](KeyListEX& list) {
+             KeyListEX other = Filled({"z"});
+             list.CopyFrom(other);
+         }},
+    };
+    for (const auto& row : rows) {
+        KeyListEX list = Filled({"a", "z"});
+        bool called = false;
+        list.Add(MakeObject<CountedObject>([&] {
+                     called = true;
+                     for (int i = 0; i < 40; ++i) list.Add(i, Text("again") + std::to_string(i));
+                     EXPECT_EQ(list.Item(u"again7"), Variant(7)) << row.what;
+                 }),
+                 u"m");
+        row.operate(list);
+        EXPECT_TRUE(called) << row.what;
+        EXPECT_EQ(CountedObject::Alive(), 0) << row.what;
+    }
+}
+
+TEST(KeyListEX, AListStoredInItselfIsFreedByClear) {
+    auto list = MakeObject<KeyListEX>();
+    list->Add(list, u"self");
+    list->Add(MakeObject<CountedObject>(), u"other");
+    list->Clear();
+    EXPECT_EQ(CountedObject::Alive(), 0);
+    EXPECT_EQ(list->Count(), 0);
+}
+
+TEST(KeyListEX, LateBoundMembersAnswerAsTheTypedOnes) {
+    KeyListEX list = Filled({"a", "b"});
+    Object& object = list;
+    const Variant a[] = {u"a"};
+    EXPECT_EQ(object.Get(u"COUNT"), Variant(2));
+    EXPECT_EQ(object.Call(u"item", a), Variant(u"a"));
+    EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Weight"); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Item"); }), 5);
+}
+
+// A failed allocation leaves the list as it was, entry by entry.
+TEST(KeyListEX, AFailedAllocationLeavesTheListAsItWas) {
+    const struct {
+        const char* what;
+        void (*operate)(KeyListEX&);
+    } rows[] = {
+        {"Add at the end", [](KeyListEX& list) { list.Add(1, u"zz"); }},
+        {"Add in the middle", [](KeyListEX& list) { list.Add(1, u"k5x"); }},
+        {"Remove from the middle", [](KeyListEX& list) { list.Remove(u"k5"); }},
+        {"SetItemString", [](KeyListEX& list) { list.SetItemString(3, u"text"); }},
+        {"Sort", [](KeyListEX& list) { list.SortBy(u"ItemLong", true); }},
+        {"SetKey", [](KeyListEX& list) { list.SetKey(2, u"k7x"); }},
+    };
+    for (const auto& row : rows) {
+        const auto make = [] {
+            KeyListEX list;
+            for (int i = 0; i < 16; ++i) {
+                list.Add(i, Text("k") + std::to_string(i));
+                list.SetItemLong(Text("k") + std::to_string(i), -i);
+            }
+            return list;
+        };
+        const std::string before = KeysOf(make());
+        const int failures =
+            WithEveryAllocationFailing(make, row.operate, [&](KeyListEX& list, bool failed) {
+                if (failed) {
+                    EXPECT_EQ(KeysOf(list), before) << row.what;
+                }
+                for (int i = 0; i < 16 && failed; ++i) {
+                    EXPECT_EQ(list.Item(Text("k") + std::to_string(i)), Variant(i)) << row.what;
+                }
+                list.Add(0, u"after");
+                EXPECT_TRUE(list.Contains(u"after")) << row.what;
+            });
+        EXPECT_GT(failures, 0) << row.what;
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
