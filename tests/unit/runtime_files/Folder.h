@@ -19,8 +19,8 @@ namespace zorvane {
 
 class Folder {
   public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zorvane-XXXXXX").string();
+    explicit Folder(const std::filesystem::path& base = std::filesystem::temp_directory_path()) {
+        std::string name = (base / "zorvane-XXXXXX").string();
         if (!::mkdtemp(name.data())) std::abort();
         path_ = name;
     }
