@@ -1,0 +1,298 @@
+#include "collection/ZVCollectionEx.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "tests/support/AllocationFaults.h"
+#include "tests/support/Outcome.h"
+#include "tests/support/ScriptedSource.h"
+#include "tests/unit/CountedObject.h"
+#include "tests/unit/Raises.h"
+
+namespace zorvane {
+namespace {
+
+static_assert(std::is_nothrow_move_constructible_v<ZVCollectionEx> &&
+              std::is_nothrow_move_assignable_v<ZVCollectionEx>);
+
+std::string KeysOf(const ZVCollectionEx& collection) {
+    std::string keys;
+    for (std::int32_t i = 1; i <= collection.Count(); ++i) {
+        keys += (i > 1 ? " " : "") + collection.Key(i).ToUtf8();
+    }
+    return keys;
+}
+
+ZVCollectionEx Filled(std::initializer_list<const char*> keys, bool sorted = true) {
+    ZVCollectionEx collection;
+    collection.SetSorted(sorted);
+    for (const char* key : keys) collection.Add(Variant(key), key);
+    return collection;
+}
+
+std::int32_t HashCode(const Text& key) {
+    ZVCollectionEx collection;
+    collection.Add(0, key);
+    return collection.CopyItemValue(1, 1).ToLong();
+}
+
+// Frozen: stored collections of others depend on these.
+TEST(ZVCollectionEx_HashCode, StaysOnBothSidesOfEachBoundary) {
+    const auto repeated = [](std::size_t n, std::u16string_view tail) {
+        return Text(std::u16string(n, u'a') + std::u16string(tail));
+    };
+    const struct {
+        const char* what;
+        Text key;
+        std::int32_t code;
+    } rows[] = {
+        {"one unit", u"A", 82},
+        {"the last that stays positive", u"\x7FEE", 32767},
+        {"the first that wraps", u"\x7FEF", -32768},
+        {"the last negative", u"\xFFEE", -1},
+        {"wraps to zero", u"\xFFEF", 0},
+        {"past zero", u"\xFFFF", 16},
+        {"two units are never negative", u"\x7FEFz", 0x3FFF0000 + 'z'},
+        {"case counts", u"ab", 0x61 * 2 + 34 + 0x62},
+    };
+    for (const auto& row : rows) EXPECT_EQ(HashCode(row.key), row.code) << row.what;
+    EXPECT_EQ(HashCode(repeated(128, u"1")), HashCode(repeated(128, u"2")))
+        << "unit 129 must not count";
+    EXPECT_NE(HashCode(repeated(127, u"1")), HashCode(repeated(127, u"2")))
+        << "unit 128 must count";
+}
+
+TEST(ZVCollectionEx_HashIndex, FullRunsWrapPastTheLastSlotAndCloseAfterARemoval) {
+    // 256 is the remainder of the last of 257 slots; all of these share it.
+    ZVCollectionEx collection;
+    collection.SetSorted(false);
+    const std::int32_t last = 257;
+    const char16_t base = 257 - 1 - 17;  // hash 256, the home of slot 257
+    std::vector<Text> keys;
+    for (char16_t i = 0; i < 5; ++i)
+        keys.push_back(Text(std::u16string(1, static_cast<char16_t>(base + i * 257))));
+    for (const Text& key : keys) collection.Add(0, key);
+    const auto slots = [&] {
+        std::vector<std::int32_t> all;
+        for (std::int32_t i = 1; i <= collection.Count(); ++i)
+            all.push_back(collection.CopyItemValue(i, 2).ToLong());
+        return all;
+    };
+    EXPECT_EQ(slots(), (std::vector<std::int32_t>{last, 1, 2, 3, 4}));
+    collection.Remove(keys[1]);
+    EXPECT_EQ(slots(), (std::vector<std::int32_t>{last, 1, 2, 3}));
+    for (const std::size_t i : {0u, 2u, 3u, 4u}) EXPECT_TRUE(collection.Contains(keys[i])) << i;
+    EXPECT_FALSE(collection.Contains(keys[1]));
+}
+
+TEST(ZVCollectionEx_Add, TheStoreGrowsByItsStepAlsoForARejectedKey) {
+    ZVCollectionEx collection;
+    for (int i = 0; i < 128; ++i) collection.Add(i, Text("k") + std::to_string(i));
+    EXPECT_EQ(collection.Capacity(), 128);
+    EXPECT_EQ(collection.Add(0, u"k5"), Variant(std::int16_t{-28501}));
+    EXPECT_EQ(collection.Capacity(), 256);
+}
+
+TEST(ZVCollectionEx_Add, KeptKeysThatDifferInCaseAreOneOnlyWhereTheirHashCodesMeet) {
+    ZVCollectionEx collection;
+    collection.Add(1, u"Abc");
+    EXPECT_EQ(collection.Add(2, u"abc"), Variant(2));
+    // One letter's case moves the code by 2 * 1, the other's back by 2.
+    const Text one = u"\u0100\u01C6";
+    const Text other = u"\u0101\u01C4";
+    collection.Add(3, one);
+    EXPECT_EQ(collection.Add(4, other), Variant(std::int16_t{-28501}));
+    EXPECT_EQ(collection.Item(other), Variant(3));
+}
+
+TEST(ZVCollectionEx_Add, AnEmptyKeyIsGeneratedUnlessSorted) {
+    ZVCollectionEx collection;
+    EXPECT_EQ(collection.Add(1, u""), Variant(std::int16_t{-28500}));
+    EXPECT_EQ(OutcomeOf([&] { return collection.Add(1, u"", {.ReturnItem = true}); }),
+              "raised -2147193002 | ZorvaneDemoProject.ZVCollectionEx::Add | Unknown errorKey = ");
+    collection.SetSorted(false);
+    for (int i = 1; i <= 50; ++i) EXPECT_EQ(collection.Add(i, u""), Variant(i));
+    for (int i = 1; i <= 50; ++i) EXPECT_EQ(collection.Item(collection.Key(i)), Variant(i));
+}
+
+TEST(ZVCollectionEx_Add, PlacesFollowBeforeAfterAndPosition) {
+    const struct {
+        const char* what;
+        AddOptions options;
+        const char* keysOrFailure;
+    } rows[] = {
+        {"before the end", {.Before = 4}, "a b c x"},
+        {"before the first", {.Before = 0}, "-28500"},
+        {"behind the last", {.After = 3}, "a b c x"},
+        {"behind the greatest position", {.After = std::int32_t{2147483647}}, "-28500"},
+        {"at a position", {.Position = 2}, "a x b c"},
+        {"at a position out of range", {.Position = 9}, "a b c x"},
+        {"before a key, whatever the position", {.Before = u"c", .Position = 1}, "a b x c"},
+        {"a key that is not there", {.Before = u"z"}, "-28503"},
+        {"a floating position", {.After = 1.0}, "-28503"},
+    };
+    for (const auto& row : rows) {
+        ZVCollectionEx collection = Filled({"a", "b", "c"}, false);
+        const Variant result = collection.Add(0, u"x", row.options);
+        const bool failed = result.ToLong() < 0;
+        EXPECT_EQ(failed ? result.ToText().ToUtf8() : KeysOf(collection), row.keysOrFailure)
+            << row.what;
+        EXPECT_EQ(collection.Count(), failed ? 3 : 4) << row.what;
+    }
+}
+
+TEST(ZVCollectionEx, FailuresNameTheMember) {
+    ZVCollectionEx collection = Filled({"a"});
+    const struct {
+        const char* what;
+        std::string outcome;
+        const char* expected;
+    } rows[] = {
+        {"no such key", OutcomeOf([&] { return collection.Item(u"x"); }),
+         "raised -2147193004 | ZorvaneDemoProject.ZVCollectionEx::Item | There is no item with the "
+         "vKeyIndex specified.KeyIndex = x"},
+        {"Kept: a small s", OutcomeOf([&] { collection.SetItemString(2, u"x"); }),
+         "raised -2147193004 | ZorvaneDemoProject.ZVCollectionEx::Itemstring | There is no item "
+         "with the vKeyIndex specified.KeyIndex = 2"},
+        {"no such position", OutcomeOf([&] { return collection.Key(0); }),
+         "raised -2147193004 | ZorvaneDemoProject.ZVCollectionEx::Key | There is no item with the "
+         "vKeyIndex specified.Index = 0"},
+        {"present", OutcomeOf([&] { return collection.Add(0, u"a", {.ReturnItem = true}); }),
+         "raised -2147193003 | ZorvaneDemoProject.ZVCollectionEx::Add | There is already an item "
+         "with this vKeyIndex.Key = a"},
+        {"nothing to remove", OutcomeOf([&] { return collection.Remove(5, true); }),
+         "raised -2147193004 | ZorvaneDemoProject.ZVCollectionEx::Remove | There is no item with "
+         "the vKeyIndex specified.Key = 5"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(row.outcome, row.expected) << row.what;
+}
+
+TEST(ZVCollectionEx_Granularity, IsClampedAndSetsTheCapacity) {
+    ZVCollectionEx collection = Filled({"a", "b"});
+    collection.SetGranularity(5);
+    EXPECT_EQ(collection.Granularity(), 128);
+    EXPECT_EQ(collection.Capacity(), 130);
+    collection.SetGranularity(40000);
+    EXPECT_EQ(collection.Granularity(), 32768);
+}
+
+TEST(ZVCollectionEx_Descending, AssignedFirstItReversesTheOrder) {
+    ZVCollectionEx collection;
+    collection.SetDescending(true);
+    for (const char* key : {"b", "a", "c"}) collection.Add(0, key);
+    EXPECT_EQ(KeysOf(collection), "c b a");
+}
+
+TEST(ZVCollectionEx_BinaryExists, KeptOnlyAnotherComparerMakesItRestoreKeyOrder) {
+    ZVCollectionEx collection = Filled({"a", "b", "c"});
+    for (std::int32_t i = 1; i <= 3; ++i) {
+        collection.SetItemLong(i, -i);
+        collection.SetItemString(i, Text("s") + std::to_string(9 - i));
+    }
+    std::int32_t index = 0;
+    collection.SortBy(u"itemstring", true);
+    EXPECT_FALSE(collection.BinaryExists(u"a", index));
+    EXPECT_EQ(KeysOf(collection), "c b a");
+    collection.SortBy(u"ITEMLONG", true);
+    EXPECT_TRUE(collection.BinaryExists(u"a", index));
+    EXPECT_EQ(KeysOf(collection), "a b c");
+    EXPECT_FALSE(collection.BinaryExists(u"d", index));
+    EXPECT_EQ(index, 4);
+}
+
+// A source that is no container may answer anything; what it gives is taken or refused whole.
+TEST(ZVCollectionEx_CopyFrom, AForeignSourceIsReadDefensively) {
+    const std::vector<Variant> settings{true, 0, false, std::int32_t{2147483647}, false, true};
+    const struct {
+        const char* what;
+        Variant count;
+        std::vector<Variant> record;
+        const char* expected;
+    } rows[] = {
+        {"a wrong hash code stays", 1, {123, 0, u"item", 4, u"s", u"key"}, "key: type 3: 123"},
+        {"no hash code is computed", 1, {0, 0, u"item", 4, u"s", u"A"}, "A: type 3: 82"},
+        {"a negative count is none", -5, {}, ""},
+        {"missing cells are empty", 1, {}, ": type 3: 17"},
+        {"a cell of a wrong type raises", 1, {0, 0, 0, u"four", u"", u"k"}, "raised 13"},
+    };
+    for (const auto& row : rows) {
+        ScriptedSource source;
+        source.Cells = {settings, row.record};
+        source.CountAnswer = row.count;
+        ZVCollectionEx copy = Filled({"old"});
+        std::string got;
+        if (const auto error = RaisedBy([&] { copy.CopyFrom(source); })) {
+            got = "raised " + std::to_string(error->Number);
+        } else if (copy.Count() > 0) {
+            got = copy.Key(1).ToUtf8() + ": " + OutcomeOf([&] { return copy.CopyItemValue(1, 1); });
+        }
+        EXPECT_EQ(got, row.expected) << row.what;
+        EXPECT_EQ(copy.Granularity(), 2147483647) << row.what;
+        copy.Add(1, u"new");
+        EXPECT_TRUE(copy.Contains(u"new")) << row.what;
+        copy.Clear();
+        EXPECT_LE(copy.Capacity(), 32768)
+            << row.what << ": a copied step must not ask for all memory";
+    }
+}
+
+TEST(ZVCollectionEx, AReleaseThatCallsBackFindsTheCollectionWhole) {
+    ZVCollectionEx collection = Filled({"a", "z"});
+    int calls = 0;
+    const auto callingBack = [&] {
+        return MakeObject<CountedObject>([&] {
+            ++calls;
+            collection.Remove(u"a");
+            for (int i = 0; i < 200; ++i) collection.Add(i, Text("again") + std::to_string(i));
+            EXPECT_EQ(collection.Item(u"again7"), Variant(7));
+        });
+    };
+    collection.Add(callingBack(), u"m");
+    collection.Remove(u"m");
+    collection.Add(callingBack(), u"n");
+    collection.SetItem(u"n", 1);
+    collection.Add(callingBack(), u"o");
+    collection.Clear();
+    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
+TEST(ZVCollectionEx, AFailedAllocationLeavesTheCollectionAsItWas) {
+    const struct {
+        const char* what;
+        void (*operate)(ZVCollectionEx&);
+    } rows[] = {
+        {"Add at the end", [](ZVCollectionEx& c) { c.Add(1, u"zz"); }},
+        {"Add in the middle", [](ZVCollectionEx& c) { c.Add(1, u"k5x"); }},
+        {"Add with a generated key",
+         [](ZVCollectionEx& c) {
+             c.SetSorted(false);
+             c.Add(1, u"");
+         }},
+        {"Remove from the middle", [](ZVCollectionEx& c) { c.Remove(u"k5"); }},
+        {"SetItemString", [](ZVCollectionEx& c) { c.SetItemString(3, u"text"); }},
+        {"Sort by slot", [](ZVCollectionEx& c) { c.SortBy(u"HashIndex", true); }},
+        {"read a slot", [](ZVCollectionEx& c) { static_cast<void>(c.CopyItemValue(1, 2)); }},
+    };
+    for (const auto& row : rows) {
+        const auto make = [] {
+            ZVCollectionEx collection;
+            for (int i = 0; i < 16; ++i) collection.Add(i, Text("k") + std::to_string(i));
+            return collection;
+        };
+        const std::string before = KeysOf(make());
+        const int failures =
+            WithEveryAllocationFailing(make, row.operate, [&](ZVCollectionEx& c, bool failed) {
+                if (failed) {
+                    EXPECT_EQ(KeysOf(c), before) << row.what;
+                }
+                c.Add(0, u"after");
+                EXPECT_TRUE(c.Contains(u"after")) << row.what;
+            });
+        EXPECT_GT(failures, 0) << row.what;
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
