@@ -8,6 +8,7 @@
 
 #include "tests/unit/collection/CollectionModelRun.h"
 #include "tests/unit/keylist/KeyListModelRun.h"
+#include "tests/unit/propbag/BagModelRun.h"
 
 int main(int argc, char** argv) {
     const long seeds = argc > 1 ? std::atol(argv[1]) : 20;
@@ -16,7 +17,8 @@ int main(int argc, char** argv) {
         const char* name;
         std::optional<std::string> (*run)(std::uint32_t seed, int operations);
     } const containers[] = {{"KeyListEX", zorvane::RunKeyListModel},
-                            {"ZVCollectionEx", zorvane::RunCollectionModel}};
+                            {"ZVCollectionEx", zorvane::RunCollectionModel},
+                            {"ZVPropertyBag", zorvane::RunBagModel}};
     for (const auto& container : containers) {
         for (long seed = 1; seed <= seeds; ++seed) {
             const auto wrong = container.run(static_cast<std::uint32_t>(seed), operations);

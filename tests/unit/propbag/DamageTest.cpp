@@ -8,16 +8,16 @@
 #include "propbag/StreamEncoder.h"
 #include "propbag/StreamWords.h"
 #include "propbag/ZVPropertyBag.h"
-#include "tests/unit/propbag/CountedMemory.h"
+#include "tests/support/AllocationFaults.h"
 #include "tests/unit/propbag/Words.h"
 
 namespace zorvane {
 namespace {
 
-// What decoding may take at its height, per byte of the stream: an entry of few words has a record,
+// What decoding may allocate in all, per byte of the stream: an entry of few words has a record,
 // two texts and their blocks.
-constexpr std::size_t kMemoryFactor = 16;
-constexpr std::size_t kMemoryFloor = 4096;
+constexpr std::int64_t kMemoryFactor = 16;
+constexpr std::int64_t kMemoryFloor = 1024;
 
 void AppendLong(Words& words, std::uint32_t value) {
     words.resize(words.size() + 2);
@@ -27,10 +27,10 @@ void AppendLong(Words& words, std::uint32_t value) {
 // Assigns the words and checks the promises that hold for any words at all.
 void AssignHostile(ZVPropertyBag& bag, const Words& words, const std::string& what) {
     const Array contents = Array::OfWords(words);
-    memory::ResetPeak();
-    const std::size_t before = memory::InUse();
+    const std::int64_t before = AllocatedBytes();
     EXPECT_NO_THROW(bag.SetContents(contents)) << what;
-    EXPECT_LE(memory::Peak() - before, kMemoryFloor + kMemoryFactor * 2 * words.size()) << what;
+    const std::int64_t taken = AllocatedBytes() - before;
+    EXPECT_LE(taken, kMemoryFloor + kMemoryFactor * std::ssize(words) * 2) << what;
     for (std::int32_t i = 1; i <= bag.Count(); ++i) {
         EXPECT_NO_THROW(static_cast<void>(bag.Item(i))) << what;
     }

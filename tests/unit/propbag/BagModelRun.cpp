@@ -1,0 +1,357 @@
+#include "tests/unit/propbag/BagModelRun.h"
+
+#include <random>
+
+#include "platform/Classes.h"
+#include "platform/Font.h"
+#include "propbag/IZVPropertyBag.h"
+#include "propbag/ZVPropertyBag.h"
+#include "tests/support/Outcome.h"
+#include "tests/unit/propbag/BagModel.h"
+#include "tests/unit/propbag/Words.h"
+
+namespace zorvane {
+namespace {
+
+// An object with one property.
+class Pet : public IZVPropertyBag {
+  public:
+    explicit Pet(std::int32_t legs = 0) : Legs(legs) {}
+    [[nodiscard]] Text TypeName() const override { return u"Pet"; }
+    [[nodiscard]] Text ClassName() const override { return u"ZorvaneDemoProject.Pet"; }
+    void InitProperties() override { Legs = -1; }
+    [[nodiscard]] Variant ParentObject() override { return Variant(); }
+    void ReadProperties(ZVPropertyBag& bag) override {
+        Legs = bag.ReadProperty(u"Legs", {.Default = -2}).ToLong();
+    }
+    void WriteProperties(ZVPropertyBag& bag) override { bag.WriteProperty(u"Legs", Legs); }
+    std::int32_t Legs;
+};
+
+// An object as text, by what it holds; other values by themselves.
+std::string Shown(const Variant& value) {
+    if (value.IsObject()) {
+        if (!value.AsObject()) return "no object";
+        if (const auto pet = ViewAs<Pet>(value.AsObject()))
+            return "pet" + std::to_string(pet->Legs);
+        if (const auto font = ViewAs<Font>(value.AsObject()))
+            return "font " + font->Value.Name.ToUtf8();
+        return value.AsObject()->TypeName().ToUtf8();
+    }
+    if (value.IsArray()) return "array of " + std::to_string(value.AsArray().Count());
+    std::ostringstream shown;
+    shown << value;
+    return shown.str();
+}
+
+class Run {
+  public:
+    explicit Run(std::uint32_t seed) : random_(seed), universe_(seed % 5 == 0 ? 500 : 12) {
+        CreatableClasses().Register(u"ZorvaneDemoProject.Pet",
+                                    [] { return Ref<Object>(MakeObject<Pet>()); });
+    }
+
+    std::optional<std::string> Go(int operations) {
+        for (int i = 1; i <= operations; ++i) {
+            Operate();
+            std::string wrong = ours_ == models_ ? StateDiffers() : ours_ + ", not " + models_;
+            if (!wrong.empty()) {
+                return "operation " + std::to_string(i) + ", " + what_ + ": " + wrong;
+            }
+        }
+        return std::nullopt;
+    }
+
+  private:
+    unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
+    bool Chance(unsigned percent) { return Below(100) < percent; }
+    Text SomeName() {
+        static const Text kOdd[] = {"", "_", "Ab", "aB", u"\u00C4", u"\u00E4", u"\xD800", "ABC"};
+        if (Chance(20)) return kOdd[Below(std::size(kOdd))];
+        return Text(Chance(50) ? "name" : "NAME") + Text(std::to_string(Below(universe_)));
+    }
+    std::int32_t SomePosition() {
+        return static_cast<std::int32_t>(Below(static_cast<unsigned>(model_.count()) + 4)) - 1;
+    }
+    Variant SomeKeyIndex() {
+        switch (Below(8)) {
+            case 0:
+                return static_cast<std::int16_t>(SomePosition());
+            case 1:
+                return Chance(50) ? Variant(1.0) : Variant::Null();
+            case 2:
+            case 3:
+                return SomePosition();
+            default:
+                return SomeName();
+        }
+    }
+    Variant SomePlain() {
+        switch (Below(7)) {
+            case 0:
+                return SomeName();
+            case 1:
+                return Chance(50);
+            case 2:
+                return Chance(50) ? Variant() : Variant::Null();
+            case 3:
+                return Array(VarType::Long, 1, static_cast<std::int32_t>(Below(5)));
+            default:
+                return static_cast<std::int32_t>(Below(3));
+        }
+    }
+    std::optional<Variant> Maybe(const Variant& value) {
+        return Chance(60) ? std::nullopt : std::optional(value);
+    }
+
+    template <class Ours, class Models>
+    void Do(const char* what, Ours&& ours, Models&& models) {
+        what_ = what;
+        ours_ = OutcomeOf(ours);
+        models_ = OutcomeOf(models);
+    }
+
+    void Operate() {
+        const unsigned choice = Below(100);
+        if (choice < 15) return Add();
+        if (choice < 45) return Write();
+        if (choice < 65) return Read();
+        if (choice < 75) return Remove();
+        if (choice < 90) return Look();
+        Rest();
+    }
+
+    void Add() {
+        const Variant item = Chance(90) ? SomePlain() : Variant(MakeObject<Pet>(4));
+        const Text name = SomeName();
+        const auto before = Maybe(SomeKeyIndex());
+        const auto after = Maybe(Chance(5) ? Variant(2147483647) : SomeKeyIndex());
+        const std::int32_t position = Chance(50) ? 0 : SomePosition();
+        const bool raising = Chance(50);
+        Do(
+            "Add",
+            [&] {
+                return bag_.Add(item, name, {before, after, position, raising});
+            },
+            [&] { return model_.add(item, name, before, after, position, raising); });
+    }
+
+    void Write() {
+        const Text name = SomeName();
+        const std::int32_t index = Chance(1) ? SomePosition() : 0;
+        const auto pet = MakeObject<Pet>(static_cast<std::int32_t>(Below(5)));
+        const auto font = MakeObject<Font>(FontValue{.Name = SomeName()});
+        const Variant values[] = {SomePlain(), SomePlain(), SomePlain(), pet, font, Ref<Object>()};
+        const Variant value = values[Below(std::size(values))];
+        const auto byDefault = Maybe(Chance(50) ? SomePlain() : value);
+        Variant words = value;
+        Text objName;
+        if (value.IsObject()) {
+            ZVPropertyBag nested;
+            words = Variant();
+            objName = u"\r";
+            if (value == Variant(pet)) {
+                nested.WriteProperty(u"Legs", pet->Legs);
+                objName = pet->ClassName();
+            } else if (value == Variant(font)) {
+                nested.WriteProperty(u"Name", font->Value.Name, {.Default = u"Roman"});
+                nested.WriteProperty(u"Weight", font->Value.Weight);
+                objName = u"Font";
+            }
+            if (value.AsObject()) words = nested.Contents();
+        }
+        const bool equal = byDefault && EqualsDefault(value, *byDefault);
+        Do(
+            "WriteProperty",
+            [&] { bag_.WriteProperty(name, value, {.Default = byDefault, .Index = index}); },
+            [&] { model_.write(name, value, words, objName, equal, index); });
+    }
+
+    // Among the values that are tried here: False is 0, and Null and arrays equal nothing.
+    static bool EqualsDefault(const Variant& value, const Variant& byDefault) {
+        const auto isNumber = [](const Variant& v) { return v.IsNumber() && !v.IsEmpty(); };
+        if (isNumber(value) && isNumber(byDefault)) return value.ToLong() == byDefault.ToLong();
+        return value == byDefault && !value.IsNull() && !value.IsArray();
+    }
+
+    void Read() {
+        const Text name = SomeName();
+        const std::int32_t index = Chance(70) ? 0 : SomePosition();
+        const auto ours = MakeObject<Pet>(77);
+        const auto models = MakeObject<Pet>(77);
+        const unsigned kind = Below(4);
+        const auto byDefault = [&](const Ref<Pet>& pet) -> std::optional<Variant> {
+            if (kind == 0) return std::nullopt;
+            return kind == 1 ? Variant(u"default") : kind == 2 ? Variant(Ref<Object>()) : pet;
+        };
+        Do(
+            "ReadProperty",
+            [&] {
+                return Shown(bag_.ReadProperty(name, {byDefault(ours), index}));
+            },
+            [&] { return Shown(ModelRead(name, byDefault(models), models, index)); });
+    }
+
+    Variant ModelRead(const Text& name, std::optional<Variant> byDefault, const Ref<Pet>& pet,
+                      std::int32_t index) {
+        const bool byIndex = index >= 1 && index <= model_.count();
+        const std::int32_t found = byIndex ? index : model_.find(name);
+        const bool inPlace = byDefault && *byDefault == Variant(pet);
+        if (inPlace && (found != 0 || model_.sorted)) {
+            pet->Legs = found == 0 ? -1 : LegsIn(model_.at(found).value);
+        }
+        if (inPlace || found == 0) return byDefault.value_or(Variant());
+        const BagModel::Row& row = model_.at(found);
+        if (row.objName == u"\r") return Ref<Object>();
+        if (row.objName == u"Font")
+            return MakeObject<Font>(FontValue{.Name = FontNameIn(row.value)});
+        if (!row.objName.Empty()) return MakeObject<Pet>(LegsIn(row.value));
+        return row.value;
+    }
+    static std::int32_t LegsIn(const Variant& words) {
+        ZVPropertyBag bag;
+        bag.SetContents(words);
+        Variant legs = -2;
+        static_cast<void>(bag.ItemFn(u"legs", legs));
+        return legs.ToLong();
+    }
+    static Text FontNameIn(const Variant& words) {
+        ZVPropertyBag bag;
+        bag.SetContents(words);
+        Variant name = u"Roman";
+        static_cast<void>(bag.ItemFn(u"name", name));
+        return name.ToText();
+    }
+
+    void Remove() {
+        const Variant keyIndex = SomeKeyIndex();
+        Do(
+            "Remove", [&] { bag_.Remove(keyIndex); },
+            [&] {
+                static_cast<void>(model_.entry(keyIndex, "Remove", "Key = "));
+                model_.removeAt(model_.resolve(keyIndex));
+            });
+    }
+
+    void Look() {
+        const Variant v = SomeKeyIndex();
+        const std::int32_t position = SomePosition();
+        switch (Below(5)) {
+            case 0:
+                return Do(
+                    "Item", [&] { return Shown(bag_.Item(v)); },
+                    [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); });
+            case 1:
+                return Do(
+                    "ObjName", [&] { return bag_.ObjName(v); },
+                    [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; });
+            case 2:
+                return Do(
+                    "Key", [&] { return bag_.Key(position); },
+                    [&] { return model_.entry(position, "Key", "Index = ").name; });
+            case 3:
+                return Do(
+                    "PropIsObject", [&] { return bag_.PropIsObject(v); },
+                    [&] {
+                        const std::int32_t at = model_.resolve(v);
+                        return at != 0 && !model_.at(at).objName.Empty();
+                    });
+            default:
+                return Do(
+                    "ItemFn",
+                    [&] {
+                        Variant value = u"untouched";
+                        const bool found = bag_.ItemFn(v, value);
+                        return Shown(value) + (found ? "found" : "");
+                    },
+                    [&] {
+                        const std::int32_t at = model_.resolve(v);
+                        return at == 0 ? Shown(u"untouched") : Shown(model_.at(at).value) + "found";
+                    });
+        }
+    }
+
+    void Rest() {
+        const auto step = static_cast<std::int32_t>(Below(80));
+        const bool flag = Chance(50);
+        switch (Below(8)) {
+            case 0:
+                return Do(
+                    "Granularity", [&] { bag_.SetGranularity(step); },
+                    [&] { model_.granularity = std::max(16, step); });
+            case 1:
+                return Do(
+                    "Changed", [&] { bag_.SetChanged(flag); }, [&] { model_.changed = flag; });
+            case 2:
+                if (model_.sorted && Chance(90)) return;
+                return Do(
+                    "Clear", [&] { bag_.Clear(); }, [&] { model_ = BagModel(); });
+            case 3:
+                return Repeats();
+            case 4:
+                return Copy(flag);
+            default:
+                return Do(
+                    "Contents", [&] { bag_.SetContents(bag_.Contents()); },
+                    [&] { model_.reopen(); });
+        }
+    }
+
+    // Only words can make a bag that is sorted and whose names may repeat.
+    void Repeats() {
+        Words words = WordsOf(bag_);
+        words.back() = 0;
+        Do(
+            "repeated names", [&] { bag_.SetContents(Array::OfWords(words)); },
+            [&] {
+                model_.reopen();
+                model_.unique = model_.rows.empty();
+            });
+    }
+
+    void Copy(bool mark) {
+        Do(
+            "CopyFrom",
+            [&] {
+                ZVPropertyBag copy;
+                copy.WriteProperty(u"old", 1);
+                copy.CopyFrom(bag_, mark);
+                swap(copy, bag_);
+            },
+            [&] { model_.changed = model_.changed || mark; });
+    }
+
+    std::string StateDiffers() {
+        if (bag_.Count() != model_.count()) return "Count differs";
+        if (bag_.Sorted() != model_.sorted) return "Sorted differs";
+        if (bag_.Changed() != model_.changed) return "Changed differs";
+        if (bag_.Granularity() != model_.granularity) return "Granularity differs";
+        std::int32_t position = 0;
+        for (const Variant& value : bag_) {
+            const BagModel::Row& row = model_.at(++position);
+            if (value == row.value && bag_.Key(position) == row.name &&
+                bag_.ObjName(position) == row.objName) {
+                continue;
+            }
+            return "entry " + std::to_string(position) + " is " + bag_.Key(position).ToUtf8() +
+                   "=" + Shown(value) + ", not " + row.name.ToUtf8() + "=" + Shown(row.value);
+        }
+        return {};
+    }
+
+    ZVPropertyBag bag_;
+    BagModel model_;
+    std::mt19937 random_;
+    unsigned universe_;
+    std::string what_;
+    std::string ours_;
+    std::string models_;
+};
+
+}  // namespace
+
+std::optional<std::string> RunBagModel(std::uint32_t seed, int operations) {
+    return Run(seed).Go(operations);
+}
+
+}  // namespace zorvane
