@@ -8,6 +8,10 @@
 
 namespace zorvane {
 
+FontRecord ProgramFont() {
+    return {.Name = u"Liberation Sans", .Size = 9};
+}
+
 QFont ToQFont(const FontRecord& record) {
     constexpr double kLargest = 2048;
     QFont font = CompactFont();

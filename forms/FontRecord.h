@@ -1,27 +1,19 @@
 #pragma once
-// FontRecord: the eight properties that are kept of a font.
+// FontRecord: the eight properties that are kept of a font, and what the screen makes of them.
 //
 // It is a value and knows nothing of a screen: a family that is missing here, a size that no dialog
 // offers and the character set all survive, since only display maps it to the toolkit's font.
 
 #include <QFont>
-#include <cstdint>
 
-#include "platform/Text.h"
+#include "platform/Font.h"
 
 namespace zorvane {
 
-struct FontRecord {
-    Text Name = u"Liberation Sans";
-    double Size = 9;  // points
-    std::int16_t Weight = 400;
-    bool Bold = false;
-    std::int16_t Charset = 0;
-    bool Italic = false;
-    bool Strikethrough = false;
-    bool Underline = false;
-    friend bool operator==(const FontRecord&, const FontRecord&) = default;
-};
+using FontRecord = FontValue;
+
+// What the windows are laid out for.
+[[nodiscard]] FontRecord ProgramFont();
 
 // For display: a weight of 0 shows as 400, a size that is no size as the program's own.
 [[nodiscard]] QFont ToQFont(const FontRecord& record);

@@ -2,7 +2,8 @@
 // IZVPropertyBag: what an object fulfils so that a ZVPropertyBag can store and restore it.
 //
 // The bag never looks inside: it hands the object an empty bag to write its properties to, or a
-// filled one to read them from, and keeps that bag's words under the property's name.
+// filled one to read them from, and keeps that bag's words under the property's name. A window is
+// an object already: the base is virtual, so that it can be both.
 
 #include "platform/Object.h"
 #include "platform/Text.h"
@@ -12,7 +13,7 @@ namespace zorvane {
 
 class ZVPropertyBag;
 
-class IZVPropertyBag : public Object {
+class IZVPropertyBag : public virtual Object {
   public:
     // The name under which CreatableClasses() makes another of this class, or "" for an object that
     // is only ever restored in place.
