@@ -10,6 +10,7 @@ else()
     option(ZORVANE_BUILD_APP "Build the windowed program (needs Qt 6)" OFF)
 endif()
 option(ZORVANE_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
+option(ZORVANE_BUILD_BENCH "Build the benchmarks (needs Boost; other peers where found)" OFF)
 option(ZORVANE_WERROR "Treat warnings as errors" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace zorvane {
@@ -110,6 +111,36 @@ int CompareMapped(Units left, Units right) noexcept {
     return static_cast<int>(right.Done()) - static_cast<int>(left.Done());
 }
 
+constexpr std::uint64_t Lanes(std::uint16_t value) {
+    return value * 0x0001000100010001u;
+}
+
+// Up to four units as the hash sees them, the first in the low bits, zeros behind the last.
+std::uint64_t FoldFour(std::u16string_view units) noexcept {
+    std::uint64_t word = 0;
+    if (units.size() == 4) {
+        std::memcpy(&word, units.data(), sizeof word);
+    } else {
+        std::memcpy(&word, units.data(), units.size() * sizeof(char16_t));
+    }
+    // Below U+00C0 only ASCII letters and the micro sign change: all four lanes at once.
+    const std::uint64_t micro = word ^ Lanes(0xB5);
+    const std::uint64_t isMicro = (micro - Lanes(1)) & ~micro & Lanes(0x8000);
+    const std::uint64_t above = (word & Lanes(0xFF00)) | (word & (word << 1) & Lanes(0x80));
+    if (std::endian::native == std::endian::little && (above | isMicro) == 0) {
+        const std::uint64_t capital =
+            (word + Lanes(0x80 - 'A')) & ~(word + Lanes(0x80 - 'Z' - 1)) & Lanes(0x80);
+        return word | (capital >> 2);
+    }
+    word = 0;
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        // A pair's halves are hashed by being halves alone: letters beyond the plane are rare.
+        const char16_t unit = IsSurrogate(units[i]) ? char16_t{0xD800} : kHash(units[i]);
+        word |= static_cast<std::uint64_t>(unit) << (16 * i);
+    }
+    return word;
+}
+
 }  // namespace
 
 char32_t FoldCodePoint(char32_t point) noexcept {
@@ -153,30 +184,14 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
-    // Four units a step into one 64-bit word, mixed by a multiplication whose high half is kept.
+    // Four units a step, mixed by a multiplication whose high bits are folded back.
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
     std::uint64_t hash = kMix ^ units.size();
-    const auto take = [&](std::uint64_t word) {
-        hash = (hash ^ word) * kMix;
+    for (std::size_t at = 0; at < units.size(); at += 4) {
+        hash = (hash ^ FoldFour(units.substr(at, 4))) * kMix;
         hash ^= hash >> 29;
-    };
-    std::uint64_t word = 0;
-    unsigned shift = 0;
-    for (std::size_t at = 0; at < units.size(); ++at) {
-        char16_t unit = units[at];
-        // A pair's halves are hashed by their high bits alone: letters beyond the plane are rare.
-        unit = IsSurrogate(unit) ? char16_t{0xD800} : kHash(unit);
-        word |= static_cast<std::uint64_t>(unit) << shift;
-        shift += 16;
-        if (shift == 64) {
-            take(word);
-            word = 0;
-            shift = 0;
-        }
     }
-    if (shift != 0) take(word);
-    hash ^= hash >> 32;
-    const auto folded = static_cast<std::uint32_t>(hash * 0xD6E8FEB86659FD93u >> 32);
+    const auto folded = static_cast<std::uint32_t>((hash * 0xD6E8FEB86659FD93u) >> 32);
     return folded != 0 ? folded : 1;
 }
 

@@ -11,7 +11,7 @@ namespace zorvane {
 
 // Ends the life of `count` values at `from` and begins it at `to`; the ranges may overlap.
 template <class T>
-void Relocate(T* to, T* from, std::size_t count) noexcept {
+void Relocate(T* to, const T* from, std::size_t count) noexcept {
     if (count != 0)
         std::memmove(static_cast<void*>(to), static_cast<const void*>(from), count * sizeof(T));
 }

@@ -85,10 +85,10 @@ Text::Block* Text::Allocate(std::size_t length) {
     return block;
 }
 
-std::uint32_t Text::FoldedHash() const noexcept {
-    if (!block_) return HashFolded({});
-    if (block_->foldedHash == 0) block_->foldedHash = HashFolded(Units());
-    return block_->foldedHash;
+std::uint32_t Text::ComputeFoldedHash() const noexcept {
+    const std::uint32_t hash = HashFolded(Units());
+    if (block_) block_->foldedHash = hash;
+    return hash;
 }
 
 void Text::Free(Block* block) noexcept {

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -49,7 +50,9 @@ class Text {
     // A hash of the units without regard to case, never 0: equal for texts that CompareTexts finds
     // equal in mode Text and for texts with equal LowerCase. Computed once per block. O(n), then
     // O(1).
-    [[nodiscard]] std::uint32_t FoldedHash() const noexcept;
+    [[nodiscard]] std::uint32_t FoldedHash() const noexcept {
+        return block_ && block_->foldedHash != 0 ? block_->foldedHash : ComputeFoldedHash();
+    }
     [[nodiscard]] std::int32_t Length() const noexcept {
         return block_ ? static_cast<std::int32_t>(block_->length) : 0;
     }
@@ -66,7 +69,7 @@ class Text {
 
     friend Text operator+(const Text& left, const Text& right);
     friend bool operator==(const Text& left, const Text& right) noexcept {
-        return left.block_ == right.block_ || left.Units() == right.Units();
+        return left.block_ == right.block_ || SameUnits(left.Units(), right.Units());
     }
     friend void swap(Text& left, Text& right) noexcept { std::swap(left.block_, right.block_); }
     friend std::ostream& operator<<(std::ostream& out, const Text& text);
@@ -79,9 +82,14 @@ class Text {
         char16_t units[2];         // really `length` of them
     };
 
+    static bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
+        return left.size() == right.size() &&
+               std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+    }
     explicit Text(Block* block) noexcept : block_(block) {}
     static Block* Allocate(
         std::size_t length);  // zeroed units; null for 0; std::length_error, bad_alloc
+    std::uint32_t ComputeFoldedHash() const noexcept;
     static void Free(Block* block) noexcept;
     void Release() noexcept {
         if (block_ && --block_->references == 0) Free(block_);

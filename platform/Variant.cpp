@@ -84,12 +84,7 @@ Variant Variant::FromScalarBits(VarType type, std::uint64_t bits) noexcept {
     return {type, static_cast<std::int64_t>(bits)};
 }
 
-void Variant::CopyFrom(const Variant& other) noexcept {
-    if (!other.Owns()) {
-        // Nothing counted: the bytes are the value.
-        std::memcpy(static_cast<void*>(this), &other, sizeof *this);
-        return;
-    }
+void Variant::Share(const Variant& other) noexcept {
     type_ = other.type_;
     if (type_ == VarType::String) {
         std::construct_at(&text_, other.text_);
@@ -177,8 +172,8 @@ std::int16_t Variant::ToInteger() const {
     return RoundTo<std::int16_t>(ToDouble());
 }
 
-std::int32_t Variant::ToLong() const {
-    return type_ == VarType::Long ? long_ : RoundTo<std::int32_t>(ToDouble());
+std::int32_t Variant::ConvertedToLong() const {
+    return RoundTo<std::int32_t>(ToDouble());
 }
 
 float Variant::ToSingle() const {
@@ -261,13 +256,6 @@ bool operator==(const Variant& left, const Variant& right) {
     if (left.type_ == VarType::Object) return left.object_ == right.object_;
     if (left.IsArray()) return left.array_ == right.array_;
     return std::memcmp(&left, &right, sizeof left) == 0;
-}
-
-void swap(Variant& left, Variant& right) noexcept {
-    alignas(Variant) std::byte kept[sizeof(Variant)];
-    std::memcpy(kept, &left, sizeof left);
-    std::memcpy(static_cast<void*>(&left), &right, sizeof left);
-    std::memcpy(static_cast<void*>(&right), kept, sizeof left);
 }
 
 std::ostream& operator<<(std::ostream& out, const Variant& value) {

@@ -5,6 +5,7 @@
 // is O(1); an object is held by reference. A Variant may be moved as raw bytes
 // (platform/Relocate.h).
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <type_traits>
@@ -12,6 +13,7 @@
 
 #include "platform/Array.h"
 #include "platform/Object.h"
+#include "platform/Relocate.h"
 #include "platform/Text.h"
 #include "platform/VarType.h"
 
@@ -62,7 +64,13 @@ class Variant {
     static Variant FromError(std::int32_t status) noexcept;
     static Variant Null() noexcept { return {VarType::Null, std::int64_t{0}}; }
 
-    Variant(const Variant& other) noexcept : Variant() { CopyFrom(other); }
+    Variant(const Variant& other) noexcept : Variant() {
+        if (other.Owns()) {
+            Share(other);
+        } else {
+            Relocate(this, &other, 1);  // nothing counted: the bytes are the value
+        }
+    }
     Variant(Variant&& other) noexcept : Variant() { swap(*this, other); }
     Variant& operator=(const Variant& other) noexcept {
         Variant copy(other);
@@ -95,7 +103,9 @@ class Variant {
     [[nodiscard]] std::int64_t ToCurrency() const;  // ten-thousandths
     [[nodiscard]] double ToDouble() const;
     [[nodiscard]] std::int16_t ToInteger() const;
-    [[nodiscard]] std::int32_t ToLong() const;
+    [[nodiscard]] std::int32_t ToLong() const {
+        return type_ == VarType::Long ? long_ : ConvertedToLong();
+    }
     [[nodiscard]] float ToSingle() const;
     // Numbers with '.', no grouping, at most 15 significant digits (Single 7); "True" and "False";
     // dates as "2026-03-01" or "2026-03-01 13:45:10". Never depends on the locale.
@@ -122,13 +132,20 @@ class Variant {
 
     // Same type and same value; objects by identity, floats bit by bit.
     friend bool operator==(const Variant& left, const Variant& right);
-    friend void swap(Variant& left, Variant& right) noexcept;
+    friend void swap(Variant& left, Variant& right) noexcept {
+        alignas(Variant) std::byte kept[sizeof(Variant)];
+        auto* const passing = reinterpret_cast<Variant*>(kept);
+        Relocate(passing, &left, 1);
+        Relocate(&left, &right, 1);
+        Relocate(&right, passing, 1);
+    }
     friend std::ostream& operator<<(std::ostream& out, const Variant& value);
 
   private:
     Variant(VarType type, std::int64_t bits) noexcept : type_(type), bits_(bits) {}
 
-    void CopyFrom(const Variant& other) noexcept;  // this holds nothing counted
+    [[nodiscard]] std::int32_t ConvertedToLong() const;
+    void Share(const Variant& other) noexcept;  // this is Empty, the other counted
     [[nodiscard]] bool Owns() const noexcept {
         return type_ == VarType::String || type_ == VarType::Object || IsArrayType(type_);
     }

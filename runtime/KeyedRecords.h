@@ -183,10 +183,19 @@ class KeyedRecords : public Object {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
     [[nodiscard]] Record& Find(const Variant& vKeyIndex, std::u16string_view member) {
+        if (Record* record = AtPosition(vKeyIndex)) return *record;
         const Variant kept = KeptIfReordering(vKeyIndex);
         const Variant& named = kept.IsEmpty() ? vKeyIndex : kept;
         if (Record* record = Self().FindRecord(named)) return *record;
         RaiseError(Failure::NoItem, member, kKeyIndexLabel, named);
+    }
+    // The record at a position given as a Long, the most frequent argument; null for any other.
+    [[nodiscard]] Record* AtPosition(const Variant& vKeyIndex) noexcept {
+        if (vKeyIndex.Type() != VarType::Long) return nullptr;
+        const std::int32_t position = vKeyIndex.LongUnchecked();
+        const bool inside =
+            static_cast<std::uint32_t>(position) - 1 < static_cast<std::uint32_t>(Count());
+        return inside ? &records_.At(position) : nullptr;
     }
     // A copy of an argument that a re-sort may pull away (it may live in a record); Empty when no
     // re-sort is due.

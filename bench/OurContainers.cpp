@@ -1,0 +1,100 @@
+// The containers of this project in the eight tests, and two middle-of-the-container ones.
+//
+// Each stands here twice: keyed with the very text objects that were added, and ("other text") with
+// texts of the same units that the container has never met, so that nothing is cached in them.
+
+#include "bench/Harness.h"
+#include "collection/ZVCollectionEx.h"
+#include "keylist/CollectionEx.h"
+#include "keylist/KeyListEX.h"
+#include "platform/Collection.h"
+
+namespace {
+
+using namespace bench;
+using zorvane::Text;
+using zorvane::Variant;
+
+struct Keys {
+    std::vector<Variant> added;
+    std::vector<Variant> asked;
+    Variant absent;
+
+    Keys(const Data& data, bool otherTexts) : absent(Text(data.absent)) {
+        for (const auto& key : data.keys) added.emplace_back(Text(key));
+        if (!otherTexts) {
+            asked = added;
+        } else {
+            for (const auto& key : data.keys) asked.emplace_back(Text(key));
+        }
+    }
+};
+
+void Prepare(zorvane::ZVCollectionEx& c) {
+    c.SetGranularity(10000);
+    c.SetSorted(false);
+}
+void Prepare(zorvane::KeyListEX& c) { c.SetGranularity(2000); }
+void Prepare(zorvane::CollectionEx& c) { c.SetMemory(10000, 0, 0); }
+void Prepare(zorvane::Collection&) {}
+
+template <class Container>
+void AddTo(Container& c, const Variant& item, const Text& key) {
+    c.Add(item, key);
+}
+void AddTo(zorvane::Collection& c, const Variant& item, const Text& key) { c.Add(item, {.Key = key}); }
+
+template <class Container, bool OtherTexts>
+class Ours {
+  public:
+    static constexpr bool positional = true;
+    static constexpr bool sorted = std::is_same_v<Container, zorvane::KeyListEX>;
+
+    explicit Ours(const Data& data) : data_(data), keys_(data, OtherTexts) { Prepare(container_); }
+
+    void add(std::size_t i) { AddTo(container_, data_.values[i], keys_.added[i].TextUnchecked()); }
+    std::int32_t byKey(std::size_t i) { return container_.Item(keys_.asked[i]).ToLong(); }
+    std::int32_t byPos(std::size_t p) { return container_.Item(static_cast<std::int32_t>(p) + 1).ToLong(); }
+    bool absent() { return Has(keys_.absent); }
+    std::int64_t sum() {
+        std::int64_t total = 0;
+        for (const Variant& item : container_.NewEnum()) total += item.ToLong();
+        return total;
+    }
+    void removeKey(std::size_t i) { container_.Remove(keys_.asked[i]); }
+    void removeFirst() { container_.Remove(std::int32_t{1}); }
+    std::size_t size() const { return static_cast<std::size_t>(container_.Count()); }
+
+    void insertMid(std::size_t i)
+        requires(!sorted && std::is_same_v<Container, zorvane::ZVCollectionEx>)
+    {
+        container_.Add(data_.values[i], keys_.added[i].TextUnchecked(), {.Position = container_.Count() / 2 + 1});
+    }
+
+  private:
+    bool Has(const Variant& key) {
+        if constexpr (requires { container_.Contains(key); }) {
+            return container_.Contains(key);
+        } else if constexpr (requires { container_.Exists(key); }) {
+            return container_.Exists(key);
+        } else {
+            return zorvane::IgnoringErrors([&] { static_cast<void>(container_.Item(key)); });
+        }
+    }
+
+    const Data& data_;
+    Keys keys_;
+    Container container_;
+};
+
+const bool enrolled = [] {
+    enroll<Ours<zorvane::ZVCollectionEx, false>>("insertion", "ZVCollectionEx");
+    enroll<Ours<zorvane::ZVCollectionEx, true>>("insertion", "ZVCollectionEx, other text");
+    enroll<Ours<zorvane::CollectionEx, false>>("insertion", "CollectionEx");
+    enroll<Ours<zorvane::CollectionEx, true>>("insertion", "CollectionEx, other text");
+    enroll<Ours<zorvane::KeyListEX, false>>("sorted", "KeyListEX");
+    enroll<Ours<zorvane::KeyListEX, true>>("sorted", "KeyListEX, other text");
+    return true;
+}();
+
+}  // namespace

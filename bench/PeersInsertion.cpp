@@ -1,0 +1,288 @@
+// Peers that keep insertion order: a hash for the keys beside a sequence for the positions.
+#include "bench/Harness.h"
+
+#include <deque>
+#include <memory>
+#include <unordered_map>
+
+#include <boost/multi_index/hashed_index.hpp>
+#include <boost/multi_index/member.hpp>
+#include <boost/multi_index/random_access_index.hpp>
+#include <boost/multi_index/ranked_index.hpp>
+#include <boost/multi_index_container.hpp>
+#include <ext/pb_ds/assoc_container.hpp>
+#include <ext/pb_ds/tree_policy.hpp>
+#if __has_include(<boost/unordered/unordered_flat_map.hpp>)
+#include <boost/unordered/unordered_flat_map.hpp>
+#define PEER_BOOST_FLAT 1
+#endif
+#ifdef PEER_ABSL
+#include <absl/container/flat_hash_map.h>
+#endif
+#ifdef PEER_TSL
+#include <tsl/ordered_map.h>
+#include <tsl/robin_map.h>
+#endif
+#ifdef PEER_QT
+#include <QHash>
+#include <QList>
+#include <QString>
+#endif
+
+namespace {
+using namespace bench;
+
+struct Entry {
+    std::u16string key;
+    Value value;
+    int64_t pos;
+};
+
+// Positions in a vector: every later entry is renumbered by hand.
+struct VectorSeq {
+    std::vector<Entry*> v;
+    void push(Entry* e) { e->pos = int64_t(v.size()); v.push_back(e); }
+    void insert(size_t p, Entry* e) {
+        e->pos = int64_t(p);
+        v.insert(v.begin() + long(p), e);
+        for (size_t i = p + 1; i < v.size(); ++i) ++v[i]->pos;
+    }
+    void erase(Entry* e) {
+        size_t p = size_t(e->pos);
+        v.erase(v.begin() + long(p));
+        for (size_t i = p; i < v.size(); ++i) --v[i]->pos;
+    }
+};
+
+// Positions in a deque with a moving base: the shorter side is renumbered.
+struct DequeSeq {
+    std::deque<Entry*> v;
+    int64_t base = 0;
+    void push(Entry* e) { e->pos = base + int64_t(v.size()); v.push_back(e); }
+    void insert(size_t p, Entry* e) {
+        v.insert(v.begin() + long(p), e);
+        if (p < v.size() / 2) {
+            --base;
+            for (size_t i = 0; i < p; ++i) --v[i]->pos;
+        } else
+            for (size_t i = p + 1; i < v.size(); ++i) ++v[i]->pos;
+        e->pos = base + int64_t(p);
+    }
+    void erase(Entry* e) {
+        size_t p = size_t(e->pos - base);
+        v.erase(v.begin() + long(p));
+        if (p < v.size() / 2) {
+            ++base;
+            for (size_t i = 0; i < p; ++i) ++v[i]->pos;
+        } else
+            for (size_t i = p; i < v.size(); ++i) --v[i]->pos;
+    }
+};
+
+template <class Map, class Seq> struct HashAndSeq {
+    static constexpr bool positional = true, sorted = false;
+    const Data& d;
+    Map map;
+    Seq seq;
+    explicit HashAndSeq(const Data& data) : d(data) {}
+    ~HashAndSeq() { for (Entry* e : seq.v) delete e; }
+    Entry* make(size_t i) {
+        auto* e = new Entry{d.keys[i], d.values[i], 0};
+        if (!map.emplace(std::u16string_view(e->key), e).second) { delete e; return nullptr; }
+        return e;
+    }
+    void add(size_t i) { if (Entry* e = make(i)) seq.push(e); }
+    void insertMid(size_t i) { if (Entry* e = make(i)) seq.insert(seq.v.size() / 2, e); }
+    int32_t byKey(size_t i) { return toInt(map.find(std::u16string_view(d.keys[i]))->second->value); }
+    int32_t byPos(size_t p) { return toInt(seq.v[p]->value); }
+    bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    int64_t sum() { int64_t s = 0; for (Entry* e : seq.v) s += toInt(e->value); return s; }
+    void removeIt(typename Map::iterator it) { Entry* e = it->second; map.erase(it); seq.erase(e); delete e; }
+    void removeKey(size_t i) { removeIt(map.find(std::u16string_view(d.keys[i]))); }
+    void removeFirst() { removeIt(map.find(std::u16string_view(seq.v.front()->key))); }
+    size_t size() const { return seq.v.size(); }
+};
+
+// A hash to a node, the order as a balanced tree over labels: everything is logarithmic.
+template <class Map> struct HashAndTree {
+    static constexpr bool positional = true, sorted = false;
+    using Tree = __gnu_pbds::tree<int64_t, Entry*, std::less<int64_t>, __gnu_pbds::rb_tree_tag,
+                                  __gnu_pbds::tree_order_statistics_node_update>;
+    const Data& d;
+    Map map;
+    Tree tree;
+    int64_t label = 0;
+    explicit HashAndTree(const Data& data) : d(data) {}
+    ~HashAndTree() { for (auto& [k, e] : tree) delete e; }
+    void add(size_t i) {
+        auto* e = new Entry{d.keys[i], d.values[i], label};
+        if (!map.emplace(std::u16string_view(e->key), e).second) { delete e; return; }
+        tree.insert({label++, e});
+    }
+    int32_t byKey(size_t i) { return toInt(map.find(std::u16string_view(d.keys[i]))->second->value); }
+    int32_t byPos(size_t p) { return toInt(tree.find_by_order(p)->second->value); }
+    bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    int64_t sum() { int64_t s = 0; for (auto& [k, e] : tree) s += toInt(e->value); return s; }
+    void removeKey(size_t i) {
+        auto it = map.find(std::u16string_view(d.keys[i]));
+        Entry* e = it->second;
+        map.erase(it);
+        tree.erase(e->pos);
+        delete e;
+    }
+    void removeFirst() {
+        Entry* e = tree.begin()->second;
+        map.erase(std::u16string_view(e->key));
+        tree.erase(tree.begin());
+        delete e;
+    }
+    size_t size() const { return tree.size(); }
+};
+
+struct MultiRecord { std::u16string key; Value value; };
+struct MultiRandomAccess {
+    static constexpr bool positional = true, sorted = false;
+    using C = boost::multi_index_container<
+        MultiRecord, boost::multi_index::indexed_by<
+                         boost::multi_index::random_access<>,
+                         boost::multi_index::hashed_unique<
+                             boost::multi_index::member<MultiRecord, std::u16string, &MultiRecord::key>,
+                             std::hash<std::u16string>>>>;
+    const Data& d;
+    C c;
+    explicit MultiRandomAccess(const Data& data) : d(data) {}
+    void add(size_t i) { c.push_back({d.keys[i], d.values[i]}); }
+    void insertMid(size_t i) { c.insert(c.begin() + long(c.size() / 2), {d.keys[i], d.values[i]}); }
+    int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    int32_t byPos(size_t p) { return toInt(c[p].value); }
+    bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
+    void removeKey(size_t i) { auto& h = c.get<1>(); h.erase(h.find(d.keys[i])); }
+    void removeFirst() { c.pop_front(); }
+    size_t size() const { return c.size(); }
+};
+
+struct MultiRankedSeq {
+    static constexpr bool positional = true, sorted = false;
+    struct R { int64_t label; std::u16string key; Value value; };
+    using C = boost::multi_index_container<
+        R, boost::multi_index::indexed_by<
+               boost::multi_index::ranked_unique<boost::multi_index::member<R, int64_t, &R::label>>,
+               boost::multi_index::hashed_unique<boost::multi_index::member<R, std::u16string, &R::key>,
+                                                 std::hash<std::u16string>>>>;
+    const Data& d;
+    C c;
+    int64_t label = 0;
+    explicit MultiRankedSeq(const Data& data) : d(data) {}
+    void add(size_t i) { c.emplace_hint(c.end(), R{label++, d.keys[i], d.values[i]}); }
+    int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
+    bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
+    void removeKey(size_t i) { auto& h = c.get<1>(); h.erase(h.find(d.keys[i])); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+
+#ifdef PEER_TSL
+struct TslOrdered {
+    static constexpr bool positional = true, sorted = false;
+    using C = tsl::ordered_map<std::u16string, Value, std::hash<std::u16string>, std::equal_to<std::u16string>,
+                               std::allocator<std::pair<std::u16string, Value>>,
+                               std::vector<std::pair<std::u16string, Value>>>;
+    const Data& d;
+    C c;
+    explicit TslOrdered(const Data& data) : d(data) {}
+    void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
+    // No insertMid: insert_at_position of release 1.0.0 loses keys (the check catches it).
+    int32_t byKey(size_t i) { return toInt(c.find(d.keys[i]).value()); }
+    int32_t byPos(size_t p) { return toInt(c.values_container()[p].second); }
+    bool absent() { return c.find(d.absent) != c.end(); }
+    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.second); return s; }
+    void removeKey(size_t i) { c.erase(d.keys[i]); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+#endif
+
+#ifdef PEER_QT
+// Shared texts: adding a key copies a reference, not the text. QList has room at its front.
+struct QtHashList {
+    static constexpr bool positional = true, sorted = false;
+    struct E { QString key; Value value; int64_t pos; };
+    const Data& d;
+    std::vector<QString> keys;
+    QString absentKey;
+    QHash<QString, E*> map;
+    QList<E*> list;
+    int64_t base = 0;
+    explicit QtHashList(const Data& data) : d(data), absentKey(QString::fromUtf16(data.absent.data(), qsizetype(data.absent.size()))) {
+        for (auto& k : d.keys) keys.push_back(QString::fromUtf16(k.data(), qsizetype(k.size())));
+    }
+    ~QtHashList() { for (E* e : list) delete e; }
+    void add(size_t i) {
+        qsizetype before = map.size();
+        E*& slot = map[keys[i]];
+        if (map.size() == before) return;
+        slot = new E{keys[i], d.values[i], base + list.size()};
+        list.append(slot);
+    }
+    void insertMid(size_t i) {
+        qsizetype before = map.size();
+        E*& slot = map[keys[i]];
+        if (map.size() == before) return;
+        qsizetype p = list.size() / 2;
+        slot = new E{keys[i], d.values[i], base + p};
+        for (qsizetype k = p; k < list.size(); ++k) ++list[k]->pos;
+        list.insert(p, slot);
+    }
+    int32_t byKey(size_t i) { return toInt(map.constFind(keys[i]).value()->value); }
+    int32_t byPos(size_t p) { return toInt(list.at(qsizetype(p))->value); }
+    bool absent() { return map.contains(absentKey); }
+    int64_t sum() { int64_t s = 0; for (const E* e : std::as_const(list)) s += toInt(e->value); return s; }
+    void drop(E* e) {
+        qsizetype p = qsizetype(e->pos - base);
+        list.removeAt(p);
+        if (p < list.size() / 2) {
+            ++base;
+            for (qsizetype k = 0; k < p; ++k) ++list[k]->pos;
+        } else
+            for (qsizetype k = p; k < list.size(); ++k) --list[k]->pos;
+        delete e;
+    }
+    void removeKey(size_t i) { drop(map.take(keys[i])); }
+    void removeFirst() { E* e = list.first(); map.remove(e->key); drop(e); }
+    size_t size() const { return size_t(list.size()); }
+};
+#endif
+
+using SV = std::u16string_view;
+using StdMap = std::unordered_map<SV, Entry*>;
+
+[[maybe_unused]] const bool enrolled = [] {
+    const char* g = "insertion";
+    enroll<HashAndSeq<StdMap, VectorSeq>>(g, "std::unordered_map + vector");
+    enroll<HashAndSeq<StdMap, DequeSeq>>(g, "std::unordered_map + deque");
+    enroll<HashAndTree<StdMap>>(g, "std::unordered_map + pb_ds tree");
+#ifdef PEER_ABSL
+    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, VectorSeq>>(g, "absl::flat_hash_map + vector");
+    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, DequeSeq>>(g, "absl::flat_hash_map + deque");
+    enroll<HashAndTree<absl::flat_hash_map<SV, Entry*>>>(g, "absl::flat_hash_map + pb_ds tree");
+#endif
+#ifdef PEER_BOOST_FLAT
+    using Flat = boost::unordered_flat_map<SV, Entry*, std::hash<SV>>;
+    enroll<HashAndSeq<Flat, VectorSeq>>(g, "boost flat_map + vector");
+    enroll<HashAndSeq<Flat, DequeSeq>>(g, "boost flat_map + deque");
+#endif
+#ifdef PEER_TSL
+    enroll<HashAndSeq<tsl::robin_map<SV, Entry*>, DequeSeq>>(g, "tsl::robin_map + deque");
+    enroll<TslOrdered>(g, "tsl::ordered_map");
+#endif
+    enroll<MultiRandomAccess>(g, "multi_index random_access+hashed");
+    enroll<MultiRankedSeq>(g, "multi_index ranked(seq)+hashed");
+#ifdef PEER_QT
+    enroll<QtHashList>(g, "QHash + QList");
+#endif
+    return true;
+}();
+}  // namespace
