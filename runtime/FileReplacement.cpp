@@ -233,6 +233,13 @@ void WriteInPlace(const Target& target, Bytes bytes) {
 
 }  // namespace
 
+bool MaySaveOverFile(const std::string& path) {
+    const std::optional<Target> target = OpenTarget(path);
+    if (!target) return false;
+    if (target->Old) return true;
+    return ::faccessat(target->Directory.Number(), ".", W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 void SaveOverFile(const std::string& path, std::span<const std::byte> bytes) {
     const std::optional<Target> target = OpenTarget(path);
     if (!target) return;

@@ -7,6 +7,10 @@
 
 namespace zorvane {
 
+// Whether the path leads to a regular file that may be written, or to none in a directory that
+// takes one. Raises only what an allocation raises.
+[[nodiscard]] bool MaySaveOverFile(const std::string& path);
+
 // The file then holds `bytes` followed by what it held behind them, or is what it was. See
 // modZorvane::WriteFileWords for what is kept and where. Raises only what an allocation raises, and
 // then the file is what it was.

@@ -35,30 +35,36 @@ Variant ReadWords(const std::string& path) {
     return words;
 }
 
-}  // namespace
-
-Variant ReadFileWords(const Text& path) {
+// Nothing is said of what fails on the way, a path that would be cut short at U+0000 included.
+template <class Work>
+auto Quietly(const Text& path, Work&& work) -> decltype(work(std::string())) {
     try {
         const std::string name = path.ToUtf8();
-        if (name.find('\0') != std::string::npos) return {};
-        return ReadWords(name);
+        if (name.find('\0') == std::string::npos) return work(name);
     } catch (const std::exception&) {
-        return {};
     }
+    return {};
+}
+
+}  // namespace
+
+bool CanWriteFileWords(const Text& path) {
+    return Quietly(path, [](const std::string& name) { return MaySaveOverFile(name); });
+}
+
+Variant ReadFileWords(const Text& path) {
+    return Quietly(path, ReadWords);
 }
 
 void WriteFileWords(const Text& path, const Variant& words) {
     if (words.Type() != (VarType::ArrayFlag | VarType::Integer)) return;
-    try {
-        const std::string name = path.ToUtf8();
-        if (name.find('\0') != std::string::npos) return;
+    Quietly(path, [&](const std::string& name) {
         Array stored = words.AsArray();
         if constexpr (std::endian::native == std::endian::big)
             SwapOnBigEndian(stored.MutableBytes());
         SaveOverFile(name, stored.Bytes());
-    } catch (const std::exception&) {
-        // Nothing is said: whatever was begun has been undone on the way here.
-    }
+        return true;
+    });
 }
 
 }  // namespace zorvane::modZorvane

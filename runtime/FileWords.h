@@ -10,6 +10,9 @@
 
 namespace zorvane::modZorvane {
 
+// Whether WriteFileWords would find a file that it may write, or a directory that takes one.
+[[nodiscard]] bool CanWriteFileWords(const Text& path);
+
 // The file as an array of 16-bit integers from 0. A file of n bytes gives (n - 1) \ 2 + 1 words
 // (one word, 0, for an empty file); an odd last byte is the low half of the last word. Empty when
 // there is no such file, it is not a regular one or it cannot be opened. Where reading fails

@@ -129,7 +129,10 @@ void Check(const PathKind& kind) {
     {
         std::optional<OrdinaryUser> user;
         if (kind.ordinaryUser) user.emplace(folder);
+        const bool promised = modZorvane::CanWriteFileWords(folder.At(kind.path));
         modZorvane::WriteFileWords(folder.At(kind.path), WordsOf("WXYZ"));
+        const bool written = kind.expected && kind.expected->starts_with("WXYZ");
+        EXPECT_EQ(promised, written) << "CanWriteFileWords";
     }
     if (fs::exists(folder.At("closed"))) fs::permissions(folder.At("closed"), fs::perms::owner_all);
     EXPECT_EQ(folder.Bytes(kind.file), kind.expected);
