@@ -49,6 +49,7 @@ class BagReader {
         reading.State.Granularity = Next(VarType::Long).ToLong();
         reading.State.Sorted = Next(VarType::Boolean).ToBoolean();
         reading.State.UniqueNames = Next(VarType::Boolean).ToBoolean();
+        reading.Words = decoder_.Position();
     }
     [[nodiscard]] std::size_t Began() const noexcept { return began_; }
 
@@ -121,7 +122,11 @@ BagReading DecodeBag(std::span<const std::int16_t> words, StreamCare care) {
         reading.Damage.emplace(0, "fewer than three words");
         return reading;
     }
-    if (words[0] == kEmptyBag && words[1] == kEmptyBag) return reading;
+    if (words[0] == kEmptyBag && words[1] == kEmptyBag) {
+        // No reader looks behind the marker; what a writer puts there is as long as this.
+        reading.Words = std::min(words.size(), static_cast<std::size_t>(WordsOf(BagState())));
+        return reading;
+    }
     for (std::size_t i = 0; i < kMarkerWords; ++i) {
         if (words[i] == kEntriesFollow) continue;
         reading.Damage.emplace(i, "no marker of a bag");

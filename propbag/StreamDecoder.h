@@ -29,7 +29,7 @@ class StreamDamage : public std::exception {
 
 enum class StreamCare {
     Reader,   // reads on wherever that is safe, as every reader of the format does
-    Checker,  // also takes for damage what no writer of the format produces
+    Checker,  // also takes for damage what no writer produces or no reader can follow
 };
 
 class StreamDecoder {
