@@ -5,7 +5,9 @@
 #include "app/Contact.h"
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"
+#include "app/modStartUp.h"
 #include "demos/frmDemo0.h"
+#include "demos/frmDemo2.h"
 #include "forms/FontRecord.h"
 #include "forms/Label.h"
 #include "forms/Screen.h"
@@ -110,7 +112,9 @@ void FrmMainDemo::Command1_Click(std::int16_t Index) {
     Screen::The().SetMousePointer(Pointer::Hourglass);
     switch (Index) {
         case 1:
+            break;
         case 2:
+            ShowPropBagDemo();
             break;
         default: {
             const Ref<frmDemo0> window = MakeObject<frmDemo0>();
@@ -119,6 +123,18 @@ void FrmMainDemo::Command1_Click(std::int16_t Index) {
             window->ShowModal(this);
         }
     }
+}
+
+void FrmMainDemo::ShowPropBagDemo() {
+    modStartUp::LoadBag();
+    PropBagSession& session = modStartUp::BagSession();
+    session.Counter = 0;
+    const Ref<frmDemo2> fresh = MakeObject<frmDemo2>(session);
+    const Variant restored =
+        session.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = fresh});
+    ViewAs<frmDemo2>(restored.AsObject())->ShowModal(this);
+    session.Counter = 0;
+    modStartUp::SaveBag();
 }
 
 void FrmMainDemo::OrderBtn_Click() {

@@ -29,6 +29,7 @@ class FrmMainDemo : public Form {
 
   private:
     void LayOut();
+    void ShowPropBagDemo();
 
     Label* editLabel1_;
     std::array<WrapButton*, 3> command1_{};

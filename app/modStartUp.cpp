@@ -1,7 +1,10 @@
 #include "app/modStartUp.h"
 
+#include <QCoreApplication>
+
 #include "app/FrmMainDemo.h"
 #include "app/frmSplash.h"
+#include "forms/Strings.h"
 
 namespace zorvane::modStartUp {
 namespace {
@@ -12,6 +15,24 @@ Form& Window(const Variant& variable) {
 }
 
 }  // namespace
+
+PropBagSession& BagSession() {
+    static PropBagSession session;
+    return session;
+}
+
+Text BagFile() {
+    // Kept: nothing is stripped, so a directory that ends in a separator gets a second one.
+    return ToText(QCoreApplication::applicationDirPath()) + Text(u"/PropBag.dat");
+}
+
+void LoadBag() {
+    BagSession().Load(BagFile());
+}
+
+void SaveBag() {
+    BagSession().Save(BagFile());
+}
 
 void Main() {
     Variant mainWindow = MakeObject<FrmMainDemo>();

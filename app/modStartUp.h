@@ -1,7 +1,19 @@
 #pragma once
 // modStartUp: where the program begins and ends.
 
+#include "demos/PropBagSession.h"
+#include "platform/Text.h"
+
 namespace zorvane::modStartUp {
+
+// The program's one bag with the counter of its windows, created on first use.
+[[nodiscard]] PropBagSession& BagSession();
+// "PropBag.dat" in the program's directory, as the system names that.
+[[nodiscard]] Text BagFile();
+// The bag becomes what the file holds, and the file what the bag holds. Both are called around one
+// opening of the property-bag window and at no other time.
+void LoadBag();
+void SaveBag();
 
 // The splash over the loaded but unseen main window, then the main window; returns when that has
 // been unloaded. Needs a QApplication and runs no event loop but the windows' own.

@@ -1,0 +1,37 @@
+#pragma once
+// PropBagSession: what the property-bag windows share: the bag that they are kept in, the counter
+// that numbers them, and the file between two openings. Knows no window and no screen.
+
+#include <cstdint>
+
+#include "platform/Text.h"
+#include "propbag/ZVPropertyBag.h"
+
+namespace zorvane {
+
+class PropBagSession {
+  public:
+    // Created on first use, kept as long as the session.
+    [[nodiscard]] ZVPropertyBag& Bag();
+    // The name under which the window of that number is kept.
+    [[nodiscard]] static Text EntryName(std::int32_t number);
+
+    // Open windows, by which the next one is numbered.
+    // Kept: a closed window gives its number back, even while windows of higher numbers are open.
+    std::int32_t Counter = 0;
+
+    // Whether what the windows store will outlast the program.
+    [[nodiscard]] bool Lasting() const noexcept { return lasting_; }
+
+    // The bag becomes what the file holds: nothing where there is no such file or another kind of
+    // one. Never raises for a file.
+    void Load(const Text& path);
+    // Raises what the bag's Contents raises; a file that cannot be written is left alone.
+    void Save(const Text& path);
+
+  private:
+    Ref<ZVPropertyBag> bag_;
+    bool lasting_ = true;  // until a file that cannot be written is loaded
+};
+
+}  // namespace zorvane

@@ -1,0 +1,304 @@
+#include "demos/frmDemo2.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMenuBar>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+
+#include "demos/PropBagSession.h"
+#include "forms/Dialogs.h"
+#include "forms/Label.h"
+#include "forms/Screen.h"
+#include "forms/Strings.h"
+#include "platform/Error.h"
+#include "platform/NumberText.h"
+#include "propbag/ZVPropertyBag.h"
+
+namespace zorvane {
+namespace {
+
+// Kept: two blanks between "ZVPropertyBag" and "Object", and one before the last full stop.
+constexpr char16_t kExplanation[] =
+    u"Demonstrates use of Zorvane generated IZVPropertyBag Interface and ZVPropertyBag Objects to "
+    u"Persist Data to a Disk.\r\n"
+    u"  ZVPropertyBag can persist all of the platform's Data Types, Arrays, specific Objects, and "
+    u"Objects that support the IZVPropertyBag Interface.\r\n"
+    u"  You may customize the Size, Position, Caption and Background Color of the form.\r\n"
+    u"  When you close the Form, the current settings will be automatically stored in a "
+    u"ZVPropertyBag Class Object.\r\n"
+    u"  When the application ends, the data in the ZVPropertyBag  Object will be persisted in a "
+    u"binary formatted file, and your settings will be re-instated in the next session for each "
+    u"Form .";
+
+constexpr QPoint kAside(28, 28);
+
+struct ShownColours {
+    QColor Back, Fore;
+};
+
+// Under another palette than the one that a colour was chosen under, text would vanish where only
+// one of the two was chosen: then the other one gives way. Two chosen colours are the user's will.
+ShownColours Readable(OleColour back, OleColour fore, const QPalette& palette) {
+    constexpr double kEnough = 4.5;
+    ShownColours shown{ToQColor(back, palette), ToQColor(fore, palette)};
+    if (Contrast(shown.Back, shown.Fore) >= kEnough) return shown;
+    const auto against = [](const QColor& other) {
+        const bool black = Contrast(other, Qt::black) > Contrast(other, Qt::white);
+        return QColor(black ? Qt::black : Qt::white);
+    };
+    if (IsSystemColour(fore)) {
+        shown.Fore = against(shown.Back);
+    } else if (IsSystemColour(back)) {
+        shown.Back = against(shown.Fore);
+    }
+    return shown;
+}
+
+// To the right of `other` while the room lasts, then below it, then a step aside.
+QPoint Beside(const QRect& other, QSize size, const QRect& room) {
+    constexpr int kGap = 8;
+    const QPoint wishes[] = {{other.x() + other.width() + kGap, other.y()},
+                             {other.x(), other.y() + other.height() + kGap},
+                             {other.x() - size.width() - kGap, other.y()}};
+    for (const QPoint& wish : wishes) {
+        if (room.contains(QRect(wish, size))) return wish;
+    }
+    return other.topLeft() + kAside;
+}
+
+}  // namespace
+
+frmDemo2::frmDemo2(PropBagSession& session)
+    : Form("frmDemo2"),
+      session_(session),
+      menu_(new QMenuBar(this)),
+      label1_(new Label(this)),
+      label2_(new Label),
+      label3_(new Label(this)),
+      explanation_(new QScrollArea(this)),
+      cmdShowNext_(new QPushButton(QStringLiteral("Show &Next Form"), this)) {
+    SetCaption(u"Zorvane - Property Bag Demonstration");
+    resize(ToPixels(7200), ToPixels(5100));
+    setMinimumSize(ToPixels(4200), ToPixels(3000));
+
+    label1_->setObjectName(QStringLiteral("Label1"));
+    label2_->setObjectName(QStringLiteral("Label2"));
+    label2_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label3_->setObjectName(QStringLiteral("Label3"));
+    explanation_->setAccessibleName(QStringLiteral("Explanation"));
+    explanation_->setFrameShape(QFrame::NoFrame);
+    explanation_->setWidgetResizable(true);
+    explanation_->setWidget(label2_);
+    // The window's own background shows through.
+    label2_->setAutoFillBackground(false);
+    explanation_->viewport()->setAutoFillBackground(false);
+    cmdShowNext_->setObjectName(QStringLiteral("cmdShowNext"));
+    On(cmdShowNext_, &QPushButton::clicked, [this] { cmdShowNext_Click(); });
+    AddMenus();
+    cmdShowNext_->setFocus();
+    CopyFontAndColours();
+}
+
+QAction* frmDemo2::AddItem(QMenu* menu, const char* name, const QString& text,
+                           void (frmDemo2::*handler)()) {
+    QAction* item = menu->addAction(text);
+    item->setObjectName(QLatin1String(name));
+    On(item, &QAction::triggered, [this, handler] { (this->*handler)(); });
+    return item;
+}
+
+void frmDemo2::AddMenus() {
+    QMenu* file = menu_->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    AddItem(file, "mnuFileExit", QStringLiteral("E&xit"), &frmDemo2::mnuFileExit_Click);
+    QMenu* custom = menu_->addMenu(QStringLiteral("&Customize"));
+    custom->setObjectName(QStringLiteral("mnuCustom"));
+    AddItem(custom, "mnuCustomBackColor", QStringLiteral("&Background Color..."),
+            &frmDemo2::mnuCustomBackColor_Click);
+    AddItem(custom, "mnuCustomCaption", QStringLiteral("&Caption..."),
+            &frmDemo2::mnuCustomCaption_Click);
+    AddItem(custom, "mnuCustomizeFont", QStringLiteral("&Font..."),
+            &frmDemo2::mnuCustomizeFont_Click);
+}
+
+void frmDemo2::Form_Load() {
+    number_ = ++session_.Counter;
+    label1_->SetCaption(Text(u"Form No : ") + LongText(number_));
+    label2_->SetCaption(kExplanation);
+    if (!session_.Lasting())
+        label3_->SetCaption(u"Settings cannot be kept here: the program's folder is read-only.");
+    Form_Resize();
+    Screen::The().SetMousePointer(Pointer::Default);
+}
+
+void frmDemo2::Form_Resize() {
+    constexpr int kMargin = 12;
+    constexpr int kGap = 8;
+    const QSize button = cmdShowNext_->sizeHint().expandedTo(QSize(130, 30));
+    const int menuHeight = menu_->heightForWidth(width());
+    menu_->setGeometry(0, 0, width(), menuHeight);
+    const int wide = width() - 2 * kMargin;
+    int top = menuHeight + kMargin;
+    const int bottom = height() - kMargin - button.height();
+    cmdShowNext_->setGeometry(width() - kMargin - button.width(), bottom, button.width(),
+                              button.height());
+    label3_->setGeometry(kMargin, bottom, wide - button.width() - kGap, button.height());
+    // A very large font leaves the explanation half of the room.
+    const int numberHeight = std::min(label1_->heightForWidth(wide), (bottom - top) / 2);
+    label1_->setGeometry(kMargin, top, wide, numberHeight);
+    top += numberHeight + kGap;
+    explanation_->setGeometry(kMargin, top, wide, std::max(0, bottom - kGap - top));
+}
+
+void frmDemo2::Form_Unload() {
+    --session_.Counter;
+    session_.Bag().WriteProperty(PropBagSession::EntryName(number_), Ref<frmDemo2>(this));
+}
+
+void frmDemo2::cmdShowNext_Click() {
+    const Ref<frmDemo2> fresh = MakeObject<frmDemo2>(session_);
+    const Variant restored =
+        session_.Bag().ReadProperty(PropBagSession::EntryName(number_ + 1), {.Default = fresh});
+    const Ref<frmDemo2> next = ViewAs<frmDemo2>(restored.AsObject());
+    // All belong to the first: closing one in the middle closes none of the later ones.
+    next->first_ = first_ ? first_ : QPointer<Form>(this);
+    next->PlaceBeside(*this);
+    next->ShowOwned(next->first_);
+}
+
+void frmDemo2::PlaceBeside(const frmDemo2& other) {
+    QPoint at = frameGeometry().topLeft();
+    if (!placed_) {
+        const QSize outer = size().grownBy(FramePlacement::UsualBorders());
+        at = Beside(other.frameGeometry(), outer, other.screen()->availableGeometry());
+    }
+    // Never exactly over a window that is open: the two would look like one.
+    const auto taken = [this](const QPoint& corner) {
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window != this && window->isVisible() && qobject_cast<const frmDemo2*>(window) &&
+                window->frameGeometry().topLeft() == corner)
+                return true;
+        }
+        return false;
+    };
+    const QPoint wish = at;
+    while (taken(at)) at += kAside;
+    if (placed_ && at == wish) return;
+    SetLeft(ToTwips(at.x()));
+    SetTop(ToTwips(at.y()));
+}
+
+void frmDemo2::mnuFileExit_Click() {
+    Unload();
+}
+
+void frmDemo2::mnuCustomBackColor_Click() {
+    if (const auto chosen = Dialogs::Current().Colour(this, backColor_)) SetBackColor(*chosen);
+}
+
+void frmDemo2::mnuCustomCaption_Click() {
+    constexpr qsizetype kLongest = 1000;  // an entry box does not show more
+    const QString shown = ToQString(Caption()).left(kLongest);
+    const auto answer = Dialogs::Current().InputBox(this, QStringLiteral("Customize Caption"),
+                                                    QStringLiteral("Insert a new caption"), shown);
+    if (answer && !answer->isEmpty() && *answer != shown) SetCaption(ToText(*answer));
+}
+
+void frmDemo2::mnuCustomizeFont_Click() {
+    const auto chosen = Dialogs::Current().FontAndColour(this, {font_, foreColor_});
+    if (!chosen) return;
+    font_ = chosen->Font;
+    foreColor_ = chosen->Colour;
+    CopyFontAndColours();
+}
+
+void frmDemo2::SetBackColor(OleColour value) {
+    backColor_ = value;
+    CopyFontAndColours();
+}
+
+void frmDemo2::SetForeColor(OleColour value) {
+    foreColor_ = value;
+    CopyFontAndColours();
+}
+
+void frmDemo2::SetWindowFont(const FontRecord& value) {
+    font_ = value;
+    CopyFontAndColours();
+}
+
+void frmDemo2::CopyFontAndColours() {
+    const ShownColours shown = Readable(backColor_, foreColor_, QApplication::palette());
+    for (Label* label : {label1_, label2_, label3_}) {
+        QPalette colours = label->palette();
+        colours.setColor(QPalette::WindowText, shown.Fore);
+        label->setPalette(colours);
+    }
+    const QFont font = ToQFont(font_);
+    label1_->setFont(font);
+    label2_->setFont(font);
+    update();
+    if (Loaded()) Form_Resize();
+}
+
+void frmDemo2::changeEvent(QEvent* event) {
+    Form::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) CopyFontAndColours();
+}
+
+void frmDemo2::paintEvent(QPaintEvent* event) {
+    QPainter(this).fillRect(event->rect(),
+                            Readable(backColor_, foreColor_, QApplication::palette()).Back);
+}
+
+Text frmDemo2::ClassName() const {
+    return Text();
+}
+
+Variant frmDemo2::ParentObject() {
+    return Ref<frmDemo2>(this);
+}
+
+void frmDemo2::ReadProperties(ZVPropertyBag& bag) {
+    const auto read = [&bag](const char16_t* name, auto&& assign) {
+        bool assigned = false;
+        IgnoringErrors([&] {
+            const Variant value = bag.ReadProperty(name);
+            if (value.IsEmpty()) return;
+            assign(value);
+            assigned = true;
+        });
+        return assigned;
+    };
+    const bool left = read(u"Left", [this](const Variant& v) { SetLeft(v.ToSingle()); });
+    const bool top = read(u"Top", [this](const Variant& v) { SetTop(v.ToSingle()); });
+    placed_ = left && top;
+    read(u"Width", [this](const Variant& v) { SetWidth(v.ToSingle()); });
+    read(u"Height", [this](const Variant& v) { SetHeight(v.ToSingle()); });
+    read(u"BackColor",
+         [this](const Variant& v) { SetBackColor(static_cast<OleColour>(v.ToLong())); });
+    read(u"ForeColor",
+         [this](const Variant& v) { SetForeColor(static_cast<OleColour>(v.ToLong())); });
+    read(u"Caption", [this](const Variant& v) { SetCaption(v.ToText()); });
+    IgnoringErrors([&] {
+        const Variant font = bag.ReadProperty(u"Font", {.Default = MakeObject<Font>(font_)});
+        if (const Ref<Font> made = ViewAs<Font>(font.AsObject())) SetWindowFont(made->Value);
+    });
+}
+
+void frmDemo2::WriteProperties(ZVPropertyBag& bag) {
+    bag.WriteProperty(u"Left", Left());
+    bag.WriteProperty(u"Top", Top());
+    bag.WriteProperty(u"Width", Width());
+    bag.WriteProperty(u"Height", Height());
+    bag.WriteProperty(u"BackColor", static_cast<std::int32_t>(backColor_));
+    bag.WriteProperty(u"ForeColor", static_cast<std::int32_t>(foreColor_));
+    bag.WriteProperty(u"Caption", Caption());
+    bag.WriteProperty(u"Font", MakeObject<Font>(font_));
+}
+
+}  // namespace zorvane

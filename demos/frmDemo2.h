@@ -1,0 +1,86 @@
+#pragma once
+// frmDemo2: the property-bag demonstration: a window that keeps its place, size, colours, caption
+// and font in a bag when it closes and gets them back when a window of its number is opened again.
+
+#include <cstdint>
+
+#include "forms/Colour.h"
+#include "forms/FontRecord.h"
+#include "forms/Form.h"
+#include "propbag/IZVPropertyBag.h"
+
+class QAction;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+class QScrollArea;
+
+namespace zorvane {
+
+class Label;
+class PropBagSession;
+
+class frmDemo2 : public Form, public IZVPropertyBag {
+    Q_OBJECT
+  public:
+    // The session outlives the window.
+    explicit frmDemo2(PropBagSession& session);
+
+    void cmdShowNext_Click();
+    void mnuCustomBackColor_Click();
+    void mnuCustomCaption_Click();
+    void mnuCustomizeFont_Click();
+    void mnuFileExit_Click();
+
+    // As stored: a colour that was never chosen stays a system colour.
+    [[nodiscard]] OleColour BackColor() const noexcept { return backColor_; }
+    void SetBackColor(OleColour value);
+    [[nodiscard]] OleColour ForeColor() const noexcept { return foreColor_; }
+    void SetForeColor(OleColour value);
+    [[nodiscard]] const FontRecord& WindowFont() const noexcept { return font_; }
+    void SetWindowFont(const FontRecord& value);
+    // 0 until the window is loaded.
+    [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
+
+    // "": a window is never made again by name, only restored in place.
+    [[nodiscard]] Text ClassName() const override;
+    void InitProperties() override {}
+    [[nodiscard]] Variant ParentObject() override;  // the window itself
+    // A property that is missing, or whose value is none for it, leaves the window as it is.
+    void ReadProperties(ZVPropertyBag& bag) override;
+    void WriteProperties(ZVPropertyBag& bag) override;
+
+    [[nodiscard]] Text TypeName() const override { return Form::TypeName(); }
+
+  protected:
+    void Form_Load() override;
+    void Form_Resize() override;
+    void Form_Unload() override;
+
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QAction* AddItem(QMenu* menu, const char* name, const QString& text,
+                     void (frmDemo2::*handler)());
+    void AddMenus();
+    void CopyFontAndColours();  // to the labels
+    void PlaceBeside(const frmDemo2& other);
+
+    PropBagSession& session_;
+    std::int32_t number_ = 0;
+    OleColour backColor_ = kButtonFace;
+    OleColour foreColor_ = kButtonText;
+    FontRecord font_ = ProgramFont();
+    bool placed_ = false;  // a stored place has been read
+
+    QPointer<Form> first_;  // of the windows opened one from another; null in the first itself
+    QMenuBar* menu_;
+    Label* label1_;  // the number
+    Label* label2_;  // the explanation
+    Label* label3_;  // why settings will not last
+    QScrollArea* explanation_;
+    QPushButton* cmdShowNext_;
+};
+
+}  // namespace zorvane
