@@ -1,3 +1,5 @@
 #include "bench/Harness.h"
 
-int main(int argc, char** argv) { return bench::mainWith(argc, argv); }
+int main(int argc, char** argv) {
+    return bench::mainWith(argc, argv);
+}

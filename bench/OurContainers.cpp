@@ -34,15 +34,21 @@ void Prepare(zorvane::ZVCollectionEx& c) {
     c.SetGranularity(10000);
     c.SetSorted(false);
 }
-void Prepare(zorvane::KeyListEX& c) { c.SetGranularity(2000); }
-void Prepare(zorvane::CollectionEx& c) { c.SetMemory(10000, 0, 0); }
+void Prepare(zorvane::KeyListEX& c) {
+    c.SetGranularity(2000);
+}
+void Prepare(zorvane::CollectionEx& c) {
+    c.SetMemory(10000, 0, 0);
+}
 void Prepare(zorvane::Collection&) {}
 
 template <class Container>
 void AddTo(Container& c, const Variant& item, const Text& key) {
     c.Add(item, key);
 }
-void AddTo(zorvane::Collection& c, const Variant& item, const Text& key) { c.Add(item, {.Key = key}); }
+void AddTo(zorvane::Collection& c, const Variant& item, const Text& key) {
+    c.Add(item, {.Key = key});
+}
 
 template <class Container, bool OtherTexts>
 class Ours {
@@ -54,7 +60,9 @@ class Ours {
 
     void add(std::size_t i) { AddTo(container_, data_.values[i], keys_.added[i].TextUnchecked()); }
     std::int32_t byKey(std::size_t i) { return container_.Item(keys_.asked[i]).ToLong(); }
-    std::int32_t byPos(std::size_t p) { return container_.Item(static_cast<std::int32_t>(p) + 1).ToLong(); }
+    std::int32_t byPos(std::size_t p) {
+        return container_.Item(static_cast<std::int32_t>(p) + 1).ToLong();
+    }
     bool absent() { return Has(keys_.absent); }
     std::int64_t sum() {
         std::int64_t total = 0;
@@ -65,10 +73,10 @@ class Ours {
     void removeFirst() { container_.Remove(std::int32_t{1}); }
     std::size_t size() const { return static_cast<std::size_t>(container_.Count()); }
 
-    void insertMid(std::size_t i)
-        requires(!sorted && std::is_same_v<Container, zorvane::ZVCollectionEx>)
-    {
-        container_.Add(data_.values[i], keys_.added[i].TextUnchecked(), {.Position = container_.Count() / 2 + 1});
+    void insertMid(std::size_t i) requires(!sorted &&
+                                           std::is_same_v<Container, zorvane::ZVCollectionEx>) {
+        container_.Add(data_.values[i], keys_.added[i].TextUnchecked(),
+                       {.Position = container_.Count() / 2 + 1});
     }
 
   private:

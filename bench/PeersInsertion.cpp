@@ -41,7 +41,10 @@ struct Entry {
 // Positions in a vector: every later entry is renumbered by hand.
 struct VectorSeq {
     std::vector<Entry*> v;
-    void push(Entry* e) { e->pos = int64_t(v.size()); v.push_back(e); }
+    void push(Entry* e) {
+        e->pos = int64_t(v.size());
+        v.push_back(e);
+    }
     void insert(size_t p, Entry* e) {
         e->pos = int64_t(p);
         v.insert(v.begin() + long(p), e);
@@ -58,7 +61,10 @@ struct VectorSeq {
 struct DequeSeq {
     std::deque<Entry*> v;
     int64_t base = 0;
-    void push(Entry* e) { e->pos = base + int64_t(v.size()); v.push_back(e); }
+    void push(Entry* e) {
+        e->pos = base + int64_t(v.size());
+        v.push_back(e);
+    }
     void insert(size_t p, Entry* e) {
         v.insert(v.begin() + long(p), e);
         if (p < v.size() / 2) {
@@ -79,32 +85,54 @@ struct DequeSeq {
     }
 };
 
-template <class Map, class Seq> struct HashAndSeq {
+template <class Map, class Seq>
+struct HashAndSeq {
     static constexpr bool positional = true, sorted = false;
     const Data& d;
     Map map;
     Seq seq;
     explicit HashAndSeq(const Data& data) : d(data) {}
-    ~HashAndSeq() { for (Entry* e : seq.v) delete e; }
+    ~HashAndSeq() {
+        for (Entry* e : seq.v) delete e;
+    }
     Entry* make(size_t i) {
         auto* e = new Entry{d.keys[i], d.values[i], 0};
-        if (!map.emplace(std::u16string_view(e->key), e).second) { delete e; return nullptr; }
+        if (!map.emplace(std::u16string_view(e->key), e).second) {
+            delete e;
+            return nullptr;
+        }
         return e;
     }
-    void add(size_t i) { if (Entry* e = make(i)) seq.push(e); }
-    void insertMid(size_t i) { if (Entry* e = make(i)) seq.insert(seq.v.size() / 2, e); }
-    int32_t byKey(size_t i) { return toInt(map.find(std::u16string_view(d.keys[i]))->second->value); }
+    void add(size_t i) {
+        if (Entry* e = make(i)) seq.push(e);
+    }
+    void insertMid(size_t i) {
+        if (Entry* e = make(i)) seq.insert(seq.v.size() / 2, e);
+    }
+    int32_t byKey(size_t i) {
+        return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
+    }
     int32_t byPos(size_t p) { return toInt(seq.v[p]->value); }
     bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
-    int64_t sum() { int64_t s = 0; for (Entry* e : seq.v) s += toInt(e->value); return s; }
-    void removeIt(typename Map::iterator it) { Entry* e = it->second; map.erase(it); seq.erase(e); delete e; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (Entry* e : seq.v) s += toInt(e->value);
+        return s;
+    }
+    void removeIt(typename Map::iterator it) {
+        Entry* e = it->second;
+        map.erase(it);
+        seq.erase(e);
+        delete e;
+    }
     void removeKey(size_t i) { removeIt(map.find(std::u16string_view(d.keys[i]))); }
     void removeFirst() { removeIt(map.find(std::u16string_view(seq.v.front()->key))); }
     size_t size() const { return seq.v.size(); }
 };
 
 // A hash to a node, the order as a balanced tree over labels: everything is logarithmic.
-template <class Map> struct HashAndTree {
+template <class Map>
+struct HashAndTree {
     static constexpr bool positional = true, sorted = false;
     using Tree = __gnu_pbds::tree<int64_t, Entry*, std::less<int64_t>, __gnu_pbds::rb_tree_tag,
                                   __gnu_pbds::tree_order_statistics_node_update>;
@@ -113,16 +141,27 @@ template <class Map> struct HashAndTree {
     Tree tree;
     int64_t label = 0;
     explicit HashAndTree(const Data& data) : d(data) {}
-    ~HashAndTree() { for (auto& [k, e] : tree) delete e; }
+    ~HashAndTree() {
+        for (auto& [k, e] : tree) delete e;
+    }
     void add(size_t i) {
         auto* e = new Entry{d.keys[i], d.values[i], label};
-        if (!map.emplace(std::u16string_view(e->key), e).second) { delete e; return; }
+        if (!map.emplace(std::u16string_view(e->key), e).second) {
+            delete e;
+            return;
+        }
         tree.insert({label++, e});
     }
-    int32_t byKey(size_t i) { return toInt(map.find(std::u16string_view(d.keys[i]))->second->value); }
+    int32_t byKey(size_t i) {
+        return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
+    }
     int32_t byPos(size_t p) { return toInt(tree.find_by_order(p)->second->value); }
     bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
-    int64_t sum() { int64_t s = 0; for (auto& [k, e] : tree) s += toInt(e->value); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& [k, e] : tree) s += toInt(e->value);
+        return s;
+    }
     void removeKey(size_t i) {
         auto it = map.find(std::u16string_view(d.keys[i]));
         Entry* e = it->second;
@@ -139,15 +178,19 @@ template <class Map> struct HashAndTree {
     size_t size() const { return tree.size(); }
 };
 
-struct MultiRecord { std::u16string key; Value value; };
+struct MultiRecord {
+    std::u16string key;
+    Value value;
+};
 struct MultiRandomAccess {
     static constexpr bool positional = true, sorted = false;
     using C = boost::multi_index_container<
-        MultiRecord, boost::multi_index::indexed_by<
-                         boost::multi_index::random_access<>,
-                         boost::multi_index::hashed_unique<
-                             boost::multi_index::member<MultiRecord, std::u16string, &MultiRecord::key>,
-                             std::hash<std::u16string>>>>;
+        MultiRecord,
+        boost::multi_index::indexed_by<
+            boost::multi_index::random_access<>,
+            boost::multi_index::hashed_unique<
+                boost::multi_index::member<MultiRecord, std::u16string, &MultiRecord::key>,
+                std::hash<std::u16string>>>>;
     const Data& d;
     C c;
     explicit MultiRandomAccess(const Data& data) : d(data) {}
@@ -156,20 +199,32 @@ struct MultiRandomAccess {
     int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
     int32_t byPos(size_t p) { return toInt(c[p].value); }
     bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
-    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
-    void removeKey(size_t i) { auto& h = c.get<1>(); h.erase(h.find(d.keys[i])); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& r : c) s += toInt(r.value);
+        return s;
+    }
+    void removeKey(size_t i) {
+        auto& h = c.get<1>();
+        h.erase(h.find(d.keys[i]));
+    }
     void removeFirst() { c.pop_front(); }
     size_t size() const { return c.size(); }
 };
 
 struct MultiRankedSeq {
     static constexpr bool positional = true, sorted = false;
-    struct R { int64_t label; std::u16string key; Value value; };
+    struct R {
+        int64_t label;
+        std::u16string key;
+        Value value;
+    };
     using C = boost::multi_index_container<
         R, boost::multi_index::indexed_by<
                boost::multi_index::ranked_unique<boost::multi_index::member<R, int64_t, &R::label>>,
-               boost::multi_index::hashed_unique<boost::multi_index::member<R, std::u16string, &R::key>,
-                                                 std::hash<std::u16string>>>>;
+               boost::multi_index::hashed_unique<
+                   boost::multi_index::member<R, std::u16string, &R::key>,
+                   std::hash<std::u16string>>>>;
     const Data& d;
     C c;
     int64_t label = 0;
@@ -178,8 +233,15 @@ struct MultiRankedSeq {
     int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
     int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
     bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
-    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
-    void removeKey(size_t i) { auto& h = c.get<1>(); h.erase(h.find(d.keys[i])); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& r : c) s += toInt(r.value);
+        return s;
+    }
+    void removeKey(size_t i) {
+        auto& h = c.get<1>();
+        h.erase(h.find(d.keys[i]));
+    }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
@@ -187,7 +249,8 @@ struct MultiRankedSeq {
 #ifdef PEER_TSL
 struct TslOrdered {
     static constexpr bool positional = true, sorted = false;
-    using C = tsl::ordered_map<std::u16string, Value, std::hash<std::u16string>, std::equal_to<std::u16string>,
+    using C = tsl::ordered_map<std::u16string, Value, std::hash<std::u16string>,
+                               std::equal_to<std::u16string>,
                                std::allocator<std::pair<std::u16string, Value>>,
                                std::vector<std::pair<std::u16string, Value>>>;
     const Data& d;
@@ -198,7 +261,11 @@ struct TslOrdered {
     int32_t byKey(size_t i) { return toInt(c.find(d.keys[i]).value()); }
     int32_t byPos(size_t p) { return toInt(c.values_container()[p].second); }
     bool absent() { return c.find(d.absent) != c.end(); }
-    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.second); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& r : c) s += toInt(r.second);
+        return s;
+    }
     void removeKey(size_t i) { c.erase(d.keys[i]); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
@@ -209,17 +276,25 @@ struct TslOrdered {
 // Shared texts: adding a key copies a reference, not the text. QList has room at its front.
 struct QtHashList {
     static constexpr bool positional = true, sorted = false;
-    struct E { QString key; Value value; int64_t pos; };
+    struct E {
+        QString key;
+        Value value;
+        int64_t pos;
+    };
     const Data& d;
     std::vector<QString> keys;
     QString absentKey;
     QHash<QString, E*> map;
     QList<E*> list;
     int64_t base = 0;
-    explicit QtHashList(const Data& data) : d(data), absentKey(QString::fromUtf16(data.absent.data(), qsizetype(data.absent.size()))) {
+    explicit QtHashList(const Data& data)
+        : d(data),
+          absentKey(QString::fromUtf16(data.absent.data(), qsizetype(data.absent.size()))) {
         for (auto& k : d.keys) keys.push_back(QString::fromUtf16(k.data(), qsizetype(k.size())));
     }
-    ~QtHashList() { for (E* e : list) delete e; }
+    ~QtHashList() {
+        for (E* e : list) delete e;
+    }
     void add(size_t i) {
         qsizetype before = map.size();
         E*& slot = map[keys[i]];
@@ -239,7 +314,11 @@ struct QtHashList {
     int32_t byKey(size_t i) { return toInt(map.constFind(keys[i]).value()->value); }
     int32_t byPos(size_t p) { return toInt(list.at(qsizetype(p))->value); }
     bool absent() { return map.contains(absentKey); }
-    int64_t sum() { int64_t s = 0; for (const E* e : std::as_const(list)) s += toInt(e->value); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const E* e : std::as_const(list)) s += toInt(e->value);
+        return s;
+    }
     void drop(E* e) {
         qsizetype p = qsizetype(e->pos - base);
         list.removeAt(p);
@@ -251,7 +330,11 @@ struct QtHashList {
         delete e;
     }
     void removeKey(size_t i) { drop(map.take(keys[i])); }
-    void removeFirst() { E* e = list.first(); map.remove(e->key); drop(e); }
+    void removeFirst() {
+        E* e = list.first();
+        map.remove(e->key);
+        drop(e);
+    }
     size_t size() const { return size_t(list.size()); }
 };
 #endif
@@ -265,7 +348,8 @@ using StdMap = std::unordered_map<SV, Entry*>;
     enroll<HashAndSeq<StdMap, DequeSeq>>(g, "std::unordered_map + deque");
     enroll<HashAndTree<StdMap>>(g, "std::unordered_map + pb_ds tree");
 #ifdef PEER_ABSL
-    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, VectorSeq>>(g, "absl::flat_hash_map + vector");
+    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, VectorSeq>>(g,
+                                                                   "absl::flat_hash_map + vector");
     enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, DequeSeq>>(g, "absl::flat_hash_map + deque");
     enroll<HashAndTree<absl::flat_hash_map<SV, Entry*>>>(g, "absl::flat_hash_map + pb_ds tree");
 #endif

@@ -19,7 +19,8 @@ namespace {
 using namespace bench;
 
 // Ordered maps without positions: no test by index.
-template <class Map> struct Ordered {
+template <class Map>
+struct Ordered {
     static constexpr bool positional = false, sorted = true;
     const Data& d;
     Map map;
@@ -27,7 +28,11 @@ template <class Map> struct Ordered {
     void add(size_t i) { map.emplace(d.keys[i], d.values[i]); }
     int32_t byKey(size_t i) { return toInt(map.find(d.keys[i])->second); }
     bool absent() { return map.find(d.absent) != map.end(); }
-    int64_t sum() { int64_t s = 0; for (auto& [k, v] : map) s += toInt(v); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& [k, v] : map) s += toInt(v);
+        return s;
+    }
     void removeKey(size_t i) { map.erase(map.find(d.keys[i])); }
     void removeFirst() { map.erase(map.begin()); }
     size_t size() const { return map.size(); }
@@ -35,8 +40,9 @@ template <class Map> struct Ordered {
 
 struct OrderStatistics {
     static constexpr bool positional = true, sorted = true;
-    using Tree = __gnu_pbds::tree<std::u16string, Value, std::less<std::u16string>, __gnu_pbds::rb_tree_tag,
-                                  __gnu_pbds::tree_order_statistics_node_update>;
+    using Tree =
+        __gnu_pbds::tree<std::u16string, Value, std::less<std::u16string>, __gnu_pbds::rb_tree_tag,
+                         __gnu_pbds::tree_order_statistics_node_update>;
     const Data& d;
     Tree t;
     explicit OrderStatistics(const Data& data) : d(data) {}
@@ -44,35 +50,59 @@ struct OrderStatistics {
     int32_t byKey(size_t i) { return toInt(t.find(d.keys[i])->second); }
     int32_t byPos(size_t p) { return toInt(t.find_by_order(p)->second); }
     bool absent() { return t.find(d.absent) != t.end(); }
-    int64_t sum() { int64_t s = 0; for (auto& [k, v] : t) s += toInt(v); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& [k, v] : t) s += toInt(v);
+        return s;
+    }
     void removeKey(size_t i) { t.erase(t.find(d.keys[i])); }
     void removeFirst() { t.erase(t.begin()); }
     size_t size() const { return t.size(); }
 };
 
-struct Rec { std::u16string key; Value value; };
+struct Rec {
+    std::u16string key;
+    Value value;
+};
 
 // A vector kept sorted, the records in it or behind pointers.
-template <bool Pointers> struct SortedVector {
+template <bool Pointers>
+struct SortedVector {
     static constexpr bool positional = true, sorted = true;
     using Item = std::conditional_t<Pointers, std::unique_ptr<Rec>, Rec>;
     const Data& d;
     std::vector<Item> v;
     explicit SortedVector(const Data& data) : d(data) {}
-    static const Rec& at(const Item& i) { if constexpr (Pointers) return *i; else return i; }
+    static const Rec& at(const Item& i) {
+        if constexpr (Pointers)
+            return *i;
+        else
+            return i;
+    }
     auto lower(const std::u16string& k) {
-        return std::lower_bound(v.begin(), v.end(), k, [](const Item& a, const std::u16string& b) { return at(a).key < b; });
+        return std::lower_bound(v.begin(), v.end(), k, [](const Item& a, const std::u16string& b) {
+            return at(a).key < b;
+        });
     }
     void add(size_t i) {
         auto it = lower(d.keys[i]);
         if (it != v.end() && at(*it).key == d.keys[i]) return;
-        if constexpr (Pointers) v.insert(it, std::make_unique<Rec>(Rec{d.keys[i], d.values[i]}));
-        else v.insert(it, Rec{d.keys[i], d.values[i]});
+        if constexpr (Pointers)
+            v.insert(it, std::make_unique<Rec>(Rec{d.keys[i], d.values[i]}));
+        else
+            v.insert(it, Rec{d.keys[i], d.values[i]});
     }
     int32_t byKey(size_t i) { return toInt(at(*lower(d.keys[i])).value); }
     int32_t byPos(size_t p) { return toInt(at(v[p]).value); }
-    bool absent() { auto it = lower(d.absent); return it != v.end() && at(*it).key == d.absent; }
-    int64_t sum() { int64_t s = 0; for (auto& i : v) s += toInt(at(i).value); return s; }
+    bool absent() {
+        auto it = lower(d.absent);
+        return it != v.end() && at(*it).key == d.absent;
+    }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& i : v) s += toInt(at(i).value);
+        return s;
+    }
     void removeKey(size_t i) { v.erase(lower(d.keys[i])); }
     void removeFirst() { v.erase(v.begin()); }
     size_t size() const { return v.size(); }
@@ -81,8 +111,8 @@ template <bool Pointers> struct SortedVector {
 struct Ranked {
     static constexpr bool positional = true, sorted = true;
     using C = boost::multi_index_container<
-        Rec, boost::multi_index::indexed_by<
-                 boost::multi_index::ranked_unique<boost::multi_index::member<Rec, std::u16string, &Rec::key>>>>;
+        Rec, boost::multi_index::indexed_by<boost::multi_index::ranked_unique<
+                 boost::multi_index::member<Rec, std::u16string, &Rec::key>>>>;
     const Data& d;
     C c;
     explicit Ranked(const Data& data) : d(data) {}
@@ -90,7 +120,11 @@ struct Ranked {
     int32_t byKey(size_t i) { return toInt(c.find(d.keys[i])->value); }
     int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
     bool absent() { return c.find(d.absent) != c.end(); }
-    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& r : c) s += toInt(r.value);
+        return s;
+    }
     void removeKey(size_t i) { c.erase(c.find(d.keys[i])); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
@@ -100,8 +134,9 @@ struct RankedHashed {
     static constexpr bool positional = true, sorted = true;
     using Key = boost::multi_index::member<Rec, std::u16string, &Rec::key>;
     using C = boost::multi_index_container<
-        Rec, boost::multi_index::indexed_by<boost::multi_index::ranked_unique<Key>,
-                                            boost::multi_index::hashed_unique<Key, std::hash<std::u16string>>>>;
+        Rec, boost::multi_index::indexed_by<
+                 boost::multi_index::ranked_unique<Key>,
+                 boost::multi_index::hashed_unique<Key, std::hash<std::u16string>>>>;
     const Data& d;
     C c;
     explicit RankedHashed(const Data& data) : d(data) {}
@@ -109,8 +144,15 @@ struct RankedHashed {
     int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
     int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
     bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
-    int64_t sum() { int64_t s = 0; for (auto& r : c) s += toInt(r.value); return s; }
-    void removeKey(size_t i) { auto& h = c.get<1>(); h.erase(h.find(d.keys[i])); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (auto& r : c) s += toInt(r.value);
+        return s;
+    }
+    void removeKey(size_t i) {
+        auto& h = c.get<1>();
+        h.erase(h.find(d.keys[i]));
+    }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
@@ -123,19 +165,31 @@ struct HashedSortedVector {
     absl::flat_hash_map<std::u16string_view, Rec*> map;
     std::vector<Rec*> v;
     explicit HashedSortedVector(const Data& data) : d(data) {}
-    ~HashedSortedVector() { for (Rec* r : v) delete r; }
+    ~HashedSortedVector() {
+        for (Rec* r : v) delete r;
+    }
     auto lower(const std::u16string& k) {
-        return std::lower_bound(v.begin(), v.end(), k, [](const Rec* a, const std::u16string& b) { return a->key < b; });
+        return std::lower_bound(v.begin(), v.end(), k,
+                                [](const Rec* a, const std::u16string& b) { return a->key < b; });
     }
     void add(size_t i) {
         auto* r = new Rec{d.keys[i], d.values[i]};
-        if (!map.emplace(r->key, r).second) { delete r; return; }
+        if (!map.emplace(r->key, r).second) {
+            delete r;
+            return;
+        }
         v.insert(lower(r->key), r);
     }
-    int32_t byKey(size_t i) { return toInt(map.find(std::u16string_view(d.keys[i]))->second->value); }
+    int32_t byKey(size_t i) {
+        return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
+    }
     int32_t byPos(size_t p) { return toInt(v[p]->value); }
     bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
-    int64_t sum() { int64_t s = 0; for (Rec* r : v) s += toInt(r->value); return s; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (Rec* r : v) s += toInt(r->value);
+        return s;
+    }
     void removeKey(size_t i) {
         auto it = map.find(std::u16string_view(d.keys[i]));
         Rec* r = it->second;
@@ -143,7 +197,12 @@ struct HashedSortedVector {
         v.erase(lower(r->key));
         delete r;
     }
-    void removeFirst() { Rec* r = v.front(); map.erase(r->key); v.erase(v.begin()); delete r; }
+    void removeFirst() {
+        Rec* r = v.front();
+        map.erase(r->key);
+        v.erase(v.begin());
+        delete r;
+    }
     size_t size() const { return v.size(); }
 };
 #endif

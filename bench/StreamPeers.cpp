@@ -26,7 +26,9 @@ using namespace bench;
 
 namespace {
 
-double seconds(Clock::time_point t0) { return std::chrono::duration<double>(Clock::now() - t0).count(); }
+double seconds(Clock::time_point t0) {
+    return std::chrono::duration<double>(Clock::now() - t0).count();
+}
 
 double median(std::vector<double> v) {
     std::nth_element(v.begin(), v.begin() + long(v.size() / 2), v.end());
@@ -36,8 +38,14 @@ double median(std::vector<double> v) {
 // A growing memory stream, so that peers are not charged for stringstream's copying out.
 struct MemoryOut : std::streambuf {
     std::vector<char> bytes;
-    std::streamsize xsputn(const char* s, std::streamsize n) override { bytes.insert(bytes.end(), s, s + n); return n; }
-    int_type overflow(int_type c) override { bytes.push_back(char(c)); return c; }
+    std::streamsize xsputn(const char* s, std::streamsize n) override {
+        bytes.insert(bytes.end(), s, s + n);
+        return n;
+    }
+    int_type overflow(int_type c) override {
+        bytes.push_back(char(c));
+        return c;
+    }
 };
 struct MemoryIn : std::streambuf {
     explicit MemoryIn(std::vector<char>& b) { setg(b.data(), b.data(), b.data() + b.size()); }
@@ -46,12 +54,15 @@ struct MemoryIn : std::streambuf {
 using Bytes = std::vector<char>;
 
 void report(const char* what, const char* bag, size_t bytes, double write, double read) {
-    std::printf("%-26s %-7s %9.3f MB   write %8.3f ms %7.2f GB/s   read %8.3f ms %7.2f GB/s\n", what, bag, double(bytes) / 1e6,
-                write * 1e3, double(bytes) / write / 1e9, read * 1e3, double(bytes) / read / 1e9);
+    std::printf("%-26s %-7s %9.3f MB   write %8.3f ms %7.2f GB/s   read %8.3f ms %7.2f GB/s\n",
+                what, bag, double(bytes) / 1e6, write * 1e3, double(bytes) / write / 1e9,
+                read * 1e3, double(bytes) / read / 1e9);
     std::fflush(stdout);
 }
 
-template <class W, class R> void measure(const char* what, const char* bagName, const StreamBag& bag, int reps, W writeBag, R readBag) {
+template <class W, class R>
+void measure(const char* what, const char* bagName, const StreamBag& bag, int reps, W writeBag,
+             R readBag) {
     std::vector<double> w, r;
     size_t bytes = 0;
     for (int i = 0; i < reps; ++i) {
@@ -90,45 +101,60 @@ void memcpyLine(const char* bagName, size_t bytes, int reps) {
 
 #ifdef PEER_QT
 // The bag as Qt users would hold it, built outside the timing.
-struct QtEntry { QString name, className; QVariant value; };
+struct QtEntry {
+    QString name, className;
+    QVariant value;
+};
 QList<QtEntry> qtBag(const StreamBag& bag) {
     QList<QtEntry> out;
-    auto str = [](const std::u16string& s) { return QString::fromUtf16(s.data(), qsizetype(s.size())); };
+    auto str = [](const std::u16string& s) {
+        return QString::fromUtf16(s.data(), qsizetype(s.size()));
+    };
     for (auto& e : bag) {
-        QVariant v = std::visit([&](const auto& x) -> QVariant {
-            using T = std::decay_t<decltype(x)>;
-            if constexpr (std::is_same_v<T, std::monostate>) return {};
-            else if constexpr (std::is_same_v<T, std::u16string>) return str(x);
-            else if constexpr (std::is_same_v<T, std::vector<int16_t>>) return QByteArray(reinterpret_cast<const char*>(x.data()), qsizetype(2 * x.size()));
-            else if constexpr (std::is_same_v<T, std::vector<uint8_t>>) return QByteArray(reinterpret_cast<const char*>(x.data()), qsizetype(x.size()));
-            else if constexpr (std::is_same_v<T, int16_t>) return int(x);
-            else return x;
-        }, e.value);
+        QVariant v = std::visit(
+            [&](const auto& x) -> QVariant {
+                using T = std::decay_t<decltype(x)>;
+                if constexpr (std::is_same_v<T, std::monostate>)
+                    return {};
+                else if constexpr (std::is_same_v<T, std::u16string>)
+                    return str(x);
+                else if constexpr (std::is_same_v<T, std::vector<int16_t>>)
+                    return QByteArray(reinterpret_cast<const char*>(x.data()),
+                                      qsizetype(2 * x.size()));
+                else if constexpr (std::is_same_v<T, std::vector<uint8_t>>)
+                    return QByteArray(reinterpret_cast<const char*>(x.data()), qsizetype(x.size()));
+                else if constexpr (std::is_same_v<T, int16_t>)
+                    return int(x);
+                else
+                    return x;
+            },
+            e.value);
         out.append({str(e.name), str(e.className), v});
     }
     return out;
 }
 void qt(const char* bagName, const StreamBag& bag, int reps) {
     QList<QtEntry> q = qtBag(bag);
-    measure("QDataStream (QVariant)", bagName, bag, reps,
-            [&](const StreamBag&) {
-                QByteArray out;
-                QDataStream ds(&out, QIODevice::WriteOnly);
-                ds.setByteOrder(QDataStream::LittleEndian);
-                ds << quint32(q.size());
-                for (auto& e : std::as_const(q)) ds << e.name << e.className << e.value;
-                return out;
-            },
-            [](const QByteArray& in) {
-                QDataStream ds(in);
-                ds.setByteOrder(QDataStream::LittleEndian);
-                quint32 n;
-                ds >> n;
-                QList<QtEntry> back;
-                back.resize(qsizetype(n));
-                for (auto& e : back) ds >> e.name >> e.className >> e.value;
-                return back;
-            });
+    measure(
+        "QDataStream (QVariant)", bagName, bag, reps,
+        [&](const StreamBag&) {
+            QByteArray out;
+            QDataStream ds(&out, QIODevice::WriteOnly);
+            ds.setByteOrder(QDataStream::LittleEndian);
+            ds << quint32(q.size());
+            for (auto& e : std::as_const(q)) ds << e.name << e.className << e.value;
+            return out;
+        },
+        [](const QByteArray& in) {
+            QDataStream ds(in);
+            ds.setByteOrder(QDataStream::LittleEndian);
+            quint32 n;
+            ds >> n;
+            QList<QtEntry> back;
+            back.resize(qsizetype(n));
+            for (auto& e : back) ds >> e.name >> e.className >> e.value;
+            return back;
+        });
 }
 #endif
 
@@ -136,62 +162,75 @@ void qt(const char* bagName, const StreamBag& bag, int reps) {
 
 #ifdef PEER_CEREAL
 namespace bench {
-template <class A> void serialize(A& a, StreamEntry& e) { a(e.name, e.className, e.value); }
+template <class A>
+void serialize(A& a, StreamEntry& e) {
+    a(e.name, e.className, e.value);
+}
 }  // namespace bench
 #endif
 
 #ifdef PEER_BOOST_SERIALIZATION
 namespace {
-template <class A> void saveText(A& a, const std::u16string& s) {
+template <class A>
+void saveText(A& a, const std::u16string& s) {
     uint32_t n = uint32_t(s.size());
-    a & n;
+    a& n;
     a.save_binary(s.data(), 2 * s.size());
 }
-template <class A> void loadText(A& a, std::u16string& s) {
+template <class A>
+void loadText(A& a, std::u16string& s) {
     uint32_t n;
-    a & n;
+    a& n;
     s.resize(n);
     a.load_binary(s.data(), 2 * s.size());
 }
 Bytes boostWrite(const StreamBag& bag) {
     MemoryOut out;
     {
-        boost::archive::binary_oarchive a(out, boost::archive::no_header | boost::archive::no_codecvt);
+        boost::archive::binary_oarchive a(out,
+                                          boost::archive::no_header | boost::archive::no_codecvt);
         uint32_t n = uint32_t(bag.size());
-        a & n;
+        a& n;
         for (auto& e : bag) {
             saveText(a, e.name);
             saveText(a, e.className);
             uint8_t t = uint8_t(e.value.index());
-            a & t;
-            std::visit([&](const auto& x) {
-                using T = std::decay_t<decltype(x)>;
-                if constexpr (std::is_same_v<T, std::u16string>) saveText(a, x);
-                else if constexpr (!std::is_same_v<T, std::monostate>) a & x;
-            }, e.value);
+            a& t;
+            std::visit(
+                [&](const auto& x) {
+                    using T = std::decay_t<decltype(x)>;
+                    if constexpr (std::is_same_v<T, std::u16string>)
+                        saveText(a, x);
+                    else if constexpr (!std::is_same_v<T, std::monostate>)
+                        a& x;
+                },
+                e.value);
         }
     }
     return std::move(out.bytes);
 }
-template <size_t I = 0, class A> void loadValue(A& a, StreamValue& v, size_t t) {
+template <size_t I = 0, class A>
+void loadValue(A& a, StreamValue& v, size_t t) {
     if constexpr (I < std::variant_size_v<StreamValue>) {
         if (t != I) return loadValue<I + 1>(a, v, t);
         auto& x = v.emplace<I>();
-        if constexpr (std::is_same_v<std::decay_t<decltype(x)>, std::u16string>) loadText(a, x);
-        else if constexpr (!std::is_same_v<std::decay_t<decltype(x)>, std::monostate>) a & x;
+        if constexpr (std::is_same_v<std::decay_t<decltype(x)>, std::u16string>)
+            loadText(a, x);
+        else if constexpr (!std::is_same_v<std::decay_t<decltype(x)>, std::monostate>)
+            a& x;
     }
 }
 StreamBag boostRead(Bytes& bytes) {
     MemoryIn in(bytes);
     boost::archive::binary_iarchive a(in, boost::archive::no_header | boost::archive::no_codecvt);
     uint32_t n;
-    a & n;
+    a& n;
     StreamBag bag(n);
     for (auto& e : bag) {
         loadText(a, e.name);
         loadText(a, e.className);
         uint8_t t;
-        a & t;
+        a& t;
         loadValue(a, e.value, t);
     }
     return bag;
@@ -200,18 +239,38 @@ StreamBag boostRead(Bytes& bytes) {
 #endif
 
 int main(int argc, char** argv) {
-    int scale = argc > 1 ? std::atoi(argv[1]) : 1;   // more repeats
+    int scale = argc > 1 ? std::atoi(argv[1]) : 1;  // more repeats
     StreamBag mixed = mixedBag(), big = arrayBag();
-    struct { const char* name; const StreamBag& bag; int reps; } sets[] = {{"mixed", mixed, 101 * scale}, {"array", big, 9 * scale}};
+    struct {
+        const char* name;
+        const StreamBag& bag;
+        int reps;
+    } sets[] = {{"mixed", mixed, 101 * scale}, {"array", big, 9 * scale}};
     for (auto& s : sets) {
         memcpyLine(s.name, 2 * streamWords(s.bag), s.reps);
 #ifdef PEER_QT
         qt(s.name, s.bag, s.reps);
 #endif
 #ifdef PEER_CEREAL
-        measure("cereal binary", s.name, s.bag, s.reps,
-                [](const StreamBag& bag) { MemoryOut out; std::ostream os(&out); { cereal::BinaryOutputArchive a(os); a(const_cast<StreamBag&>(bag)); } return std::move(out.bytes); },
-                [](Bytes& bytes) { MemoryIn in(bytes); std::istream is(&in); cereal::BinaryInputArchive a(is); StreamBag bag; a(bag); return bag; });
+        measure(
+            "cereal binary", s.name, s.bag, s.reps,
+            [](const StreamBag& bag) {
+                MemoryOut out;
+                std::ostream os(&out);
+                {
+                    cereal::BinaryOutputArchive a(os);
+                    a(const_cast<StreamBag&>(bag));
+                }
+                return std::move(out.bytes);
+            },
+            [](Bytes& bytes) {
+                MemoryIn in(bytes);
+                std::istream is(&in);
+                cereal::BinaryInputArchive a(is);
+                StreamBag bag;
+                a(bag);
+                return bag;
+            });
 #endif
 #ifdef PEER_BOOST_SERIALIZATION
         measure("boost binary archive", s.name, s.bag, s.reps, boostWrite, boostRead);
