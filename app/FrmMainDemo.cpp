@@ -33,7 +33,7 @@ FrmMainDemo::FrmMainDemo()
       closeBtn_(new QPushButton(QStringLiteral("&Close"), this)) {
     SetCaption(u"Zorvane - Class Code Generator Demonstration");
     resize(ToPixels(9600), ToPixels(7680));
-    setMinimumSize(ToPixels(7200), ToPixels(5760));
+    setMinimumSize(ToPixels(8100), ToPixels(6900));
 
     editLabel1_->setObjectName(QStringLiteral("EditLabel1"));
     editLabel1_->setAlignment(Qt::AlignCenter);

@@ -40,6 +40,7 @@ FrmThank::FrmThank() : Form("FrmThank") {
     SetCancelButton(close);
 
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(10);
     buttons->addStretch();
     buttons->addWidget(order);
     buttons->addWidget(close);
@@ -49,13 +50,13 @@ FrmThank::FrmThank() : Form("FrmThank") {
     layout->setVerticalSpacing(10);
     layout->addWidget(logo, 0, 0, 2, 1, Qt::AlignTop);
     layout->addWidget(heading, 0, 1);
-    layout->addWidget(text, 1, 1);
+    layout->addWidget(text, 1, 1, Qt::AlignTop);
     layout->addLayout(buttons, 2, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(1, 1);
     setTabOrder(order, close);
-    resize(ToPixels(7200), ToPixels(3300));
-    setMinimumSize(ToPixels(6000), ToPixels(3000));
+    resize(ToPixels(7200), ToPixels(3450));
+    setMinimumSize(ToPixels(6600), ToPixels(3450));
     close->setFocus();
 }
 

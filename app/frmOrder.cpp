@@ -87,8 +87,8 @@ frmOrder::frmOrder() : Form("frmOrder") {
     layout->addLayout(form);
     layout->addStretch();
     layout->addLayout(buttons);
-    resize(ToPixels(7200), ToPixels(6600));
-    setMinimumSize(ToPixels(5700), ToPixels(6000));
+    resize(ToPixels(7200), ToPixels(6000));
+    setMinimumSize(ToPixels(6000), ToPixels(5850));
     boxes_.front()->setFocus();
 }
 

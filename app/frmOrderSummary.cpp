@@ -80,7 +80,7 @@ frmOrderSummary::frmOrderSummary(const Order& order)
     layout->addWidget(status_);
     layout->addLayout(buttons);
     resize(ToPixels(8100), ToPixels(5700));
-    setMinimumSize(ToPixels(6300), ToPixels(4200));
+    setMinimumSize(ToPixels(7200), ToPixels(4200));
     text_->setFocus();
 }
 

@@ -8,6 +8,7 @@
 #include "app/Contact.h"
 #include "app/Logo.h"
 #include "app/Version.h"
+#include "forms/FitText.h"
 #include "forms/FontRecord.h"
 #include "forms/Label.h"
 #include "forms/Screen.h"
@@ -18,9 +19,9 @@
 namespace zorvane {
 namespace {
 
-// In pixels of the frame that holds everything.
-constexpr QSize kInner(540, 348);
-constexpr QRect kFrame(10, 10, 520, 328);
+// In pixels: the window, and the frame that holds everything.
+constexpr QSize kInner(600, 356);
+constexpr QRect kFrame(10, 10, 580, 336);
 
 }  // namespace
 
@@ -39,10 +40,10 @@ frmSplash::frmSplash()
                                  static_cast<int>(QFrame::Sunken));
     fraMainFrame_->setGeometry(kFrame);
     picLogo_->setObjectName(QStringLiteral("picLogo"));
-    picLogo_->setGeometry(20, 22, 128, 128);
+    picLogo_->setGeometry(24, 24, 128, 128);
 
     lblCompanyProduct_ = AddLabel("lblCompanyProduct", 11);
-    lblProductName_ = AddLabel("lblProductName", 19, true);
+    lblProductName_ = AddLabel("lblProductName", 18, true);
     lblVersion_ = AddLabel("lblVersion", 11);
     lblPlatform_ = AddLabel("lblPlatform", 11);
     lblSourceCode_ = AddLabel("Label1", 11, true);
@@ -54,15 +55,15 @@ frmSplash::frmSplash()
     lblWarning_->SetCaption(
         u"Warning: this demonstration is provided as it is, without warranty of any kind. Whoever "
         u"uses it does so at their own risk.");
-    constexpr int kLeft = 170;
-    constexpr int kWide = 336;
-    lblCompanyProduct_->setGeometry(kLeft, 20, kWide, 22);
-    lblProductName_->setGeometry(kLeft, 42, kWide, 38);
+    constexpr int kLeft = 176;
+    constexpr int kWide = 384;
+    lblCompanyProduct_->setGeometry(kLeft, 24, kWide, 20);
+    lblProductName_->setGeometry(kLeft, 46, kWide, 34);
     lblVersion_->setGeometry(kLeft, 84, kWide, 20);
     lblPlatform_->setGeometry(kLeft, 106, kWide, 20);
-    lblSourceCode_->setGeometry(kLeft, 130, kWide, 22);
-    lblContact_->setGeometry(20, 152, 486, 60);
-    lblWarning_->setGeometry(20, 218, 486, 34);
+    lblSourceCode_->setGeometry(kLeft, 132, kWide, 20);
+    lblContact_->setGeometry(24, 162, 536, 50);
+    lblWarning_->setGeometry(24, 226, 536, 34);
 
     closeBtn_->setObjectName(QStringLiteral("CloseBtn"));
     closeBtn_->resize(110, 30);
@@ -73,7 +74,7 @@ frmSplash::frmSplash()
 
     picture1_->setObjectName(QStringLiteral("Picture1"));
     picture1_->setAccessibleName(QStringLiteral("Progress"));
-    picture1_->setGeometry(20, 258, 480, 60);
+    picture1_->setGeometry(24, 266, 532, 60);
     progressBar1_->setObjectName(QStringLiteral("ProgressBar1"));
     progressBar1_->setAccessibleName(QStringLiteral("Progress"));
     progressBar1_->setRange(0, 100);
@@ -94,6 +95,8 @@ Label* frmSplash::AddLabel(const char* name, double points, bool bold) {
 void frmSplash::Form_Load() {
     lblVersion_->SetCaption(Text(u"Version ") + ProgramVersion());
     lblProductName_->SetCaption(u"Zorvane Class Code Generator");
+    lblProductName_->setFont(
+        FittingFont(lblProductName_->font(), lblProductName_->text(), lblProductName_->size()));
     lblContact_->SetCaption(ContactLines());
     LayOutProgress();
     PlaceCloseButton();

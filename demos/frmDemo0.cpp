@@ -44,7 +44,7 @@ frmDemo0::frmDemo0()
 
 void frmDemo0::LayOut() {
     resize(ToPixels(10200), ToPixels(8100));
-    setMinimumSize(ToPixels(8400), ToPixels(5400));
+    setMinimumSize(ToPixels(9150), ToPixels(5400));
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : command1_) buttons->addWidget(button);
     buttons->addStretch();

@@ -113,8 +113,10 @@ void Form::ShowOwned(Form* owner) {
     Load();
     if (owner && windowType() != Qt::Dialog) {
         // Only of this type is the window manager told whose window it is.
+        const bool fixed = minimumSize() == maximumSize();
         setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                       Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
+                       Qt::WindowCloseButtonHint |
+                       (fixed ? Qt::WindowFlags() : Qt::WindowMinMaxButtonsHint));
     }
     winId();  // an owner must be named before the window is first mapped
     if (owner) {

@@ -26,7 +26,10 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), model_(new ListModel(th
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);
-    connect(header(), &QHeaderView::sectionClicked, this, &ListView::ColumnClick);
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        SetSortColumn(sortColumn_);  // the header has just moved or turned its mark by itself
+        Q_EMIT ColumnClick(column);
+    });
 
     auto* copy = new QAction(QStringLiteral("&Copy"), this);
     copy->setShortcut(QKeySequence::Copy);
@@ -83,13 +86,9 @@ void ListView::SetRows(std::vector<QStringList> rows) {
 }
 
 void ListView::SetSortColumn(std::optional<int> column) {
+    sortColumn_ = column;
     header()->setSortIndicatorShown(column.has_value());
     header()->setSortIndicator(column.value_or(-1), Qt::AscendingOrder);
-}
-
-std::optional<int> ListView::SortColumn() const {
-    if (!header()->isSortIndicatorShown()) return std::nullopt;
-    return header()->sortIndicatorSection();
 }
 
 QString ListView::AsText(Rows which, bool withHeader) const {

@@ -34,9 +34,11 @@ class ListView : public QTreeView {
     void SetRows(std::vector<QStringList> rows);
     // The column that typing searches.
     void SetSearchColumn(int column) noexcept { searchColumn_ = column; }
+    // What is typed next begins a new word.
+    void ForgetTyped() { typed_.clear(); }
     // The column that the header marks as ascending; none unmarks.
     void SetSortColumn(std::optional<int> column);
-    [[nodiscard]] std::optional<int> SortColumn() const;
+    [[nodiscard]] std::optional<int> SortColumn() const noexcept { return sortColumn_; }
 
     // Rows as lines of tab-separated cells, the header first on request; all rows, or the selected
     // ones.
@@ -59,6 +61,7 @@ class ListView : public QTreeView {
     QElapsedTimer lastTyped_;
     QString typed_;
     int searchColumn_ = 0;
+    std::optional<int> sortColumn_;
 };
 
 }  // namespace zorvane

@@ -1,0 +1,124 @@
+#pragma once
+// Driving windows as a person would: real events, also from inside a modal window's own loop.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <functional>
+#include <vector>
+
+#include "forms/Dialogs.h"
+#include "forms/Form.h"
+#include "forms/Screen.h"
+
+namespace zorvane::test {
+
+// Through the window system, so that a modal window, a hidden control or another one on top of it
+// stops the click.
+inline void Click(QWidget* control, QPoint at = QPoint(-1, -1)) {
+    ASSERT_NE(control, nullptr);
+    QWidget* window = control->window();
+    if (at.x() < 0) at = control->rect().center();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, at));
+}
+
+template <class T = QWidget>
+T* Control(const QWidget* window, const char* name) {
+    T* found = window->findChild<T*>(QLatin1String(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+// The element of a control array.
+template <class T = QWidget>
+T* Control(const QWidget* window, const char* name, int index) {
+    for (T* one : window->findChildren<T*>(QLatin1String(name))) {
+        if (one->property("Index") == index) return one;
+    }
+    ADD_FAILURE() << "no " << name << "(" << index << ")";
+    return nullptr;
+}
+
+// Runs `act` once, as soon as a modal T is on the screen and active. Made before the call that
+// opens the window. Never hangs: a failed check, or a window that does not come, closes what is
+// open.
+template <class T>
+class WhenModal : public QObject {
+  public:
+    explicit WhenModal(std::function<void(T&)> act) : act_(std::move(act)) { startTimer(5); }
+    ~WhenModal() override { EXPECT_TRUE(done_) << "the window never came"; }
+    [[nodiscard]] bool Done() const { return done_; }
+
+  protected:
+    void timerEvent(QTimerEvent* event) override {
+        QWidget* top = QApplication::activeModalWidget();
+        auto* wanted = dynamic_cast<T*>(top);
+        const bool ready = wanted && top->windowHandle() && top->windowHandle()->isExposed() &&
+                           top->isActiveWindow();
+        if (!ready && --patience_ > 0) return;
+        killTimer(event->timerId());
+        if (ready) {
+            done_ = true;
+            act_(*wanted);
+        }
+        if (!ready || testing::Test::HasFailure()) {
+            while (QWidget* open = QApplication::activeModalWidget()) {
+                if (!open->close()) break;
+            }
+        }
+    }
+
+  private:
+    std::function<void(T&)> act_;
+    int patience_ = 1000;
+    bool done_ = false;
+};
+
+// Keeps what is said instead of showing it, and answers as told.
+class SpokenDialogs : public Dialogs {
+  public:
+    void Message(QWidget*, const QString&, const QString& message, Kind) override {
+        Said.push_back(message);
+    }
+    bool Print(QWidget*, const QString&, const QString& text) override {
+        Printed.push_back(text);
+        return true;
+    }
+    std::optional<QString> SaveFileName(QWidget*, const QString&, const QString&,
+                                        const QString&) override {
+        return Path;
+    }
+
+    std::vector<QString> Said;
+    std::vector<QString> Printed;
+    std::optional<QString> Path;
+
+  private:
+    ScopedDialogs scope_{*this};
+};
+
+// Every test starts with the default pointer and leaves no window behind.
+class WindowTest : public testing::Test {
+  protected:
+    void SetUp() override { Screen::The().SetMousePointer(Pointer::Default); }
+    void TearDown() override {
+        QCoreApplication::sendPostedEvents();
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (const auto* form = dynamic_cast<const Form*>(window)) {
+                EXPECT_FALSE(form->Loaded()) << form->objectName().toStdString();
+            }
+        }
+        Screen::The().SetMousePointer(Pointer::Default);
+    }
+};
+
+inline bool Shown(Form& form) {
+    form.ShowOwned();
+    return QTest::qWaitForWindowActive(&form);
+}
+
+}  // namespace zorvane::test

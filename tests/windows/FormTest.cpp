@@ -1,0 +1,265 @@
+#include "forms/Form.h"
+
+#include <QPushButton>
+
+#include "Drive.h"
+#include "platform/Error.h"
+
+namespace zorvane::test {
+namespace {
+
+// Counts itself and notes what happens to it.
+class Probe : public Form {
+  public:
+    Probe() : Form("Probe") {
+        resize(300, 200);
+        button_ = new QPushButton("&Go", this);
+        On(button_, &QPushButton::clicked, [this] {
+            if (Handler) Handler();
+        });
+        SetDefaultButton(button_);
+        ++alive;
+    }
+    ~Probe() override {
+        --alive;
+        Note("gone");
+    }
+    std::function<void()> Handler, OnLoad, OnUnload;
+    QPushButton* button_;
+    static inline int alive = 0;
+    static inline QStringList log;
+
+  protected:
+    void Form_Load() override {
+        Note("load");
+        if (OnLoad) OnLoad();
+    }
+    void Form_Unload() override {
+        Note("unload");
+        if (OnUnload) OnUnload();
+    }
+
+  private:
+    void Note(const char* what) { log << objectName() + " " + what; }
+};
+
+class FormTest : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        Probe::log.clear();
+    }
+    void TearDown() override {
+        WindowTest::TearDown();
+        EXPECT_EQ(Probe::alive, 0) << "a window was never freed, or freed twice";
+    }
+};
+
+TEST_F(FormTest, LoadRunsOnceShowsNothingAndUnloadFreesALaterLoad) {
+    {
+        const auto form = MakeObject<Probe>();
+        form->Load();
+        form->Load();
+        EXPECT_FALSE(form->isVisible());
+        form->Unload();
+        form->Unload();
+        form->Load();
+        form->Unload();
+    }
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(Probe::log, (QStringList{"Probe load", "Probe unload", "Probe load", "Probe unload",
+                                       "Probe gone"}));
+}
+
+TEST_F(FormTest, ALoadedWindowOutlivesItsMakerAndGoesAfterItsUnload) {
+    QPointer<Probe> form;
+    {
+        const auto made = MakeObject<Probe>();
+        form = made.Get();
+        ASSERT_TRUE(Shown(*made));
+    }
+    ASSERT_FALSE(form.isNull());
+    form->Handler = [&] {
+        form->Unload();
+        QCoreApplication::processEvents();
+        ASSERT_FALSE(form.isNull()) << "freed in the middle of its own handler";
+    };
+    Click(form->button_);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_TRUE(form.isNull());
+}
+
+TEST_F(FormTest, AnErrorInAHandlerIsShownOnceAndTheProgramGoesOn) {
+    SpokenDialogs dialogs;
+    const auto form = MakeObject<Probe>();
+    ASSERT_TRUE(Shown(*form));
+    form->Handler = [] { throw Error(28501, u"Some::Place", u"What went wrong"); };
+    Click(form->button_);
+    ASSERT_EQ(dialogs.Said.size(), 1U);
+    EXPECT_EQ(dialogs.Said[0], "Run-time error 28501\nSome::Place\n\nWhat went wrong");
+    form->Handler = [] { throw std::bad_alloc(); };
+    Click(form->button_);
+    ASSERT_EQ(dialogs.Said.size(), 2U);
+    EXPECT_TRUE(dialogs.Said[1].startsWith("Run-time error 7"));
+    form->OnUnload = [] { throw Error(PlatformError::InvalidCall); };
+    form->Unload();
+    EXPECT_EQ(dialogs.Said.size(), 3U);
+    EXPECT_FALSE(form->Loaded()) << "a failing Form_Unload does not keep the window";
+}
+
+TEST_F(FormTest, AnErrorInFormLoadReachesTheOpenerAndLeavesNothingLoaded) {
+    const auto form = MakeObject<Probe>();
+    form->OnLoad = [] { throw Error(PlatformError::InvalidCall); };
+    EXPECT_THROW(form->ShowModal(), Error);
+    EXPECT_FALSE(form->Loaded());
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(FormTest, OwnedWindowsCloseFirstTheLastOpenedBeforeTheOthers) {
+    const auto owner = MakeObject<Probe>();
+    const auto first = MakeObject<Probe>();
+    const auto second = MakeObject<Probe>();
+    owner->setObjectName("owner");
+    first->setObjectName("first");
+    second->setObjectName("second");
+    WhenModal<Probe> driver([&](Probe& window) {
+        first->ShowOwned(&window);
+        second->ShowOwned(first.Get());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(second.Get()));
+        bool pressed = false;
+        first->Handler = [&] { pressed = true; };
+        Click(first->button_);
+        EXPECT_TRUE(pressed) << "a window owned by the modal one takes input";
+        Probe::log.clear();
+        window.close();
+    });
+    owner->ShowModal();
+    EXPECT_EQ(Probe::log, (QStringList{"second unload", "first unload", "owner unload"}));
+}
+
+TEST_F(FormTest, AModalWindowIsNotShownTwice) {
+    const auto form = MakeObject<Probe>();
+    WhenModal<Probe> driver([](Probe& window) {
+        try {
+            window.ShowModal();
+            ADD_FAILURE() << "shown twice";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number, 400);
+        }
+        window.Hide();
+    });
+    form->ShowModal();
+    EXPECT_TRUE(form->Loaded()) << "hiding ends the show and unloads nothing";
+    form->Unload();
+}
+
+TEST_F(FormTest, MembersByNameReadAndAssignAndRefuseOthers) {
+    const auto form = MakeObject<Probe>();
+    form->Set(u"caption", u"Named");
+    EXPECT_EQ(form->windowTitle(), "Named");
+    EXPECT_EQ(form->Get(u"CAPTION"), Variant(u"Named"));
+    EXPECT_EQ(form->Get(u"ScaleWidth"), Variant(4500.0F));
+    form->Set(u"Left", 1234.5F);
+    EXPECT_EQ(form->Get(u"Left"), Variant(1234.5F));
+    EXPECT_EQ(form->TypeName(), u"Probe");
+    const auto number = [&](auto&& statement) {
+        try {
+            statement();
+        } catch (const Error& error) {
+            return error.Number;
+        }
+        return 0;
+    };
+    EXPECT_EQ(number([&] { form->Set(u"ScaleWidth", 1.0F); }), 438) << "it can only be read";
+    EXPECT_EQ(number([&] { std::ignore = form->Get(u"Captain"); }), 438);
+    EXPECT_EQ(number([&] { form->Set(u"Left", u"far"); }), 13);
+}
+
+struct Frame {
+    const char* What;
+    TwipRect Sides;
+    friend std::ostream& operator<<(std::ostream& out, const Frame& one) { return out << one.What; }
+};
+
+class FormFrame : public FormTest, public testing::WithParamInterface<Frame> {};
+
+TEST_P(FormFrame, ComesBackExactlyTenTimesOver) {
+    const TwipRect saved = GetParam().Sides;
+    TwipRect now = saved;
+    for (int cycle = 0; cycle < 10; ++cycle) {
+        const auto form = MakeObject<Probe>();
+        form->SetLeft(now.Left);
+        form->SetTop(now.Top);
+        form->SetWidth(now.Width);
+        form->SetHeight(now.Height);
+        ASSERT_TRUE(Shown(*form));
+        // Closed at once in every other cycle, before the borders are known.
+        if (cycle % 2 == 0) {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return form->FrameSettled(); }));
+        }
+        bool reachable = false;
+        for (const QScreen* screen : QGuiApplication::screens()) {
+            reachable |= screen->geometry().intersects(form->frameGeometry());
+        }
+        EXPECT_TRUE(reachable) << "no person could find it";
+        form->Unload();
+        now = {form->Left(), form->Top(), form->Width(), form->Height()};
+        ASSERT_EQ(now, saved) << "cycle " << cycle;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, FormFrame,
+    testing::Values(Frame{"WholePixels", {2265, 1815, 6015, 4515}},
+                    Frame{"Fractions", {1234.5F, 987.25F, 6001.75F, 4444.125F}},
+                    Frame{"MonitorGone", {90000, 60000, 6015, 4515}},
+                    Frame{"LeftOfEverything", {-90000, -60000, 6015, 4515}},
+                    Frame{"Enormous", {0, 0, 3e9F, 3e9F}}, Frame{"NoSize", {150, 150, 0, -500}}),
+    [](const auto& one) { return one.param.What; });
+
+TEST_F(FormTest, OnlyTheSidesThatThePersonChangedAreReadAnew) {
+    const auto form = MakeObject<Probe>();
+    form->SetLeft(1501.25F);
+    form->SetTop(1502.5F);
+    form->SetWidth(6003.75F);
+    form->SetHeight(4504.5F);
+    ASSERT_TRUE(Shown(*form));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return form->FrameSettled(); }));
+    form->move(form->frameGeometry().x() + 10, form->frameGeometry().y());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form->Left() == 1650; })) << form->Left();
+    EXPECT_EQ(form->Top(), 1502.5F);
+    form->resize(form->width(), form->height() + 10);
+    EXPECT_EQ(form->Height(), 4650.0F);
+    EXPECT_EQ(form->Width(), 6003.75F);
+    form->SetTop(3000.5F);
+    EXPECT_EQ(form->Top(), 3000.5F);
+    EXPECT_EQ(form->Left(), 1650.0F) << "assigning one side keeps what the person did to another";
+    form->Unload();
+}
+
+TEST_F(FormTest, AMaximisedWindowRemembersItsOrdinaryFrame) {
+    const auto form = MakeObject<Probe>();
+    form->SetLeft(1500);
+    form->SetTop(1500);
+    form->SetWidth(6000.5F);
+    form->SetHeight(4500);
+    ASSERT_TRUE(Shown(*form));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return form->FrameSettled(); }));
+    form->showMaximized();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form->width() > 500; }));
+    form->Unload();
+    EXPECT_EQ(form->Width(), 6000.5F);
+    EXPECT_EQ(form->Left(), 1500.0F);
+}
+
+TEST_F(FormTest, WhatIsNoNumberIsNotAssigned) {
+    const auto form = MakeObject<Probe>();
+    form->SetWidth(6000);
+    form->SetWidth(std::numeric_limits<float>::quiet_NaN());
+    form->SetLeft(std::numeric_limits<float>::infinity());
+    EXPECT_EQ(form->Width(), 6000.0F);
+    EXPECT_TRUE(std::isfinite(form->Left()));
+}
+
+}  // namespace
+}  // namespace zorvane::test

@@ -1,0 +1,90 @@
+#include "forms/ListView.h"
+
+#include <QClipboard>
+#include <QMimeData>
+
+#include "Drive.h"
+
+namespace zorvane::test {
+namespace {
+
+class ListViewTest : public WindowTest {
+  protected:
+    ListViewTest() {
+        list_.AddColumn("Name", 2500);
+        list_.AddColumn("Size", 1200, Qt::AlignRight);
+        list_.SetRows({{"alpha", "1"}, {"beta", "110"}, {"Bravo", "11"}, {"a<b", "10"}, {"only"}});
+        list_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&list_));
+        list_.setFocus();
+    }
+    [[nodiscard]] int CurrentRow() const { return list_.currentIndex().row() + 1; }
+
+    ListView list_;
+};
+
+TEST_F(ListViewTest, CellsCountFromOneAndMissingOnesAreEmpty) {
+    EXPECT_EQ(list_.RowCount(), 5);
+    EXPECT_EQ(list_.ColumnCount(), 2);
+    EXPECT_EQ(list_.Cell(1, 0), "alpha");
+    EXPECT_EQ(list_.Cell(2, 1), "110");
+    for (const auto& [row, column] : {std::pair{5, 1}, {0, 0}, {6, 0}, {1, 2}, {1, -1}}) {
+        EXPECT_EQ(list_.Cell(row, column), QString()) << row << ", " << column;
+    }
+    list_.SetCell(5, 1, "set");
+    list_.SetCell(9, 1, "nowhere");
+    EXPECT_EQ(list_.Cell(5, 1), "set");
+    list_.AddRow({"last", "7"});
+    EXPECT_EQ(list_.Cell(6, 1), "7");
+    EXPECT_NEAR(list_.ColumnWidth(0), 2500, 15) << "to the pixel";
+}
+
+TEST_F(ListViewTest, TypingFindsWordsAndARepeatedLetterWalks) {
+    struct Case {
+        const char* What;
+        int Column;
+        const char* Typed;
+        int Row;
+    };
+    for (const auto& [what, column, typed, row] : {Case{"a word", 0, "br", 3},
+                                                   {"case does not matter", 0, "BETA", 2},
+                                                   {"a repeated letter walks on", 0, "bb", 3},
+                                                   {"digits that repeat are a number", 1, "11", 2},
+                                                   {"and go on", 1, "110", 2},
+                                                   {"nothing found stays", 0, "zz", 1}}) {
+        SCOPED_TRACE(what);
+        list_.SetRows({{"alpha", "1"}, {"beta", "110"}, {"Bravo", "11"}, {"a<b", "10"}});
+        list_.SetSearchColumn(column);
+        list_.ForgetTyped();
+        QTest::keyClicks(&list_, typed);
+        EXPECT_EQ(CurrentRow(), row);
+    }
+}
+
+TEST_F(ListViewTest, CopiesSelectedRowsAsTabbedTextAndTable) {
+    QGuiApplication::clipboard()->setText("before");
+    QTest::keyClick(&list_, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "before") << "nothing is selected";
+    QTest::keyClick(&list_, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&list_, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              "alpha\t1\nbeta\t110\nBravo\t11\na<b\t10\nonly\t\n");
+    list_.Copy(ListView::Rows::All, true);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("Name\tSize\nalpha"));
+    const QString html = QGuiApplication::clipboard()->mimeData()->html();
+    EXPECT_TRUE(html.contains("<th>Name</th>"));
+    EXPECT_TRUE(html.contains("<td>a&lt;b</td>"));
+}
+
+TEST_F(ListViewTest, AHundredThousandRowsAreShownAtOnce) {
+    std::vector<QStringList> rows(100000, QStringList{"row", "1"});
+    QElapsedTimer clock;
+    clock.start();
+    list_.SetRows(std::move(rows));
+    list_.scrollToBottom();
+    EXPECT_EQ(list_.RowCount(), 100000);
+    EXPECT_LT(clock.elapsed(), 2000) << "the view is told once, not for each row";
+}
+
+}  // namespace
+}  // namespace zorvane::test
