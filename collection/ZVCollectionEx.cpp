@@ -86,7 +86,7 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     const bool inOrder = Sorted() && InSearchOrder();
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = records_.Insert(position);
+    const RecordNumber number = InsertRecord(position, Key, inOrder);
     index_.Insert(Key.FoldedHash(), number);
     CollectionRecord& record = records_.OfNumber(number);
     record.Key = std::move(Key);
@@ -101,7 +101,7 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
 
 void ZVCollectionEx::Append(CollectionRecord record) {
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = records_.Insert(Count() + 1);
+    const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
     index_.Insert(record.Key.FoldedHash(), number);
     foreignCodes_ =
         foreignCodes_ || (record.HashCode != 0 && record.HashCode != HashOf(record.Key));
@@ -289,8 +289,12 @@ void ZVCollectionEx::SeatRecords() const {
 }
 
 void ZVCollectionEx::SetGranularity(std::int32_t value) {
-    settings_.Granularity = std::clamp(value, kLeastGranularity, kGreatestGranularity);
-    Rehash(Grown(Count(), Granularity()));
+    const std::int32_t step = std::clamp(value, kLeastGranularity, kGreatestGranularity);
+    const std::int32_t capacity = Grown(Count(), step);
+    records_.Reserve(capacity);
+    index_.Reserve(static_cast<std::uint32_t>(capacity));
+    settings_.Granularity = step;
+    Rehash(capacity);
 }
 
 bool ZVCollectionEx::Sort() {

@@ -54,10 +54,10 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     }
     const bool inOrder = Sorted() && InSearchOrder();
     // A search out of order may have missed the key.
-    const bool repeated = Holder(Key).has_value();
+    const bool repeated = found.Found || (!inOrder && Holder(Key).has_value());
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = records_.Insert(position);
+    const RecordNumber number = InsertRecord(position, Key, inOrder);
     index_.Insert(Key.FoldedHash(), number);
     KeyListRecord& record = records_.OfNumber(number);
     record.Key = std::move(Key);
@@ -73,7 +73,7 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
 void KeyListEX::Append(KeyListRecord record) {
     repeats_ = repeats_ || Holder(record.Key).has_value();
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = records_.Insert(Count() + 1);
+    const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
     index_.Insert(record.Key.FoldedHash(), number);
     records_.OfNumber(number) = std::move(record);
     capacity_ = Count();
@@ -170,7 +170,9 @@ Text KeyListEX::Key(std::int32_t Index) const {
 auto KeyListEX::Look(Text key) -> Search {
     if (Sorted()) {
         RestoreKeyOrder();
-        return SearchSorted(key, !Unique());
+        if (repeats_ || !InSearchOrder()) return SearchSorted(key, !Unique());
+        if (const auto holder = Holder(key)) return {true, records_.PositionOf(*holder)};
+        return {false, FirstNotBefore(key)};
     }
     Search first{false, Count() + 1};
     index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {

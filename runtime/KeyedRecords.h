@@ -10,6 +10,7 @@
 //   Reordered()         called when records got new positions and numbers; must not fail
 //   kTypeName, kItemStringMember
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -169,6 +170,8 @@ class KeyedRecords : public Object {
         std::swap(sortOffset_, other.sortOffset_);
         std::swap(sortComparer_, other.sortComparer_);
         std::swap(keyComparer_, other.keyComparer_);
+        std::swap(lead_, other.lead_);
+        std::swap(leadJudgedAt_, other.leadJudgedAt_);
         std::swap(orderedByKey_, other.orderedByKey_);
         std::swap(orderMode_, other.orderMode_);
         std::swap(orderDescending_, other.orderDescending_);
@@ -212,6 +215,27 @@ class KeyedRecords : public Object {
         orderedByKey_ = ordered;
         orderMode_ = Mode();
         orderDescending_ = settings_.Descending;
+        if (!ordered || !PrefixesFollow()) records_.DropPrefixes();
+    }
+    // Opens a record for a key at a position; `inOrder` tells that the key belongs there. May
+    // throw, then no record changed.
+    RecordNumber InsertRecord(std::int32_t position, const Text& key, bool inOrder) {
+        if (!inOrder || !PrefixesFollow()) {
+            records_.DropPrefixes();
+            return records_.Insert(position);
+        }
+        PreparePrefixes(key);
+        return records_.Insert(position, PrefixOf(key));
+    }
+    // Where a key that is absent belongs among keys in search order.
+    [[nodiscard]] std::int32_t FirstNotBefore(const Text& key) const {
+        const int ahead = settings_.Descending ? 1 : -1;
+        const auto before = [&](const Record& record) {
+            return CompareTexts(record.Key, key, Mode()) == ahead;
+        };
+        if (!records_.HasPrefixes() || SharedLead(key) < lead_)
+            return records_.PartitionPoint(before);
+        return records_.PartitionPoint(PrefixOf(key), before);
     }
     // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
@@ -240,9 +264,32 @@ class KeyedRecords : public Object {
         return record != nullptr;
     }
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
+    // Prefixes of four units tell the binary order of keys, and no other.
+    [[nodiscard]] bool PrefixesFollow() const noexcept {
+        return Mode() == CompareMode::Binary && !settings_.Descending;
+    }
+    // The four units behind the lead that all keys share, the first in the high bits.
+    [[nodiscard]] std::uint64_t PrefixOf(const Text& key) const noexcept {
+        const std::u16string_view units = key.Units();
+        std::uint64_t prefix = 0;
+        for (std::size_t i = lead_; i < lead_ + 4; ++i) {
+            prefix = (prefix << 16) | (i < units.size() ? units[i] : 0u);
+        }
+        return prefix;
+    }
+    void PreparePrefixes(const Text& key);
+    // How many units a key has in common with the first record's.
+    [[nodiscard]] std::size_t SharedLead(const Text& key) const noexcept {
+        const std::u16string_view first = records_.At(1).Key.Units();
+        const std::u16string_view units = key.Units();
+        const auto differ = std::mismatch(first.begin(), first.end(), units.begin(), units.end());
+        return static_cast<std::size_t>(differ.first - first.begin());
+    }
     [[nodiscard]] Search SearchByHalves(const Text& key, bool firstOfEquals) const;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
 
+    std::size_t lead_ = 0;           // units that all keys share, while there are prefixes
+    std::int32_t leadJudgedAt_ = 0;  // the count at which the lead was last looked for
     bool orderedByKey_ = false;
     CompareMode orderMode_ = CompareMode::Binary;
     bool orderDescending_ = false;
@@ -323,6 +370,26 @@ bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
     return true;
 }
 
+// Sees to it that the records carry prefixes that the key to be added fits. The keys are in binary
+// order, so what the first and the last share all share.
+template <class Derived, class Record>
+void KeyedRecords<Derived, Record>::PreparePrefixes(const Text& key) {
+    constexpr std::int32_t kWorthwhile = 128;
+    if (Count() < kWorthwhile) return;
+    const bool fits = records_.HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_);
+    if (fits && Count() < leadJudgedAt_ * 2) return;
+    const std::size_t lead = std::min(SharedLead(key), SharedLead(records_.At(Count()).Key));
+    leadJudgedAt_ = Count();
+    if (fits && lead <= lead_) return;
+    const std::size_t before = std::exchange(lead_, lead);
+    try {
+        records_.AttachPrefixes([&](const Record& record) { return PrefixOf(record.Key); });
+    } catch (...) {
+        lead_ = before;
+        throw;
+    }
+}
+
 // Where a key stands or belongs. While the keys are in the order that the search assumes, the
 // answer is the first equal key or the one place between; only which of several equal keys is hit,
 // and anything in another order, takes the search by halves to tell.
@@ -330,9 +397,7 @@ template <class Derived, class Record>
 auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key, bool firstOfEquals) const
     -> Search {
     if (!InSearchOrder()) return SearchByHalves(key, firstOfEquals);
-    const int ahead = settings_.Descending ? 1 : -1;
-    const std::int32_t position = records_.PartitionPoint(
-        [&](const Record& record) { return CompareTexts(record.Key, key, Mode()) == ahead; });
+    const std::int32_t position = FirstNotBefore(key);
     const auto equals = [&](std::int32_t at) {
         return at <= Count() && EqualTexts(records_.At(at).Key, key, Mode());
     };

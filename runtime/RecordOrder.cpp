@@ -7,8 +7,22 @@
 namespace zorvane {
 namespace {
 
-void MoveNumbers(RecordNumber* to, const RecordNumber* from, std::uint32_t count) noexcept {
-    std::memmove(to, from, std::size_t{count} * sizeof(RecordNumber));
+template <class T>
+void Move(T* to, const T* from, std::uint32_t count) noexcept {
+    std::memmove(to, from, std::size_t{count} * sizeof(T));
+}
+
+// How many of the values, which never decrease, are below `limit`. Without branches to guess wrong.
+std::uint32_t CountBelow(const std::uint64_t* values, std::uint32_t count,
+                         std::uint64_t limit) noexcept {
+    if (count == 0) return 0;
+    const std::uint64_t* base = values;
+    while (count > 1) {
+        const std::uint32_t half = count / 2;
+        base += base[half - 1] < limit ? half : 0;
+        count -= half;
+    }
+    return static_cast<std::uint32_t>(base - values) + (*base < limit ? 1 : 0);
 }
 
 }  // namespace
@@ -20,6 +34,7 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
     blocks_.clear();
     sums_.clear();
     owners_.clear();
+    DropPrefixes();
     ForgetCursor();
 }
 
@@ -104,35 +119,67 @@ RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
     const Block& block = *owners_[number & (owners_.size() - 1)];
-    constexpr std::uint32_t kStride = 16;  // compared together, which the compiler makes wide
+    constexpr std::uint32_t kStride = 64;  // compared together, which the compiler makes wide
     std::uint32_t from = 0;
     for (; from + kStride <= block.count; from += kStride) {
-        std::uint32_t hit = 0;
-        for (std::uint32_t i = 0; i < kStride; ++i)
-            hit |= block.numbers[from + i] == number ? 1u : 0u;
-        if (hit != 0) break;
+        std::uint32_t differing = 0;
+        for (std::uint32_t i = 0; i < kStride; ++i) differing += block.numbers[from + i] != number;
+        if (differing != kStride) break;
     }
     while (block.numbers[from] != number) ++from;
     return StartOf(block.ordinal) + from;
+}
+
+// The positions from..to whose prefix is the given one; both the place for it when there is none.
+std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
+    std::uint64_t prefix) const noexcept {
+    const auto size = static_cast<std::uint32_t>(blocks_.size());
+    // The first position whose prefix is not below the limit, given how many blocks begin below it.
+    const auto firstFrom = [&](std::uint64_t limit, std::uint32_t begunBelow) {
+        if (begunBelow == 0) return 0u;
+        const Block& block = *blocks_[begunBelow - 1];
+        return StartOf(begunBelow - 1) + CountBelow(block.prefixes.get(), block.count, limit);
+    };
+    const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, prefix);
+    const std::uint32_t first = firstFrom(prefix, begun);
+    if (prefix == UINT64_MAX) return {first, count_};
+    const std::uint32_t begunPast = CountBelow(firstPrefixes_.data(), size, prefix + 1);
+    if (begunPast == begun && begun != 0) {
+        // The usual case: all within one block, and most often none.
+        const Block& block = *blocks_[begun - 1];
+        const std::uint32_t start = StartOf(begun - 1);
+        std::uint32_t past = first - start;
+        while (past < block.count && block.prefixes[past] == prefix) ++past;
+        return {first, start + past};
+    }
+    return {first, firstFrom(prefix + 1, begunPast)};
 }
 
 // Makes room in a full block: its rear half, or at the very end only a little, goes into a new one.
 void RecordOrder::Split(std::uint32_t at) {
     auto fresh = std::make_unique<Block>();
     blocks_.reserve(blocks_.size() + 1);
+    if (HasPrefixes()) {
+        fresh->prefixes = std::make_unique<std::uint64_t[]>(kBlock);
+        firstPrefixes_.reserve(firstPrefixes_.size() + 1);
+    }
     sums_.resize(sums_.size() + 1);
     Block& block = *blocks_[at];
     const bool last = at + 1 == blocks_.size();
     const std::uint32_t keep = last ? kBlock - kBlock / 16 : kBlock / 2;
     fresh->count = block.count - keep;
-    MoveNumbers(fresh->numbers, block.numbers + keep, fresh->count);
+    Move(fresh->numbers, block.numbers + keep, fresh->count);
+    if (HasPrefixes()) {
+        Move(fresh->prefixes.get(), block.prefixes.get() + keep, fresh->count);
+        firstPrefixes_.insert(firstPrefixes_.begin() + at + 1, fresh->prefixes[0]);
+    }
     block.count = keep;
     blocks_.insert(blocks_.begin() + at + 1, std::move(fresh));
     RebuildSums();
     NoteOwner(*blocks_[at + 1]);
 }
 
-void RecordOrder::Insert(std::uint32_t position, RecordNumber number) {
+void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix) {
     const std::uint32_t span = number - first_ + 1;
     if (span > owners_.size()) {
         std::vector<Block*> owners(std::bit_ceil(span));
@@ -147,8 +194,14 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number) {
         at = FindBlock(within);
     }
     Block& block = *blocks_[at];
-    MoveNumbers(block.numbers + within + 1, block.numbers + within, block.count - within);
+    Move(block.numbers + within + 1, block.numbers + within, block.count - within);
     block.numbers[within] = number;
+    if (HasPrefixes()) {
+        std::uint64_t* const prefixes = block.prefixes.get();
+        Move(prefixes + within + 1, prefixes + within, block.count - within);
+        prefixes[within] = prefix;
+        firstPrefixes_[at] = prefixes[0];
+    }
     ++block.count;
     owners_[number & (owners_.size() - 1)] = &block;
     AddToSums(at, 1);
@@ -160,12 +213,18 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
     std::uint32_t within = position;
     const std::uint32_t at = FindBlock(within);
     Block& block = *blocks_[at];
-    MoveNumbers(block.numbers + within, block.numbers + within + 1, block.count - within - 1);
+    Move(block.numbers + within, block.numbers + within + 1, block.count - within - 1);
     --block.count;
     --count_;
+    if (HasPrefixes()) {
+        std::uint64_t* const prefixes = block.prefixes.get();
+        Move(prefixes + within, prefixes + within + 1, block.count - within);
+        firstPrefixes_[at] = prefixes[0];
+    }
     if (block.count != 0 || blocks_.size() == 1) {
         AddToSums(at, 0u - 1u);
     } else {
+        if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
         blocks_.erase(blocks_.begin() + at);
         sums_.pop_back();
         RebuildSums();

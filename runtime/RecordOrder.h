@@ -4,10 +4,12 @@
 // Two forms, chosen by itself. A run: the numbers are consecutive, so a position is a subtraction;
 // adding and removing at the ends keeps it. Blocks: numbers in blocks of at most kBlock, found by
 // running sums of the blocks' counts; any insertion or removal moves at most one block's numbers.
-// Positions here count from 0.
+// Blocks may carry a 64-bit sort prefix beside each number, so that a search in a sorted order
+// compares integers that lie side by side. Positions here count from 0.
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace zorvane {
@@ -45,23 +47,65 @@ class RecordOrder {
     // Turns a run into blocks (the numbers stay as they are). O(n). May throw, then nothing
     // changed.
     void ToBlocks();
-    // Blocks only: puts a number at a position. Numbers count up, wrapping, from the first that the
+    // Blocks only: puts a number, and its prefix where the order carries prefixes, at a position.
+    // Numbers count up, wrapping, from the first that the
     // run had. May throw, then nothing changed.
-    void Insert(std::uint32_t position, RecordNumber number);
+    void Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix = 0);
     // Blocks only: takes the number at a position away.
     void Erase(std::uint32_t position) noexcept;
+
+    // Blocks only: gives every number the prefix prefixOf(number); prefixes never decrease along
+    // the order. O(n). May throw, then nothing changed.
+    template <class PrefixOf>
+    void AttachPrefixes(PrefixOf&& prefixOf) {
+        std::vector<std::unique_ptr<std::uint64_t[]>> made;
+        for (std::size_t i = 0; i < blocks_.size(); ++i) {
+            made.push_back(std::make_unique<std::uint64_t[]>(kBlock));
+        }
+        firstPrefixes_.resize(blocks_.size());
+        for (std::size_t i = 0; i < blocks_.size(); ++i) {
+            Block& block = *blocks_[i];
+            for (std::uint32_t k = 0; k < block.count; ++k) made[i][k] = prefixOf(block.numbers[k]);
+            firstPrefixes_[i] = made[i][0];
+            block.prefixes = std::move(made[i]);
+        }
+    }
+    void DropPrefixes() noexcept { firstPrefixes_.clear(); }
+    [[nodiscard]] bool HasPrefixes() const noexcept { return !firstPrefixes_.empty(); }
 
     // The first position whose number fails `before`; numbers for which it holds stand in front.
     // O(log n) calls.
     template <class Before>
     [[nodiscard]] std::uint32_t PartitionPoint(Before&& before) const {
-        std::uint32_t low = 0;
-        std::uint32_t high = count_;
-        if (!isRun_) {
-            const std::uint32_t block = LastBlockWhoseFirst(before);
-            low = StartOf(block);
-            high = low + blocks_[block]->count;
-        }
+        return PartitionPointWithin(0, count_, before);
+    }
+    // The same in an order with prefixes, where `prefix` belongs to what is searched: `before` is
+    // asked only of numbers with the same prefix.
+    template <class Before>
+    [[nodiscard]] std::uint32_t PartitionPoint(std::uint64_t prefix, Before&& before) const {
+        const auto [first, last] = EqualPrefixes(prefix);
+        return PartitionPointWithin(first, last, before);
+    }
+
+    static constexpr std::uint32_t kBlock = 512;
+
+  private:
+    struct Block {
+        std::uint32_t count = 0;
+        std::uint32_t ordinal = 0;  // index in blocks_
+        RecordNumber numbers[kBlock];
+        std::unique_ptr<std::uint64_t[]> prefixes;  // kBlock of them, while the order has prefixes
+    };
+
+    void AddToSums(std::uint32_t block, std::uint32_t difference) noexcept;
+    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
+        std::uint64_t prefix) const noexcept;
+    [[nodiscard]] std::uint32_t FindBlock(std::uint32_t& position) const noexcept;
+    void ForgetCursor() const noexcept { cursorCount_ = 0; }
+    void NoteOwner(const Block& block) noexcept;
+    template <class Before>
+    [[nodiscard]] std::uint32_t PartitionPointWithin(std::uint32_t low, std::uint32_t high,
+                                                     Before& before) const {
         while (low < high) {
             const std::uint32_t middle = low + (high - low) / 2;
             if (before(At(middle))) {
@@ -72,34 +116,6 @@ class RecordOrder {
         }
         return low;
     }
-
-    static constexpr std::uint32_t kBlock = 512;
-
-  private:
-    struct Block {
-        std::uint32_t count = 0;
-        std::uint32_t ordinal = 0;  // index in blocks_
-        RecordNumber numbers[kBlock];
-    };
-
-    void AddToSums(std::uint32_t block, std::uint32_t difference) noexcept;
-    [[nodiscard]] std::uint32_t FindBlock(std::uint32_t& position) const noexcept;
-    void ForgetCursor() const noexcept { cursorCount_ = 0; }
-    template <class Before>
-    [[nodiscard]] std::uint32_t LastBlockWhoseFirst(Before& before) const {
-        std::uint32_t low = 0;
-        auto high = static_cast<std::uint32_t>(blocks_.size());
-        while (high - low > 1) {
-            const std::uint32_t middle = low + (high - low) / 2;
-            if (before(blocks_[middle]->numbers[0])) {
-                low = middle;
-            } else {
-                high = middle;
-            }
-        }
-        return low;
-    }
-    void NoteOwner(const Block& block) noexcept;
     void RebuildSums() noexcept;
     [[nodiscard]] RecordNumber Seek(std::uint32_t position) const noexcept;
     void Split(std::uint32_t block);
@@ -112,6 +128,7 @@ class RecordOrder {
     // Blocks in order, none empty unless it is the only one.
     std::vector<std::unique_ptr<Block>> blocks_;
     std::vector<std::uint32_t> sums_;  // a binary indexed tree over the blocks' counts, from 1
+    std::vector<std::uint64_t> firstPrefixes_;  // of each block; empty: no prefixes
     // The block of number n stands at n % size, a power of two no smaller than the numbers' span
     // (which begins at first_).
     std::vector<Block*> owners_;

@@ -66,9 +66,26 @@ class RecordStore {
         return static_cast<std::int32_t>(order_.PartitionPoint(passes)) + 1;
     }
 
+    // For a store whose records stand in an order that prefixOf(record) never contradicts: keeps
+    // these 64-bit prefixes beside the order, so that PartitionPoint compares integers. Every
+    // record inserted from then on must come with its prefix, and at its place. O(n). May throw,
+    // then nothing changed.
+    template <class PrefixOf>
+    void AttachPrefixes(PrefixOf&& prefixOf) {
+        if (order_.IsRun()) LeaveRun();
+        order_.AttachPrefixes([&](RecordNumber number) { return prefixOf(OfNumber(number)); });
+    }
+    void DropPrefixes() noexcept { order_.DropPrefixes(); }
+    [[nodiscard]] bool HasPrefixes() const noexcept { return order_.HasPrefixes(); }
+    template <class Before>
+    [[nodiscard]] std::int32_t PartitionPoint(std::uint64_t prefix, Before&& before) const {
+        const auto passes = [&](RecordNumber number) { return before(OfNumber(number)); };
+        return static_cast<std::int32_t>(order_.PartitionPoint(prefix, passes)) + 1;
+    }
+
     // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
     // O(1) at the ends of a run, else O(RecordOrder::kBlock). May throw, then nothing changed.
-    RecordNumber Insert(std::int32_t position);
+    RecordNumber Insert(std::int32_t position, std::uint64_t prefix = 0);
     // Makes Erase of this position possible. May throw, then nothing changed.
     void PrepareErase(std::int32_t position);
     // Closes a record after PrepareErase; whoever calls has moved its value out, so the bytes are
@@ -117,7 +134,7 @@ class RecordStore {
 };
 
 template <class Record>
-RecordNumber RecordStore<Record>::Insert(std::int32_t position) {
+RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t prefix) {
     const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
     const std::uint32_t count = order_.Count();
     if (order_.IsRun() && (at == count || at == 0)) {
@@ -128,7 +145,7 @@ RecordNumber RecordStore<Record>::Insert(std::int32_t position) {
     }
     if (order_.IsRun()) LeaveRun();
     const RecordNumber number = NextNumber();
-    order_.Insert(at, number);
+    order_.Insert(at, number, prefix);
     if (number == next_) {
         ++next_;
     } else {
