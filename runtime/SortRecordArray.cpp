@@ -1,12 +1,57 @@
 #include "runtime/SortRecordArray.h"
 
 #include <cstring>
+#include <string_view>
+
+#include "runtime/GapSort.h"
+#include "runtime/RankedOrder.h"
 
 namespace zorvane::modZorvane {
+namespace {
+
+using FieldAt = std::function<const void*(std::uint32_t)>;
+
+CompareMode ModeOf(std::int32_t mode) noexcept {
+    return mode == 0 ? CompareMode::Binary : CompareMode::Text;
+}
+
+std::vector<std::uint32_t> OrderOfLongs(std::size_t count, const FieldAt& fieldAt,
+                                        bool descending) {
+    std::vector<std::int32_t> values(count);
+    for (std::uint32_t i = 0; i < count; ++i) std::memcpy(&values[i], fieldAt(i), sizeof values[i]);
+    return RankedOrder(values, descending);
+}
+
+std::vector<std::uint32_t> OrderOfTexts(std::size_t count, const FieldAt& fieldAt,
+                                        std::int32_t mode, bool descending) {
+    std::vector<std::u16string_view> texts(count);
+    for (std::uint32_t i = 0; i < count; ++i) texts[i] = *static_cast<const Text*>(fieldAt(i));
+    return RankedOrder(texts, ModeOf(mode), descending);
+}
+
+// Each value is turned into text once, not once per comparison.
+std::vector<std::uint32_t> OrderOfVariants(std::size_t count, const FieldAt& fieldAt,
+                                           std::int32_t mode, bool descending) {
+    std::vector<Text> made(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        made[i] = ComparedText(*static_cast<const Variant*>(fieldAt(i)));
+    }
+    const std::vector<std::u16string_view> texts(made.begin(), made.end());
+    return RankedOrder(texts, ModeOf(mode), descending);
+}
+
+}  // namespace
 
 std::vector<std::uint32_t> SortedOrder(std::size_t count,
                                        const std::function<const void*(std::uint32_t)>& fieldAt,
                                        Comparer comparer, std::int32_t mode, bool descending) {
+    // One value is not looked at: it may have no text to be compared by.
+    if (count > 1 && comparer == CompareLong) return OrderOfLongs(count, fieldAt, descending);
+    if (count > 1 && comparer == CompareString)
+        return OrderOfTexts(count, fieldAt, mode, descending);
+    if (count > 1 && comparer == CompareVariant) {
+        return OrderOfVariants(count, fieldAt, mode, descending);
+    }
     struct Element {
         const void* field;
         std::uint32_t index;

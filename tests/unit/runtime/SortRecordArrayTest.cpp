@@ -68,6 +68,57 @@ TEST(SortRecordArray, TiesFallAsInTheLiteralStepsAtEveryGap) {
     }
 }
 
+// Catches a rank that joins or parts what the comparer does not: keys that differ behind a long
+// common lead, one that is the beginning of another, units above U+7FFF, case under either mode.
+TEST(SortRecordArray, TextsAndTaggedValuesFallAsInTheLiteralSteps) {
+    std::mt19937 random(7);
+    static const Text kTexts[] = {u"",
+                                  u"lead",
+                                  u"leader",
+                                  u"lead\0",
+                                  u"Lead",
+                                  u"lead1",
+                                  u"lead10",
+                                  u"lead9",
+                                  u"\xD800",
+                                  u"\xFFFF",
+                                  u"\u00C4",
+                                  u"\u00E4",
+                                  Text(std::u16string_view(u"lead\0\0", 6))};
+    for (const std::size_t n : {2u, 7u, 40u, 300u}) {
+        for (const std::int32_t mode : {0, 1}) {
+            for (const bool lead : {false, true}) {
+                std::vector<Text> texts;
+                for (std::size_t i = 0; i < n; ++i) {
+                    texts.push_back(
+                        Text(lead ? u"common lead " : u"") + kTexts[random() % std::size(kTexts)] +
+                        (random() % 3 == 0 ? Text(std::to_string(random() % 20)) : Text()));
+                }
+                for (const bool descending : {false, true}) {
+                    const CompareParameters parameters{mode, 0};
+                    std::vector<const Text*> literal;
+                    for (const Text& text : texts) literal.push_back(&text);
+                    LiteralSort(literal, descending, [&](const Text* a, const Text* b) {
+                        return CompareString(a, b, &parameters, 0);
+                    });
+                    std::vector<Variant> variants(texts.begin(), texts.end());
+                    const auto ofTexts = SortedOrder(
+                        n, [&](std::uint32_t i) { return &texts[i]; }, CompareString, mode,
+                        descending);
+                    const auto ofVariants = SortedOrder(
+                        n, [&](std::uint32_t i) { return &variants[i]; }, CompareVariant, mode,
+                        descending);
+                    for (std::size_t i = 0; i < n; ++i) {
+                        ASSERT_EQ(&texts[ofTexts[i]], literal[i])
+                            << n << " texts, mode " << mode << ", descending " << descending;
+                        ASSERT_EQ(ofTexts[i], ofVariants[i]);
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(SortRecordArray, AComparerThatRaisesMovesNothing) {
     std::vector<Variant> items;
     for (int i = 20; i > 0; --i) items.emplace_back(i);
