@@ -1,0 +1,109 @@
+#include "demos/TimingTable.h"
+
+#include <gtest/gtest.h>
+
+namespace zorvane {
+namespace {
+
+TEST(TimingTable_Texts, StandAsTheWindowShowsThem) {
+    const char16_t* const columns[] = {u"Description", u"Vesk Collection", u"ZVKeyList",
+                                       u"ZVCollection", u"Quarm_CollectionEx"};
+    for (int column = 0; column < TimingTable::kColumns; ++column) {
+        EXPECT_EQ(TimingTable::ColumnCaption(column), Text(columns[column]));
+    }
+    const char16_t* const rows[] = {u"Add method",
+                                    u"Item method (by string)",
+                                    u"Item method (by index)",
+                                    u"Item method (non-existing key)",
+                                    u"Sub-Total.. Add & Item methods",
+                                    u"",
+                                    u"For .. Each Loop",
+                                    u"For .. Next Loop",
+                                    u"",
+                                    u"Remove method (by string)",
+                                    u"Remove method (by index)",
+                                    u"",
+                                    u"",
+                                    u""};
+    for (int row = 1; row <= TimingTable::kRows; ++row) {
+        EXPECT_EQ(TimingTable::Description(row), Text(rows[row - 1]));
+    }
+}
+
+TEST(TimingTable_ClearColumn, LeavesTheOtherColumnsAndTheLastRows) {
+    TimingTable table;
+    for (const int row : {1, 11, 12}) {
+        table.Set(2, 100, {row, u"a", {0.001, 100}});
+        table.Set(3, 200, {row, u"b", {0.001, 200}});
+    }
+    table.ClearColumn(2);
+    EXPECT_EQ(table.Shown(1, 2), Text());
+    EXPECT_EQ(table.Shown(11, 2), Text());
+    EXPECT_FALSE(table.Fine(11, 2));
+    EXPECT_EQ(table.ToolTip(1, 2), Text());
+    EXPECT_EQ(table.Items(2), 0);
+    EXPECT_EQ(table.Shown(12, 2), Text(u"a"));
+    EXPECT_EQ(table.Shown(11, 3), Text(u"b"));
+    EXPECT_EQ(table.Items(3), 200);
+}
+
+TEST(TimingTable_ToolTip, TellsTheFineTimeAndTheTimeOfOneOperation) {
+    TimingTable table;
+    table.Set(2, 2000, {1, u"0.0000", {0.0004, 2000}});
+    EXPECT_EQ(table.ToolTip(1, 2),
+              Text(u"ZVKeyList, Add method\n400 \u00B5s for 2,000 operations, 200 ns each"));
+    table.Set(2, 2000, {2, u"0.0000", {0, 0}});
+    EXPECT_EQ(table.ToolTip(2, 2),
+              Text(u"ZVKeyList, Item method (by string)\n0.00 ns for 0 operations, 0.00 ns each"));
+}
+
+TEST(TimingTable_Export, HasALinePerDescribedRowAndQuotesWhatNeedsIt) {
+    TimingTable table;
+    table.Set(1, 2000, {10, u"Not Applicable", {0.0015, 1000}});
+    table.Set(4, 2000, {1, u"1,5 \"x\"", {0.25, 2000}});
+    const auto lines = table.Lines();
+    ASSERT_EQ(lines.size(), 10u);
+    for (const auto& line : lines) EXPECT_EQ(line.size(), 13u);
+    EXPECT_EQ(lines[0][9], Text(u"Vesk Collection (ns per operation)"));
+    EXPECT_EQ(lines[8][1], Text(u"Not Applicable"));
+    EXPECT_EQ(lines[8][5], Text(u"1.500000"));
+    EXPECT_EQ(lines[8][9], Text(u"1500.0"));
+    const std::string csv = table.AsCsv().ToUtf8();
+    EXPECT_NE(csv.find("\r\nAdd method,,,,\"1,5 \"\"x\"\"\",,,,250.000000,,,,125000.0\r\n"),
+              std::string::npos)
+        << csv;
+    EXPECT_TRUE(csv.ends_with("\r\n"));
+    const std::string html = table.AsHtml().ToUtf8();
+    EXPECT_NE(html.find("<tr><td>Sub-Total.. Add &amp; Item methods</td><td></td>"),
+              std::string::npos)
+        << html;
+    EXPECT_NE(table.AsTabbed().ToUtf8().find("\nAdd method\t\t\t\t1,5 \"x\"\t"), std::string::npos);
+}
+
+TEST(DurationText, KeepsThreeDigitsAndChangesTheUnitBeforeAThousand) {
+    const struct {
+        double seconds;
+        const char16_t* text;
+    } rows[] = {{0, u"0.00 ns"},
+                {1.234e-9, u"1.23 ns"},
+                {9.996e-9, u"10.0 ns"},
+                {99.96e-9, u"100 ns"},
+                {999.4e-9, u"999 ns"},
+                {999.6e-9, u"1.00 \u00B5s"},
+                {12.34e-6, u"12.3 \u00B5s"},
+                {0.0015, u"1.50 ms"},
+                {1.6, u"1.60 s"},
+                {12345, u"12345 s"},
+                {-0.0015, u"-1.50 ms"}};
+    for (const auto& row : rows) EXPECT_EQ(DurationText(row.seconds), Text(row.text));
+}
+
+TEST(GroupedText, PutsCommasBetweenThousands) {
+    EXPECT_EQ(GroupedText(999), Text(u"999"));
+    EXPECT_EQ(GroupedText(1000), Text(u"1,000"));
+    EXPECT_EQ(GroupedText(-123456), Text(u"-123,456"));
+    EXPECT_EQ(GroupedText(1234567), Text(u"1,234,567"));
+}
+
+}  // namespace
+}  // namespace zorvane
