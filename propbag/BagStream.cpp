@@ -36,7 +36,7 @@ void WriteTexts(StreamEncoder& encoder, const BagState& state, Text BagEntry::*c
 class BagReader {
   public:
     BagReader(std::span<const std::int16_t> words, StreamCare care)
-        : words_(words), care_(care), decoder_(words, kMarkerWords, care) {}
+        : care_(care), decoder_(words, kMarkerWords, care) {}
 
     // Fills `reading` as far as the stream goes. Throws StreamDamage, and Error for a value that is
     // not of the kind due at Began().
@@ -64,7 +64,6 @@ class BagReader {
             entry.Value = Next();
             reading.State.Entries.push_back(std::move(entry));
             reading.ValueWords.push_back(began_);
-            if (decoder_.Position() >= words_.size()) break;  // the flags are missed next
         }
     }
     Variant NextTexts(std::int32_t count) {
@@ -87,7 +86,6 @@ class BagReader {
         return value;
     }
 
-    std::span<const std::int16_t> words_;
     StreamCare care_;
     StreamDecoder decoder_;
     std::size_t began_ = kMarkerWords;

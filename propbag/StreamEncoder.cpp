@@ -58,7 +58,6 @@ void StreamEncoder::Write(const Variant& value) {
     WriteWord(width);
     if (type == VarType::String) return WriteText(value.TextUnchecked());
     std::uint64_t bits = value.ScalarBits();
-    if (width == 1) bits &= 0xFF;
     for (std::uint16_t byte = 0; byte < width; byte += 2, bits >>= 16) {
         WriteWord(static_cast<std::uint16_t>(bits & 0xFFFF));
     }

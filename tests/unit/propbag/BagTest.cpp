@@ -497,6 +497,9 @@ TEST(ZVPropertyBag_Late, EveryMemberIsReachedByName) {
     EXPECT_EQ(call(u"ReadProperty", {u"c", u"default"}), Variant(u"default"));
     EXPECT_EQ(call(u"ReadProperty", {u"x", omitted, 3}), Variant(5));
     call(u"Remove", {u"d"});
+    call(u"WriteProperty", {u"e", Variant::FromError(5)});  // an error code, not an omission
+    EXPECT_EQ(bag->Item(u"e"), Variant::FromError(5));
+    call(u"Remove", {3});
     late.Set(u"Changed", false);
     EXPECT_EQ(late.Get(u"Changed"), Variant(false));
     late.Set(u"Granularity", u"20.5");

@@ -160,6 +160,27 @@ TEST(Contents_Damaged, NestedArraysCannotClaimTheSameWordsTwice) {
     }
 }
 
+// Sound but for their depth: a reader that followed them would run out of stack.
+TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
+    for (const int depth : {kStreamDepth, kStreamDepth + 1, 200'000}) {
+        const Words level = Hex("200C 0010 0001 0000 0000 0000 0000 0000");
+        Words value;
+        for (int i = 0; i < depth; ++i) value.insert(value.end(), level.begin(), level.end());
+        value.insert(value.end(), {3, 4, 1, 0});
+        ZVPropertyBag bag;
+        AssignHostile(bag, OneEntry(value), "depth " + std::to_string(depth));
+        EXPECT_EQ(bag.Count(), depth == kStreamDepth ? 1 : 0);
+    }
+    // Beside one another there may be any number.
+    Array wide(VarType::Variant, 0, 2 * kStreamDepth);
+    for (std::int32_t i = 0; i < wide.Count(); ++i) wide.SetAt(i, Array(VarType::Variant, 0, 1));
+    ZVPropertyBag bag;
+    bag.WriteProperty(u"V", wide);
+    ZVPropertyBag read;
+    read.SetContents(bag.Contents());
+    EXPECT_EQ(read.Item(u"V"), Variant(wide));
+}
+
 TEST(Contents_Damaged, BoundsWithoutDataCannotClaimMemoryAgainAndAgain) {
     Words value = Hex("200C 0010 4E20 0000 0000 0000 4E1F 0000");  // 20,000 values
     for (int i = 0; i < 20'000; ++i) {
@@ -216,6 +237,8 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         EXPECT_EQ(reading.Damage->Word, row.named) << row.what << ": " << reading.Damage->what();
     }
     EXPECT_FALSE(DecodeBag(TwoEntries(), StreamCare::Checker).Damage);
+    EXPECT_FALSE(DecodeBag(Hex("D8F1 D8F1 0003"), StreamCare::Checker).Damage);
+    EXPECT_EQ(DecodeBag(Hex("D8F1 FFFF 0003"), StreamCare::Checker).Damage.value().Word, 0u);
 }
 
 }  // namespace

@@ -197,7 +197,11 @@ TEST_F(ZVPropertyBag_Objects, ObjectsThatContainOneAnotherRaiseInsteadOfEndingTh
     const auto ann = MakeObject<Person>(u"Ann");
     const auto bea = MakeObject<Person>(u"Bea", ann);
     ann->Child = bea;
-    EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"P", ann); }), 5);
+    const auto error = RaisedBy([&] { bag_.WriteProperty(u"P", ann); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Number, 5);
+    EXPECT_EQ(error->Description, u"The object is being written already");
+    EXPECT_EQ(ann->Diary, "write ");
     EXPECT_EQ(bag_.Count(), 0);
     bea->Child = bea;
     EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"P", bea); }), 5);
@@ -236,7 +240,33 @@ TEST_F(ZVPropertyBag_Objects, AnObjectMayUseTheBagWhileItIsWritten) {
     person->OnWrite = [&] { bag_.WriteProperty(u"C", 3, {.Index = 2}); };
     person->Name = u"Zoe";
     bag_.WriteProperty(u"B", person);
+    EXPECT_EQ(bag_.Count(), 2);
     EXPECT_EQ(ViewAs<Person>(bag_.ReadProperty(u"", {.Index = 1}).AsObject())->Name, u"Ann");
+}
+
+TEST_F(ZVPropertyBag_Objects, AnObjectMayClearTheBagWhileItIsRead) {
+    class Clearer : public Person {
+      public:
+        explicit Clearer(ZVPropertyBag& bag) : bag_(bag) {}
+        void ReadProperties(ZVPropertyBag& bag) override {
+            bag_.Clear();
+            Person::ReadProperties(bag);
+        }
+
+      private:
+        ZVPropertyBag& bag_;
+    };
+    CreatableClasses().Register(u"Clearer", [&] { return Ref<Object>(MakeObject<Clearer>(bag_)); });
+    const auto stored = MakeObject<Person>(u"Ann");
+    stored->Class = u"Clearer";
+    for (const bool inPlace : {false, true}) {
+        bag_.WriteProperty(u"P", stored);
+        const auto object = MakeObject<Clearer>(bag_);
+        const Variant byDefault = inPlace ? Variant(object) : Variant();
+        const Variant read = bag_.ReadProperty(u"P", {.Default = byDefault});
+        EXPECT_EQ(ViewAs<Person>(read.AsObject())->Name, u"Ann");
+        EXPECT_EQ(bag_.Count(), 0);
+    }
 }
 
 TEST_F(ZVPropertyBag_Objects, AnObjectMayKeepTheBagThatItWasGiven) {
