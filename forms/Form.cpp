@@ -214,18 +214,18 @@ bool Form::CloseOwned() {
 void Form::Place(const Form* owner) {
     constexpr int kAside = 28;
     const QRect room = (owner ? owner->screen() : screen())->availableGeometry();
-    const QSize outer = size().grownBy(FramePlacement::UsualBorders());
+    const QMargins borders = FramePlacement::UsualBorders();
     const bool beside = owner && owner->isVisible();
-    QRect frame(QPoint(), outer);
-    frame.moveCenter(beside ? owner->frameGeometry().center() : room.center());
+    QRect frame(QPoint(), size().grownBy(borders));
+    frame.moveCenter(beside ? owner->placement_.Outer().center() : room.center());
     if (beside && windowModality() == Qt::NonModal) {
-        frame.moveTopLeft(owner->frameGeometry().topLeft() + QPoint(kAside, kAside));
+        frame.moveTopLeft(owner->placement_.Outer().topLeft() + QPoint(kAside, kAside));
     }
     frame.moveRight(std::min(frame.right(), room.right()));
     frame.moveBottom(std::min(frame.bottom(), room.bottom()));
     frame.moveLeft(std::max(frame.left(), room.left()));
     frame.moveTop(std::max(frame.top(), room.top()));
-    move(frame.topLeft());
+    setGeometry(frame.marginsRemoved(borders));
 }
 
 // The form may be in the middle of an event of its own; its last reference goes after that.

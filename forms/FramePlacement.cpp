@@ -16,6 +16,20 @@ constexpr int kStepTime = 10;  // milliseconds
 
 QMargins usualBorders;
 
+// What the window manager has put around a window; nothing while that is not known. In between, the
+// toolkit takes the whole screen for the frame: borders that no person would bear are no borders.
+QMargins BordersOf(const QWidget& window) {
+    constexpr int kThickest = 100;
+    const QWindow* handle = window.windowHandle();
+    if (!handle) return {};
+    const QMargins borders = handle->frameMargins();
+    for (const int side : {borders.left(), borders.top(), borders.right(), borders.bottom()}) {
+        if (side < 0 || side > kThickest) return {};
+    }
+    if (!borders.isNull()) usualBorders = borders;
+    return borders;
+}
+
 }  // namespace
 
 QRect WithinReach(QRect frame) {
@@ -62,11 +76,7 @@ TwipRect FramePlacement::Frame() const {
 
 void FramePlacement::Shown() {
     if (!wanted_.Any()) {
-        QTimer::singleShot(kSteps * kStepTime, &window_, [this] {
-            if (const QWindow* handle = window_.windowHandle()) {
-                if (!handle->frameMargins().isNull()) usualBorders = handle->frameMargins();
-            }
-        });
+        QTimer::singleShot(kSteps * kStepTime, &window_, [this] { BordersOf(window_); });
         return;
     }
     stepsLeft_ = kSteps;
@@ -83,9 +93,13 @@ void FramePlacement::Apply(const QMargins& borders) {
                      std::max(1, pixels(wanted_.Width, size.width())),
                      std::max(1, pixels(wanted_.Height, size.height())));
     const QRect frame = WithinReach(wish);
-    const QSize inner = frame.size().shrunkBy(borders).expandedTo(QSize(1, 1));
-    if (window_.size() != inner) window_.resize(inner);
-    if (Placed() && now.Outer.topLeft() != frame.topLeft()) window_.move(frame.topLeft());
+    const QRect inner(frame.topLeft() + QPoint(borders.left(), borders.top()),
+                      frame.size().shrunkBy(borders).expandedTo(QSize(1, 1)));
+    if (Placed()) {
+        if (window_.geometry() != inner) window_.setGeometry(inner);
+    } else if (window_.size() != inner.size()) {
+        window_.resize(inner.size());
+    }
     applied_ = Now();
 }
 
@@ -119,8 +133,7 @@ void FramePlacement::Step() {
         return;
     }
     --stepsLeft_;
-    const QMargins borders = window_.windowHandle()->frameMargins();
-    if (!borders.isNull()) usualBorders = borders;
+    const QMargins borders = BordersOf(window_);
     if (!borders.isNull() || stepsLeft_ == 0) Apply(borders);
     const bool heard = !borders.isNull() && stepsLeft_ < kSteps - 5;
     if (heard && applied_.Outer.size() == Now().Inner.size().grownBy(borders)) stepsLeft_ = 0;
@@ -130,9 +143,9 @@ void FramePlacement::Step() {
 FramePlacement::Pixels FramePlacement::Now() const {
     const bool plain = !(window_.windowState() &
                          (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen));
-    if (plain) return {window_.frameGeometry(), window_.geometry()};
-    const QRect inner = window_.normalGeometry();
-    return {inner.marginsAdded(usualBorders), inner};
+    const QRect inner = plain ? window_.geometry() : window_.normalGeometry();
+    const QMargins borders = BordersOf(window_);
+    return {inner.marginsAdded(borders.isNull() ? usualBorders : borders), inner};
 }
 
 }  // namespace zorvane

@@ -32,6 +32,8 @@ class FramePlacement {
     void Shown();
     // No step of an assignment is outstanding.
     [[nodiscard]] bool Settled() const noexcept { return stepsLeft_ == 0; }
+    // The frame in pixels.
+    [[nodiscard]] QRect Outer() const { return Now().Outer; }
     // The borders that windows of this program were last given.
     [[nodiscard]] static QMargins UsualBorders() noexcept;
 
