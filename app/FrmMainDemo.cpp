@@ -6,6 +6,7 @@
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"
 #include "app/modStartUp.h"
+#include "demos/FrmDemo1.h"
 #include "demos/frmDemo0.h"
 #include "demos/frmDemo2.h"
 #include "forms/FontRecord.h"
@@ -110,18 +111,19 @@ void FrmMainDemo::CloseBtn_Click() {
 
 void FrmMainDemo::Command1_Click(std::int16_t Index) {
     Screen::The().SetMousePointer(Pointer::Hourglass);
+    // A demonstration announces that the order form is wanted; it does not know it.
+    const auto show = [this]<class Window>(const Ref<Window>& window) {
+        On(window.Get(), &Window::OrderRequested,
+           [owner = window.Get()] { MakeObject<frmOrder>()->ShowModal(owner); });
+        window->ShowModal(this);
+    };
     switch (Index) {
         case 1:
-            break;
+            return show(MakeObject<FrmDemo1>());
         case 2:
-            ShowPropBagDemo();
-            break;
-        default: {
-            const Ref<frmDemo0> window = MakeObject<frmDemo0>();
-            On(window.Get(), &frmDemo0::OrderRequested,
-               [owner = window.Get()] { MakeObject<frmOrder>()->ShowModal(owner); });
-            window->ShowModal(this);
-        }
+            return ShowPropBagDemo();
+        default:
+            return show(MakeObject<frmDemo0>());
     }
 }
 

@@ -1,0 +1,197 @@
+#include "demos/FrmDemo1.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+#include "demos/TimingChart.h"
+#include "forms/Dialogs.h"
+#include "forms/FontRecord.h"
+#include "forms/Label.h"
+#include "forms/ListView.h"
+#include "forms/Screen.h"
+#include "forms/Strings.h"
+#include "platform/NumberText.h"
+
+namespace zorvane {
+
+FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
+    : Form("FrmDemo1"),
+      clocks_(std::move(clocks)),
+      label1_(new Label(this)),
+      text1_(new QLineEdit(this)),
+      label2_(new Label(this)),
+      list_(new ListView(this)),
+      chart_(new TimingChart(table_, this)),
+      copyBtn_(Button("CopyBtn", QStringLiteral("Cop&y Table"))),
+      saveBtn_(Button("SaveBtn", QStringLiteral("&Save As CSV..."))),
+      orderBtn_(Button("OrderBtn", QStringLiteral("&Order Zorvane"))),
+      closeBtn_(Button("CloseBtn", QStringLiteral("&Close"))) {
+    SetCaption(u"Zorvane - Class Code Generator Demonstration");
+    label1_->setObjectName(QStringLiteral("Label1"));
+    label1_->SetCaption(u"Number of Items In Collection:");
+    label1_->setBuddy(text1_);
+    label2_->setObjectName(QStringLiteral("Label2"));
+    label2_->SetCaption(u"Min: 2000  .....  Max: 10000 Items");
+    text1_->setObjectName(QStringLiteral("Text1"));
+    text1_->setAccessibleName(QStringLiteral("Number of items in collection"));
+    text1_->setMaxLength(12);
+    list_->setObjectName(QStringLiteral("LV"));
+    list_->setAccessibleName(QStringLiteral("Times of each container in seconds"));
+    list_->setFont(CompactFont(8.25));
+    for (std::size_t i = 0; i < kContenders.size(); ++i) {
+        const ContenderInfo& contender = kContenders.at(i);
+        QPushButton* const button = Button(contender.Button, ToQString(contender.ButtonCaption));
+        const QString digit = QString::number(i + 1);
+        button->setShortcut(QKeySequence(QStringLiteral("Alt+") + digit));
+        button->setToolTip(QStringLiteral("Times this container (Alt+%1)").arg(digit));
+        contenders_.at(i) = button;
+    }
+    On(contenders_[0], &QPushButton::clicked, [this] { Command1_Click(); });
+    On(contenders_[1], &QPushButton::clicked, [this] { Command2_Click(); });
+    On(contenders_[2], &QPushButton::clicked, [this] { Command5_Click(); });
+    On(contenders_[3], &QPushButton::clicked, [this] { Command3_Click(); });
+    On(copyBtn_, &QPushButton::clicked, [this] { CopyBtn_Click(); });
+    On(saveBtn_, &QPushButton::clicked, [this] { SaveBtn_Click(); });
+    On(orderBtn_, &QPushButton::clicked, [this] { OrderBtn_Click(); });
+    On(closeBtn_, &QPushButton::clicked, [this] { CloseBtn_Click(); });
+    SetCancelButton(closeBtn_);
+    LayOut();
+}
+
+QPushButton* FrmDemo1::Button(const char* name, const QString& caption) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(QLatin1String(name));
+    return button;
+}
+
+void FrmDemo1::LayOut() {
+    auto* count = new QHBoxLayout;
+    count->addWidget(label1_);
+    text1_->setFixedWidth(ToPixels(1100));
+    count->addWidget(text1_);
+    count->addSpacing(12);
+    count->addWidget(label2_);
+    count->addStretch();
+
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* button : contenders_) {
+        button->setMinimumHeight(ToPixels(480));
+        buttons->addWidget(button);
+    }
+    buttons->addStretch();
+    for (QPushButton* button : {copyBtn_, saveBtn_, orderBtn_, closeBtn_}) {
+        buttons->addWidget(button);
+    }
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(10);
+    layout->addLayout(count, 0, 0, 1, 2);
+    layout->addWidget(list_, 1, 0);
+    layout->addLayout(buttons, 1, 1);
+    layout->addWidget(chart_, 2, 0, 1, 2);
+    layout->setColumnStretch(0, 1);
+    layout->setRowStretch(2, 1);
+
+    QWidget* previous = text1_;
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             contenders_[0], contenders_[1], contenders_[2], contenders_[3], list_, copyBtn_,
+             saveBtn_, orderBtn_, closeBtn_}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
+    resize(ToPixels(10800), ToPixels(10200));
+    contenders_[0]->setFocus();
+}
+
+void FrmDemo1::Form_Load() {
+    run_.emplace(BuildTestData(ProgramRandom()), clocks_);
+    text1_->setText(ToQString(LongText(TestData::kItems / 5)));
+    for (int column = 0; column < TimingTable::kColumns; ++column) {
+        list_->AddColumn(ToQString(TimingTable::ColumnCaption(column)),
+                         TimingTable::ColumnWidth(column),
+                         column == 0 ? Qt::AlignLeft : Qt::AlignRight);
+    }
+    for (int row = 1; row <= TimingTable::kRows; ++row) {
+        list_->AddRow({ToQString(TimingTable::Description(row))});
+    }
+    const int height = list_->sizeHintForRow(0) * TimingTable::kRows +
+                       list_->header()->sizeHint().height() + 2 * list_->frameWidth();
+    list_->setFixedHeight(height);
+    Refresh();
+    Screen::The().SetMousePointer(Pointer::Default);
+}
+
+void FrmDemo1::RunContender(Contender contender) {
+    const int column = static_cast<int>(contender);
+    Screen::The().SetMousePointer(Pointer::Hourglass);
+    ClearColumn(column);
+    const ItemCount count = ReadItemCount(ToText(text1_->text()));
+    if (count.Corrected) text1_->setText(ToQString(*count.Corrected));
+    run_->Run(contender, count.Items, [&](const TimingCell& cell) {
+        table_.Set(column, count.Items, cell);
+        AddToList(cell.Row, column, cell.Shown);
+        Refresh();
+    });
+    Screen::The().SetMousePointer(Pointer::Default);
+}
+
+void FrmDemo1::AddToList(int row, int column, const Text& value) {
+    list_->SetCell(row, column, ToQString(value));
+    list_->SetCellToolTip(row, column, ToQString(table_.ToolTip(row, column)));
+}
+
+void FrmDemo1::ClearColumn(int column) {
+    table_.ClearColumn(column);
+    for (int row = 1; row <= TimingTable::kClearedRows; ++row) AddToList(row, column, {});
+    Refresh();
+}
+
+// At once and without letting other input in: a run fills the table row by row.
+void FrmDemo1::Refresh() {
+    list_->viewport()->repaint();
+    chart_->repaint();
+}
+
+void FrmDemo1::CloseBtn_Click() {
+    Unload();
+}
+
+void FrmDemo1::CopyBtn_Click() {
+    auto* both = new QMimeData;  // the clipboard takes it over
+    both->setText(ToQString(table_.AsTabbed()));
+    both->setHtml(ToQString(table_.AsHtml()));
+    QGuiApplication::clipboard()->setMimeData(both);
+}
+
+void FrmDemo1::OrderBtn_Click() {
+    Q_EMIT OrderRequested();
+}
+
+void FrmDemo1::SaveBtn_Click() {
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const auto path =
+        Dialogs::Current().SaveFileName(this, QStringLiteral("Save the Times"),
+                                        documents.filePath(QStringLiteral("Zorvane times.csv")),
+                                        QStringLiteral("Tables (*.csv);;All files (*)"));
+    if (!path) return;
+    QSaveFile file(*path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(ToQString(table_.AsCsv()).toUtf8());
+        if (file.commit()) return;
+    }
+    Dialogs::Current().Message(
+        this, windowTitle(), QStringLiteral("The times could not be saved.\n") + file.errorString(),
+        Dialogs::Kind::Warning);
+}
+
+}  // namespace zorvane
