@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "platform/Error.h"
 
 namespace zorvane::test {

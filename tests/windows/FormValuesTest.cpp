@@ -5,7 +5,7 @@
 #include <QPalette>
 #include <cmath>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "forms/Colour.h"
 #include "forms/FitText.h"
 #include "forms/FontRecord.h"

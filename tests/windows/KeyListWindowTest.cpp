@@ -2,7 +2,7 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "demos/frmDemo0.h"
 #include "forms/Label.h"
 #include "forms/ListView.h"

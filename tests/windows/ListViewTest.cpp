@@ -3,7 +3,7 @@
 #include <QClipboard>
 #include <QMimeData>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

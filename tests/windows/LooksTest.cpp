@@ -11,7 +11,7 @@
 #include <QScrollBar>
 #include <set>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "app/FrmMainDemo.h"
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"

@@ -1,7 +1,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "app/FrmMainDemo.h"
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"

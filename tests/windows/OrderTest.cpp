@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "app/Order.h"
 #include "app/frmOrder.h"
 #include "app/frmOrderSummary.h"

@@ -1,7 +1,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 
-#include "Drive.h"
+#include "tests/windows/Drive.h"
 #include "app/Version.h"
 #include "app/frmSplash.h"
 #include "forms/Label.h"
