@@ -2,8 +2,8 @@
 
 #include <QPushButton>
 
-#include "tests/windows/Drive.h"
 #include "platform/Error.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

@@ -5,12 +5,12 @@
 #include <QPalette>
 #include <cmath>
 
-#include "tests/windows/Drive.h"
 #include "forms/Colour.h"
 #include "forms/FitText.h"
 #include "forms/FontRecord.h"
 #include "forms/Strings.h"
 #include "forms/Twips.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

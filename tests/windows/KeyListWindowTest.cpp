@@ -2,11 +2,11 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "tests/windows/Drive.h"
 #include "demos/frmDemo0.h"
 #include "forms/Label.h"
 #include "forms/ListView.h"
 #include "forms/Strings.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

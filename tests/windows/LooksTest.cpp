@@ -11,7 +11,6 @@
 #include <QScrollBar>
 #include <set>
 
-#include "tests/windows/Drive.h"
 #include "app/FrmMainDemo.h"
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"
@@ -22,6 +21,7 @@
 #include "forms/FitText.h"
 #include "forms/Strings.h"
 #include "forms/WrapButton.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

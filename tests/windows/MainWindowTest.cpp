@@ -1,7 +1,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "tests/windows/Drive.h"
 #include "app/FrmMainDemo.h"
 #include "app/FrmThank.h"
 #include "app/frmOrder.h"
@@ -11,6 +10,7 @@
 #include "forms/Label.h"
 #include "forms/Strings.h"
 #include "forms/WrapButton.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

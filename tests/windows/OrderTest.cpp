@@ -6,11 +6,11 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
-#include "tests/windows/Drive.h"
 #include "app/Order.h"
 #include "app/frmOrder.h"
 #include "app/frmOrderSummary.h"
 #include "forms/Strings.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {

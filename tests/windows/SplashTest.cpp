@@ -1,11 +1,11 @@
 #include <QProgressBar>
 #include <QPushButton>
 
-#include "tests/windows/Drive.h"
 #include "app/Version.h"
 #include "app/frmSplash.h"
 #include "forms/Label.h"
 #include "platform/Error.h"
+#include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {
