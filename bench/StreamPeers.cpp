@@ -2,6 +2,8 @@
 #include "bench/Harness.h"
 #include "bench/StreamData.h"
 
+#include "propbag/ZVPropertyBag.h"
+
 #include <sstream>
 #include <streambuf>
 
@@ -97,6 +99,46 @@ void memcpyLine(const char* bagName, size_t bytes, int reps) {
     }
     report("memcpy, warm target", bagName, bytes, median(warm), median(warm));
     report("memcpy, fresh malloc", bagName, bytes, median(fresh), median(fresh));
+}
+
+// The bag of this project, filled outside the timing.
+struct OurStream {
+    zorvane::Array words;
+    size_t size() const { return 2 * size_t(words.Count()); }
+};
+struct OurBag {
+    zorvane::ZVPropertyBag bag;
+    size_t size() const { return size_t(bag.Count()); }
+};
+zorvane::Variant ourValue(const StreamValue& value) {
+    return std::visit(
+        [](const auto& x) -> zorvane::Variant {
+            using T = std::decay_t<decltype(x)>;
+            if constexpr (std::is_same_v<T, std::monostate>) {
+                return {};
+            } else if constexpr (std::is_same_v<T, std::vector<int16_t>>) {
+                return zorvane::Array::OfWords(x);
+            } else if constexpr (std::is_same_v<T, std::vector<uint8_t>>) {
+                zorvane::Array bytes(zorvane::VarType::Byte, 0, int32_t(x.size()));
+                std::ranges::copy(std::as_bytes(std::span(x)), bytes.MutableBytes().begin());
+                return bytes;
+            } else {
+                return x;
+            }
+        },
+        value);
+}
+void ours(const char* bagName, const StreamBag& bag, int reps) {
+    zorvane::ZVPropertyBag filled;
+    for (auto& e : bag) filled.WriteProperty(e.name, ourValue(e.value));
+    measure(
+        "ZVPropertyBag", bagName, bag, reps,
+        [&](const StreamBag&) { return OurStream{filled.Contents()}; },
+        [](const OurStream& in) {
+            OurBag back;
+            back.bag.SetContents(in.words);
+            return back;
+        });
 }
 
 #ifdef PEER_QT
@@ -248,6 +290,7 @@ int main(int argc, char** argv) {
     } sets[] = {{"mixed", mixed, 101 * scale}, {"array", big, 9 * scale}};
     for (auto& s : sets) {
         memcpyLine(s.name, 2 * streamWords(s.bag), s.reps);
+        ours(s.name, s.bag, s.reps);
 #ifdef PEER_QT
         qt(s.name, s.bag, s.reps);
 #endif

@@ -257,15 +257,6 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     return position;
 }
 
-void ZVCollectionEx::Reordered() noexcept {
-    index_.Clear();
-    // From the end: of keys that a copied source repeated, a look-up gives the last.
-    for (std::int32_t i = Count(); i >= 1; --i) {
-        index_.Insert(records_.At(i).Key.FoldedHash(), records_.NumberAt(i));
-    }
-    Rehash(capacity_);
-}
-
 // Gives every record the slot that it has in a table of 2 * Capacity() + 1 slots after all that
 // happened to it: first those of the last re-hash in position order, then the later ones in theirs.
 void ZVCollectionEx::SeatRecords() const {

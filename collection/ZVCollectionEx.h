@@ -102,7 +102,11 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
     [[nodiscard]] static CollectionRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;
-    void Reordered() noexcept;
+    template <class NewNumberOf>
+    void Renumbered(NewNumberOf&& newNumberOf) noexcept {
+        index_.Renumber(newNumberOf);
+        Rehash(capacity_);
+    }
     void SeatRecords() const;
 
     KeyIndex index_;  // every record under the folded hash of its key

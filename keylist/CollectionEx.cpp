@@ -242,12 +242,10 @@ void CollectionEx::SortRecords() {
     const auto order = modZorvane::SortedOrder(
         lowered.size(), [&](std::uint32_t i) { return &lowered[i]; }, modZorvane::CompareString,
         static_cast<std::int32_t>(CompareMode::Binary), false);
-    records_.Reorder(order);
-    index_.Clear();
+    records_.Reorder(order, [&](auto&& newNumberOf) { index_.Renumber(newNumberOf); });
+    // A key's lower-cased form has the same folded hash.
     for (std::int32_t i = 1; i <= Count(); ++i) {
-        Record& record = records_.At(i);
-        swap(record.Key, lowered[order[static_cast<std::size_t>(i) - 1]]);
-        index_.Insert(record.Key.FoldedHash(), records_.NumberAt(i));
+        swap(records_.At(i).Key, lowered[order[static_cast<std::size_t>(i) - 1]]);
     }
 }
 

@@ -235,13 +235,6 @@ void KeyListEX::Rename(RecordNumber number, Text& key) noexcept {
     swap(record.Key, key);
 }
 
-void KeyListEX::Reordered() noexcept {
-    index_.Clear();
-    for (std::int32_t i = 1; i <= Count(); ++i) {
-        index_.Insert(records_.At(i).Key.FoldedHash(), records_.NumberAt(i));
-    }
-}
-
 void KeyListEX::SetGranularity(std::int32_t value) noexcept {
     settings_.Granularity = std::clamp(value, kLeastGranularity, kGreatestGranularity);
 }

@@ -95,7 +95,10 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] Search Look(Text key);
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
     void Rename(RecordNumber number, Text& key) noexcept;
-    void Reordered() noexcept;
+    template <class NewNumberOf>
+    void Renumbered(NewNumberOf&& newNumberOf) noexcept {
+        index_.Renumber(newNumberOf);
+    }
 
     KeyIndex index_;  // every record under the folded hash of its key
     std::int32_t capacity_ = 0;

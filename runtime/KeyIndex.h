@@ -62,10 +62,12 @@ class KeyIndex {
         }
         slots_[hole] = {};
     }
-    // Forgets every entry and keeps the room.
-    void Clear() noexcept {
-        std::fill(slots_.begin(), slots_.end(), Slot{});
-        count_ = 0;
+    // Puts newNumber(number) in the place of every number; the hashes stay.
+    template <class NewNumber>
+    void Renumber(NewNumber&& newNumber) noexcept {
+        for (Slot& slot : slots_) {
+            if (slot.hash != 0) slot.number = newNumber(slot.number);
+        }
     }
 
     friend void swap(KeyIndex& left, KeyIndex& right) noexcept {

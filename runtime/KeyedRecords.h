@@ -7,7 +7,7 @@
 //   Columns()           the table of its sort columns
 //   ReadRecord(source, i), Append(record)   for CopyFrom
 //   FindRecord(v)       the record that a key or position names, or null; may re-sort
-//   Reordered()         called when records got new positions and numbers; must not fail
+//   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
 //   kTypeName, kItemStringMember
 
 #include <algorithm>
@@ -348,9 +348,8 @@ bool KeyedRecords<Derived, Record>::Sort() {
             return reinterpret_cast<const std::byte*>(record) + sortOffset_;
         },
         sortComparer_, settings_.Compare, settings_.Descending);
-    records_.Reorder(order);
+    records_.Reorder(order, [&](auto&& newNumberOf) { Self().Renumbered(newNumberOf); });
     NoteKeyOrder(sortOffset_ == offsetof(Record, Key));
-    Self().Reordered();
     return true;
 }
 

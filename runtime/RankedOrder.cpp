@@ -1,6 +1,10 @@
 #include "runtime/RankedOrder.h"
 
 #include <algorithm>
+#include <bit>
+#include <functional>
+#include <numeric>
+#include <ranges>
 
 #include "runtime/GapSort.h"
 
@@ -39,6 +43,35 @@ bool SharesRanks(std::span<const Ranked> ascending) {
     return std::ranges::adjacent_find(ascending, {}, RankOf) != ascending.end();
 }
 
+// Sorts by a 64-bit key that `less` begins with: one pass into buckets by the leading bits in which
+// the keys differ at all, then each bucket by itself.
+template <class Element, class KeyOf, class Less>
+void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less) {
+    constexpr std::size_t kWorthwhile = 256;
+    const auto [least, greatest] = std::ranges::minmax(elements | std::views::transform(keyOf));
+    const int varying = std::bit_width(greatest - least);
+    if (elements.size() < kWorthwhile || varying == 0) {
+        std::ranges::sort(elements, less);
+        return;
+    }
+    const int bits = std::min(varying, elements.size() > 200000 ? 16 : 12);
+    const auto bucketOf = [&, base = least](const Element& element) {
+        return static_cast<std::size_t>((keyOf(element) - base) >> (varying - bits));
+    };
+    std::vector<std::uint32_t> ends((std::size_t{1} << bits) + 1);
+    for (const Element& element : elements) ++ends[bucketOf(element) + 1];
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    std::vector<Element> scattered(elements.size());
+    for (const Element& element : elements) scattered[ends[bucketOf(element)]++] = element;
+    // Each bucket now ends where the next began.
+    std::uint32_t begin = 0;
+    for (const std::uint32_t end : ends) {
+        if (end - begin > 1) std::sort(scattered.begin() + begin, scattered.begin() + end, less);
+        begin = end;
+    }
+    elements = std::move(scattered);
+}
+
 // Four units from `from` on, the first in the high bits; what is missing counts as U+0000.
 std::uint64_t PrefixOf(std::u16string_view text, std::size_t from) {
     std::uint64_t prefix = 0;
@@ -50,6 +83,7 @@ std::uint64_t PrefixOf(std::u16string_view text, std::size_t from) {
 std::size_t CommonLead(std::span<const std::u16string_view> texts) {
     std::size_t lead = texts.front().size();
     for (const std::u16string_view text : texts) {
+        if (lead == 0) break;
         const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(lead, text.size()));
         const auto differ = std::mismatch(text.begin(), end, texts.front().begin());
         lead = static_cast<std::size_t>(differ.first - text.begin());
@@ -66,7 +100,9 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values, boo
         const auto rank = static_cast<std::uint32_t>(values[i]) ^ 0x80000000u;
         ascending[i] = (Ranked{rank} << 32) | i;
     }
-    std::ranges::sort(ascending);
+    if (ascending.empty()) return {};
+    SortByBuckets(
+        ascending, [](Ranked ranked) { return RankOf(ranked); }, std::less<>());
     const bool ties = SharesRanks(ascending);
     return FinishOrder(std::move(ascending), ties, descending);
 }
@@ -88,7 +124,9 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> text
         if (a.prefix != b.prefix) return a.prefix < b.prefix ? -1 : 1;
         return CompareTexts(texts[a.index].substr(lead), texts[b.index].substr(lead), mode);
     };
-    std::ranges::sort(sorted, [&](const Keyed& a, const Keyed& b) { return compare(a, b) < 0; });
+    SortByBuckets(
+        sorted, [](const Keyed& keyed) { return keyed.prefix; },
+        [&](const Keyed& a, const Keyed& b) { return compare(a, b) < 0; });
     std::vector<Ranked> ascending(sorted.size());
     std::uint64_t rank = 0;
     bool ties = false;

@@ -96,8 +96,10 @@ class RecordStore {
     // Room for `count` records in all without moving any. May throw.
     void Reserve(std::int32_t count);
     // Puts the record that stood at position order[i]+1 at position i+1. Every record moves once
-    // and gets a new number, NumberAt its new position. May throw, then nothing changed.
-    void Reorder(std::span<const std::uint32_t> order);
+    // and gets a new number; renumber(newNumberOf) is called with a function of the old one, in
+    // between, and must not fail. May throw, then nothing changed.
+    template <class Renumber>
+    void Reorder(std::span<const std::uint32_t> order, Renumber&& renumber);
 
     friend void swap(RecordStore& left, RecordStore& right) noexcept {
         std::swap(left.records_, right.records_);
@@ -233,17 +235,22 @@ void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::ui
 }
 
 template <class Record>
-void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order) {
+template <class Renumber>
+void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber&& renumber) {
     const auto count = static_cast<std::uint32_t>(order.size());
     if (count == 0) return;
+    std::vector<RecordNumber> newNumbers(Places());
     Record* const records = Allocate(Places());
     for (std::uint32_t i = 0; i < count; ++i) {
-        Relocate(records + i, &At(static_cast<std::int32_t>(order[i]) + 1), 1);
+        const RecordNumber old = order_.At(order[i]);
+        newNumbers[old & mask_] = i;
+        Relocate(records + i, records_ + (old & mask_), 1);
     }
     Free(records_);
     records_ = records;
     order_.SetRun(0, count);
     vacant_.clear();
+    renumber([&](RecordNumber old) { return newNumbers[old & mask_]; });
 }
 
 }  // namespace zorvane

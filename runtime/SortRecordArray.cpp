@@ -1,6 +1,9 @@
 #include "runtime/SortRecordArray.h"
 
+#include <array>
+#include <charconv>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "runtime/GapSort.h"
@@ -29,14 +32,29 @@ std::vector<std::uint32_t> OrderOfTexts(std::size_t count, const FieldAt& fieldA
     return RankedOrder(texts, ModeOf(mode), descending);
 }
 
-// Each value is turned into text once, not once per comparison.
+// Each value is turned into text once, not once per comparison, and all of it into one block.
 std::vector<std::uint32_t> OrderOfVariants(std::size_t count, const FieldAt& fieldAt,
                                            std::int32_t mode, bool descending) {
-    std::vector<Text> made(count);
+    std::u16string units;
+    std::vector<std::size_t> ends(count);
     for (std::uint32_t i = 0; i < count; ++i) {
-        made[i] = ComparedText(*static_cast<const Variant*>(fieldAt(i)));
+        const auto& value = *static_cast<const Variant*>(fieldAt(i));
+        if (value.Type() == VarType::Long) {
+            std::array<char, 12> digits{};
+            const auto end =
+                std::to_chars(digits.data(), digits.data() + digits.size(), value.LongUnchecked())
+                    .ptr;
+            units.append(digits.data(), end);
+        } else {
+            units += ComparedText(value).Units();
+        }
+        ends[i] = units.size();
     }
-    const std::vector<std::u16string_view> texts(made.begin(), made.end());
+    std::vector<std::u16string_view> texts(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t begin = i == 0 ? 0 : ends[i - 1];
+        texts[i] = std::u16string_view(units).substr(begin, ends[i] - begin);
+    }
     return RankedOrder(texts, ModeOf(mode), descending);
 }
 

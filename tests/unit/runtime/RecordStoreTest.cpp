@@ -36,7 +36,7 @@ class RecordStoreRun {
         std::vector<std::uint32_t> order(model_.size());
         for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
         std::shuffle(order.begin(), order.end(), random);
-        store_.Reorder(order);
+        store_.Reorder(order, [](auto&&) {});
         const auto before = model_;
         for (std::uint32_t i = 0; i < order.size(); ++i) {
             model_[i] = {before[order[i]].serial,
