@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <algorithm>
+#include <vector>
 
 #include "demos/PropBagSession.h"
 #include "forms/Dialogs.h"
@@ -58,16 +60,23 @@ ShownColours Readable(OleColour back, OleColour fore, const QPalette& palette) {
     return shown;
 }
 
-// To the right of `other` while the room lasts, then below it, then a step aside.
-QPoint Beside(const QRect& other, QSize size, const QRect& room) {
+// Where a new window covers none of those open: to the right of `from` while the room lasts, then
+// to its left, below or above. Where there is no such place, a step aside.
+QPoint Beside(const QRect& from, QSize size, const QRect& room, const std::vector<QRect>& open) {
     constexpr int kGap = 8;
-    const QPoint wishes[] = {{other.x() + other.width() + kGap, other.y()},
-                             {other.x(), other.y() + other.height() + kGap},
-                             {other.x() - size.width() - kGap, other.y()}};
+    const int across = size.width() + kGap;
+    const int down = size.height() + kGap;
+    const QPoint wishes[] = {{from.x() + from.width() + kGap, from.y()},
+                             {from.x() - across, from.y()},
+                             {from.x() - 2 * across, from.y()},
+                             {from.x(), from.y() + from.height() + kGap},
+                             {from.x(), from.y() - down}};
     for (const QPoint& wish : wishes) {
-        if (room.contains(QRect(wish, size))) return wish;
+        const QRect frame(wish, size);
+        const auto covers = [&frame](const QRect& other) { return frame.intersects(other); };
+        if (room.contains(frame) && std::none_of(open.begin(), open.end(), covers)) return wish;
     }
-    return other.topLeft() + kAside;
+    return from.topLeft() + kAside;
 }
 
 }  // namespace
@@ -82,13 +91,14 @@ frmDemo2::frmDemo2(PropBagSession& session)
       explanation_(new QScrollArea(this)),
       cmdShowNext_(new QPushButton(QStringLiteral("Show &Next Form"), this)) {
     SetCaption(u"Zorvane - Property Bag Demonstration");
-    resize(ToPixels(7200), ToPixels(5100));
+    resize(ToPixels(6000), ToPixels(4500));
     setMinimumSize(ToPixels(4200), ToPixels(3000));
 
     label1_->setObjectName(QStringLiteral("Label1"));
     label2_->setObjectName(QStringLiteral("Label2"));
     label2_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label3_->setObjectName(QStringLiteral("Label3"));
+    explanation_->setObjectName(QStringLiteral("Explanation"));
     explanation_->setAccessibleName(QStringLiteral("Explanation"));
     explanation_->setFrameShape(QFrame::NoFrame);
     explanation_->setWidgetResizable(true);
@@ -171,23 +181,21 @@ void frmDemo2::cmdShowNext_Click() {
 }
 
 void frmDemo2::PlaceBeside(const frmDemo2& other) {
-    QPoint at = frameGeometry().topLeft();
+    std::vector<QRect> open;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window != this && window->isVisible() && qobject_cast<const frmDemo2*>(window))
+            open.push_back(window->frameGeometry());
+    }
+    const QPoint stored = frameGeometry().topLeft();
+    QPoint at = stored;
     if (!placed_) {
         const QSize outer = size().grownBy(FramePlacement::UsualBorders());
-        at = Beside(other.frameGeometry(), outer, other.screen()->availableGeometry());
+        at = Beside(other.frameGeometry(), outer, other.screen()->availableGeometry(), open);
     }
     // Never exactly over a window that is open: the two would look like one.
-    const auto taken = [this](const QPoint& corner) {
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window != this && window->isVisible() && qobject_cast<const frmDemo2*>(window) &&
-                window->frameGeometry().topLeft() == corner)
-                return true;
-        }
-        return false;
-    };
-    const QPoint wish = at;
-    while (taken(at)) at += kAside;
-    if (placed_ && at == wish) return;
+    const auto covers = [&at](const QRect& frame) { return frame.topLeft() == at; };
+    while (std::any_of(open.begin(), open.end(), covers)) at += kAside;
+    if (placed_ && at == stored) return;
     SetLeft(ToTwips(at.x()));
     SetTop(ToTwips(at.y()));
 }
