@@ -7,11 +7,11 @@
 #include "platform/CaseMapping.h"
 #include "propbag/BagStream.h"
 #include "propbag/PropertyObjects.h"
+#include "propbag/StreamWords.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kArrayHeader = 8;  // words in front of an array's elements
 constexpr std::size_t kShownElements = 8;
 
 const char* TypeName(VarType type) {
@@ -134,7 +134,7 @@ class Reporter {
                 Note(inner, word, "bags are nested too deep");
             } else {
                 shown["bag"] =
-                    Bag(entry.Value.AsArray().Words(), word + kArrayHeader, inner, depth + 1);
+                    Bag(entry.Value.AsArray().Words(), word + kStreamArrayHeader, inner, depth + 1);
             }
             return shown;
         }

@@ -1,7 +1,8 @@
 // zorvane-bag: shows what is in a property bag's file and checks it.
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
+#include <cstdio>
+#include <exception>
 #include <iostream>
 
 #include "platform/Text.h"
@@ -43,9 +44,7 @@ int Show(const std::string& file, bool json, bool quiet) {
     return report["damage"].empty() ? kSound : kDamaged;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     CLI::App app("Shows what is in a property bag's file and checks it.", "zorvane-bag");
     app.set_version_flag("--version", ZORVANE_VERSION);
     app.footer(
@@ -65,4 +64,15 @@ int main(int argc, char** argv) {
         return app.exit(error) == 0 ? kSound : kUnread;
     }
     return Show(file, json, quiet);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zorvane-bag: %s\n", error.what());
+        return kUnread;
+    }
 }
