@@ -5,6 +5,7 @@
 
 #include "platform/Error.h"
 #include "propbag/StreamEncoder.h"
+#include "propbag/StreamWords.h"
 
 namespace zorvane {
 namespace {
@@ -18,7 +19,7 @@ std::uint64_t WordsOf(const BagState& state) {
     const Variant flag = false;
     std::uint64_t words = kMarkerWords + 2 * StreamWordsOf(longValue) + 2 * StreamWordsOf(flag);
     if (state.Entries.empty()) return words;
-    words += 2 * 8;  // the headers of both arrays of texts
+    words += 2 * kStreamArrayHeader;
     for (const BagEntry& entry : state.Entries) {
         words += 2 + static_cast<std::uint64_t>(entry.Name.Length());
         words += 2 + static_cast<std::uint64_t>(entry.ObjName.Length());

@@ -6,8 +6,6 @@
 namespace zorvane {
 namespace {
 
-constexpr std::uint64_t kArrayHeader = 8;
-
 std::uint64_t WordsOf(const Variant& value, int depth);
 
 std::uint64_t TextWords(const Text& text) {
@@ -15,7 +13,7 @@ std::uint64_t TextWords(const Text& text) {
 }
 
 std::uint64_t ArrayWords(const Array& array, int depth) {
-    std::uint64_t words = kArrayHeader;
+    std::uint64_t words = kStreamArrayHeader;
     switch (array.ElementType()) {
         case VarType::String:
             for (const Text& text : array.Elements<Text>()) words += TextWords(text);

@@ -17,6 +17,9 @@ inline constexpr std::uint16_t kGreatestStreamType = 0x2011;
 // Arrays of tagged values may hold arrays, and so on: this deep and no deeper.
 inline constexpr int kStreamDepth = 256;
 
+// Words in front of the elements of an array.
+inline constexpr std::uint64_t kStreamArrayHeader = 8;
+
 // Bytes of a scalar's data in the stream; 0 for a type that is written without any.
 [[nodiscard]] constexpr std::uint16_t StreamWidth(VarType type) noexcept {
     switch (type) {

@@ -130,8 +130,8 @@ bool ZVPropertyBag::PropIsObject(const Variant& KeyIndex) const noexcept {
     return entry && !entry->ObjName.Empty();
 }
 
-Variant ZVPropertyBag::ReadProperty(Text Name, const PropertyOptions& Options) const {
-    const Variant byDefault = Options.Default ? *Options.Default : Variant();
+Variant ZVPropertyBag::ReadProperty(const Text& Name, const PropertyOptions& Options) const {
+    Variant byDefault = Options.Default ? *Options.Default : Variant();
     // Here an Index behind the last entry is no Index at all: the name is looked up instead.
     const bool byIndex = Options.Index >= 1 && Options.Index <= Count();
     if (!byIndex && !Sorted()) return byDefault;

@@ -102,7 +102,7 @@ class ZVPropertyBag : public Object {
     // a font is made anew, and so is, by CreatableClasses(), any other object that was stored with
     // a class name. Raises 13 for an object without IZVPropertyBag, 429 for a class that cannot be
     // made, 5 for objects nested too deep, and what ReadProperties raises.
-    [[nodiscard]] Variant ReadProperty(Text Name, const PropertyOptions& Options = {}) const;
+    [[nodiscard]] Variant ReadProperty(const Text& Name, const PropertyOptions& Options = {}) const;
 
     // Removes the entry. Raises 28500.
     void Remove(const Variant& KeyIndex);

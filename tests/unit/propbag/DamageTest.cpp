@@ -202,6 +202,34 @@ TEST(Contents_Damaged, ManySmallEntriesTakeASmallMultipleOfTheirWords) {
     EXPECT_EQ(bag.Count(), 5000);
 }
 
+TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
+    Words count = TwoEntries();
+    count[4] = 3;
+    Words fewer = TwoEntries();
+    fewer[4] = 1;  // the flags are then read out of the second value
+    Words lower = TwoEntries();
+    lower[10] = 0;  // names from 0 to 1: there is no name 2
+    lower[12] = 1;
+    Words noArray = TwoEntries();
+    noArray[6] = 3;  // a Long where the names should be
+    Words flagless = OneEntry(Hex("6003 0004 0001 0000 0000 0000 0000 0000"));
+    flagless.resize(flagless.size() - 10);  // two words that are skipped lie behind the end
+    const struct {
+        const char* what;
+        const Words& words;
+        std::int32_t count;
+    } table[] = {{"more than there are", count, 2},
+                 {"fewer", fewer, 1},
+                 {"other bounds", lower, 1},
+                 {"no names", noArray, 0},
+                 {"skipped to beyond the end", flagless, 1}};
+    for (const auto& row : table) {
+        ZVPropertyBag bag;
+        AssignHostile(bag, row.words, row.what);
+        EXPECT_EQ(bag.Count(), row.count) << row.what;
+    }
+}
+
 // Damage is named by its word, so that a person can look at it.
 TEST(Contents_Damaged, TheCheckerNamesTheWord) {
     const struct {
@@ -233,6 +261,25 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
             EXPECT_FALSE(reading.Damage) << row.what;
             continue;
         }
+        ASSERT_TRUE(reading.Damage) << row.what;
+        EXPECT_EQ(reading.Damage->Word, row.named) << row.what << ": " << reading.Damage->what();
+    }
+    const struct {
+        const char* what;
+        Words words;
+        std::size_t named;
+    } others[] = {
+        {"no entries", Hex("FFFF FFFF 0003 0004 0000 0000"), 4},
+        {"a count of 16 bits", Hex("FFFF FFFF 0002 0002 0001"), 2},
+        {"a pad that is not 0", OneEntry(Hex("0011 0001 0105")), kValueWord + 2},
+        {"the same in an array", OneEntry(Hex("2011 0001 0001 0000 0000 0000 0000 0000 0105")),
+         kValueWord + 8},
+        {"an Error array", OneEntry(Hex("200A 0004 0000 0000 0000 0000 FFFF FFFF")), kValueWord},
+        {"bounds turned round", OneEntry(Hex("2002 0002 0000 0000 0005 0000 0000 0000")),
+         kValueWord + 4},
+    };
+    for (const auto& row : others) {
+        const BagReading reading = DecodeBag(row.words, StreamCare::Checker);
         ASSERT_TRUE(reading.Damage) << row.what;
         EXPECT_EQ(reading.Damage->Word, row.named) << row.what << ": " << reading.Damage->what();
     }

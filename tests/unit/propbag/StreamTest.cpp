@@ -341,6 +341,15 @@ TEST(Stream, ArraysNestedTooDeepAreRefusedBeforeTheyAreLost) {
     EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(bag.Contents()); }), 5);
 }
 
+TEST(Contents_Read, MoreWordsThanAnArrayCanCountRaise) {
+    const Variant text = std::u16string(1 << 20, u'x');
+    Array texts(VarType::Variant, 0, 1 << 11);  // all of them the same text
+    for (Variant& element : texts.MutableElements<Variant>()) element = text;
+    ZVPropertyBag bag;
+    bag.WriteProperty(u"V", texts);
+    EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(bag.Contents()); }), 6);
+}
+
 TEST(StreamWords, AMachineWithTheOtherOrderOfBytesWritesTheSameWords) {
     // The numbers 0x01020304 and 0x05060708 as such a machine holds them, and three bytes.
     const std::array<std::byte, 8> numbers{std::byte{1}, std::byte{2}, std::byte{3}, std::byte{4},
