@@ -34,10 +34,10 @@ struct SortRow {
     const char16_t* name;
 };
 constexpr SortRow kRows[] = {{Column::Key, "key", u"key"},
-                         {Column::ItemString, "itemstring", u"itemstring"},
-                         {Column::ItemLong, "itemlong", u"itemlong"},
-                         {Column::ItemLongWithTies, "itemlong, ties", u"itemlong"},
-                         {Column::Item, "item", u"item"}};
+                             {Column::ItemString, "itemstring", u"itemstring"},
+                             {Column::ItemLong, "itemlong", u"itemlong"},
+                             {Column::ItemLongWithTies, "itemlong, ties", u"itemlong"},
+                             {Column::Item, "item", u"item"}};
 
 std::int32_t NumberOf(const Data& data, std::size_t i, Column column) {
     return column == Column::ItemLongWithTies ? data.values[i] % 1000 : data.values[i];

@@ -18,6 +18,7 @@
 #include "platform/Enumerator.h"
 #include "platform/Object.h"
 #include "platform/Variant.h"
+#include "runtime/ItemIterator.h"
 #include "runtime/KeyIndex.h"
 #include "runtime/RecordStore.h"
 
@@ -39,7 +40,7 @@ class CollectionEx : public Object {
     };
 
   public:
-    class Iterator;
+    using Iterator = ItemIterator<Record>;
 
     CollectionEx() noexcept = default;
     CollectionEx(CollectionEx&& other) noexcept { swap(*this, other); }
@@ -96,8 +97,8 @@ class CollectionEx : public Object {
     [[nodiscard]] static std::int32_t HashKey(const Text& Key);
 
     // The items in position order; any change of the collection ends the pass.
-    [[nodiscard]] Iterator begin() const noexcept;
-    [[nodiscard]] Iterator end() const noexcept;
+    [[nodiscard]] Iterator begin() const noexcept { return {&records_, 1}; }
+    [[nodiscard]] Iterator end() const noexcept { return {&records_, Count() + 1}; }
 
     [[nodiscard]] Text TypeName() const override { return u"CollectionEx"; }
     Variant Call(std::u16string_view member, Arguments arguments = {}) override;
@@ -125,33 +126,5 @@ class CollectionEx : public Object {
     bool sorted_ = false;
     ItemSnapshot snapshot_;  // null until NewEnum, and again after Add and Clear
 };
-
-class CollectionEx::Iterator {
-  public:
-    using value_type = Variant;
-    using difference_type = std::ptrdiff_t;
-    Iterator() = default;
-    Iterator(const RecordStore<Record>* records, std::int32_t position) noexcept
-        : records_(records), position_(position) {}
-    const Variant& operator*() const noexcept { return records_->At(position_).Item; }
-    const Variant* operator->() const noexcept { return &**this; }
-    Iterator& operator++() noexcept {
-        ++position_;
-        return *this;
-    }
-    Iterator operator++(int) noexcept { return {records_, position_++}; }
-    friend bool operator==(const Iterator&, const Iterator&) = default;
-
-  private:
-    const RecordStore<Record>* records_ = nullptr;
-    std::int32_t position_ = 0;
-};
-
-inline CollectionEx::Iterator CollectionEx::begin() const noexcept {
-    return {&records_, 1};
-}
-inline CollectionEx::Iterator CollectionEx::end() const noexcept {
-    return {&records_, Count() + 1};
-}
 
 }  // namespace zorvane

@@ -24,6 +24,7 @@
 #include "platform/Variant.h"
 #include "runtime/Comparers.h"
 #include "runtime/ErrorTable.h"
+#include "runtime/ItemIterator.h"
 #include "runtime/RecordStore.h"
 #include "runtime/Settings.h"
 #include "runtime/SortRecordArray.h"
@@ -132,26 +133,7 @@ class KeyedRecords : public Object {
     [[nodiscard]] Text TypeName() const override { return Derived::kTypeName; }
 
     // The items in position order, for range-for; any change of the container ends the pass.
-    class Iterator {
-      public:
-        using value_type = Variant;
-        using difference_type = std::ptrdiff_t;
-        Iterator() = default;
-        Iterator(const RecordStore<Record>* records, std::int32_t position) noexcept
-            : records_(records), position_(position) {}
-        const Variant& operator*() const noexcept { return records_->At(position_).Item; }
-        const Variant* operator->() const noexcept { return &**this; }
-        Iterator& operator++() noexcept {
-            ++position_;
-            return *this;
-        }
-        Iterator operator++(int) noexcept { return {records_, position_++}; }
-        friend bool operator==(const Iterator&, const Iterator&) = default;
-
-      private:
-        const RecordStore<Record>* records_ = nullptr;
-        std::int32_t position_ = 0;
-    };
+    using Iterator = ItemIterator<Record>;
     [[nodiscard]] Iterator begin() const noexcept { return {&records_, 1}; }
     [[nodiscard]] Iterator end() const noexcept { return {&records_, Count() + 1}; }
 

@@ -49,7 +49,7 @@ template <class Element, class KeyOf, class Less>
 void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less) {
     constexpr std::size_t kWorthwhile = 256;
     const auto [least, greatest] = std::ranges::minmax(elements | std::views::transform(keyOf));
-    const int varying = std::bit_width(greatest - least);
+    const auto varying = static_cast<int>(std::bit_width(greatest - least));
     if (elements.size() < kWorthwhile || varying == 0) {
         std::ranges::sort(elements, less);
         return;
