@@ -1,5 +1,6 @@
 #include "app/frmOrder.h"
 
+#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -89,7 +90,26 @@ frmOrder::frmOrder() : Form("frmOrder") {
     layout->addLayout(buttons);
     resize(ToPixels(7200), ToPixels(6000));
     setMinimumSize(ToPixels(6000), ToPixels(5850));
+    ShowHints();
     boxes_.front()->setFocus();
+}
+
+void frmOrder::changeEvent(QEvent* event) {
+    Form::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ShowHints();
+}
+
+// Some dark palettes leave the hints black.
+void frmOrder::ShowHints() {
+    constexpr int kFaint = 160;  // of 255
+    for (QLineEdit* box : boxes_) {
+        if (!box) continue;
+        QPalette colours = box->palette();
+        QColor hint = palette().color(QPalette::Text);
+        hint.setAlpha(kFaint);
+        colours.setColor(QPalette::PlaceholderText, hint);
+        box->setPalette(colours);
+    }
 }
 
 void frmOrder::CancelBtn_Click() {

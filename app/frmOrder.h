@@ -19,8 +19,12 @@ class frmOrder : public Form {
     void CancelBtn_Click();
     void OkBtn_Click();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     [[nodiscard]] Order Entered() const;
+    void ShowHints();
 
     std::array<QLineEdit*, Order::kFields.size()> boxes_{};
 };

@@ -72,7 +72,7 @@ void frmDemo0::Form_Load() {
     description_->SetCaption(KeyListDemo::Description());
     Demo().Fill(ProgramRandom());
     for (int column = 0; column < KeyListDemo::kColumns; ++column) {
-        const bool number = column == 0 || column == KeyListDemo::kColumns - 1;
+        const bool number = column == KeyListDemo::kColumns - 1;
         list_->AddColumn(ToQString(KeyListDemo::ColumnCaption(column)),
                          kWidths.at(static_cast<std::size_t>(column)),
                          number ? Qt::AlignRight : Qt::AlignLeft);

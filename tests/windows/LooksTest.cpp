@@ -197,6 +197,11 @@ TEST_P(Looks, TextIsLegibleInADarkPalette) {
                            palette.color(control->backgroundRole())),
                   4.5)
             << control->objectName().toStdString();
+        const auto* box = qobject_cast<QLineEdit*>(control);
+        if (!box) continue;
+        const QColor hint = palette.color(QPalette::PlaceholderText);
+        EXPECT_EQ(hint.rgb(), palette.color(QPalette::Text).rgb()) << "a hint of another colour";
+        EXPECT_GT(hint.alpha(), 127);
     }
 }
 
