@@ -60,6 +60,12 @@ ShownColours Readable(OleColour back, OleColour fore, const QPalette& palette) {
     return shown;
 }
 
+// As the window itself tells it: before a window is mapped the toolkit knows nothing of borders.
+QRect FrameOf(const Form& window) {
+    return {ToPixels(window.Left()), ToPixels(window.Top()), ToPixels(window.Width()),
+            ToPixels(window.Height())};
+}
+
 // Where a new window covers none of those open: to the right of `from` while the room lasts, then
 // to its left, below or above. Where there is no such place, a step aside.
 QPoint Beside(const QRect& from, QSize size, const QRect& room, const std::vector<QRect>& open) {
@@ -183,14 +189,14 @@ void frmDemo2::cmdShowNext_Click() {
 void frmDemo2::PlaceBeside(const frmDemo2& other) {
     std::vector<QRect> open;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (window != this && window->isVisible() && qobject_cast<const frmDemo2*>(window))
-            open.push_back(window->frameGeometry());
+        const auto* form = qobject_cast<const frmDemo2*>(window);
+        if (form && form != this && form->isVisible()) open.push_back(FrameOf(*form));
     }
-    const QPoint stored = frameGeometry().topLeft();
+    const QPoint stored = FrameOf(*this).topLeft();
     QPoint at = stored;
     if (!placed_) {
         const QSize outer = size().grownBy(FramePlacement::UsualBorders());
-        at = Beside(other.frameGeometry(), outer, other.screen()->availableGeometry(), open);
+        at = Beside(FrameOf(other), outer, other.screen()->availableGeometry(), open);
     }
     // Never exactly over a window that is open: the two would look like one.
     const auto covers = [&at](const QRect& frame) { return frame.topLeft() == at; };
