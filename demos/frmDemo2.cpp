@@ -223,10 +223,13 @@ void frmDemo2::mnuCustomCaption_Click() {
 }
 
 void frmDemo2::mnuCustomizeFont_Click() {
-    const auto chosen = Dialogs::Current().FontAndColour(this, {font_, foreColor_});
+    // The color that is seen; left as it is, it has not been chosen.
+    const OleColour seen =
+        FromQColor(Readable(backColor_, foreColor_, QApplication::palette()).Fore);
+    const auto chosen = Dialogs::Current().FontAndColour(this, {font_, seen});
     if (!chosen) return;
     font_ = chosen->Font;
-    foreColor_ = chosen->Colour;
+    if (chosen->Colour != seen) foreColor_ = chosen->Colour;
     CopyFontAndColours();
 }
 

@@ -28,6 +28,10 @@ FontDialog::FontDialog(const FontChoice& shown, QWidget* owner)
     fonts_->setWindowFlags(Qt::Widget);
     fonts_->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
 
+    // Enter and Escape reach the part inside first; alone it would vanish and leave an empty frame.
+    connect(fonts_, &QDialog::accepted, this, &QDialog::accept);
+    connect(fonts_, &QDialog::rejected, this, &QDialog::reject);
+
     colour_->setObjectName(QStringLiteral("TextColorBtn"));
     connect(colour_, &QPushButton::clicked, this, [this] { PickColour(); });
     ShowColour();

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QDialog>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -177,10 +178,15 @@ TEST_F(frmDemo2Test, MenuItemsAskAndApply) {
     EXPECT_EQ(dialogs_.ColourShown, kButtonFace);
     EXPECT_EQ(window->BackColor(), 0x00112233U);
 
+    dialogs_.FontAnswer = FontChoice{OddFont(), 0x00FFFFFF};
+    Choose(window.Get(), "mnuCustomizeFont");
+    EXPECT_EQ(window->ForeColor(), kButtonText) << "left as it was, it has not been chosen";
+    window->SetWindowFont(ProgramFont());
+
     dialogs_.FontAnswer = FontChoice{OddFont(), 0x00FEDCBA};
     Choose(window.Get(), "mnuCustomizeFont");
     EXPECT_EQ(dialogs_.FontShown->Font, ProgramFont());
-    EXPECT_EQ(dialogs_.FontShown->Colour, kButtonText);
+    EXPECT_EQ(dialogs_.FontShown->Colour, 0x00FFFFFFU) << "as it is seen on the dark background";
     for (const char* name : {"Label1", "Label2"}) {
         const auto* label = Control<QLabel>(window.Get(), name);
         EXPECT_EQ(label->font(), ToQFont(OddFont())) << name;
@@ -206,6 +212,32 @@ TEST_F(frmDemo2Test, CancelledQuestionsChangeNothing) {
     Choose(window.Get(), "mnuCustomCaption");
     EXPECT_EQ(window->Caption(), caption);
     EXPECT_EQ(window->BackColor(), kButtonFace);
+    EXPECT_EQ(window->WindowFont(), ProgramFont());
+    Close(window);
+}
+
+// The dialogs as the toolkit shows them, answered by key.
+class DialogKeysTest : public PropBagTest {
+  protected:
+    void SetUp() override { toolkits_.emplace(real_); }
+    void TearDown() override { toolkits_.reset(); }
+
+    Dialogs real_;
+    std::optional<ScopedDialogs> toolkits_;
+};
+
+TEST_F(DialogKeysTest, EscapeEndsTheFontDialogAndEnterTakesTheFont) {
+    const auto window = Open();
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        WhenModal<QDialog> dialog([key](QDialog& shown) {
+            QWidget* focus = shown.focusWidget();
+            ASSERT_NE(focus, nullptr);
+            QTest::keyClick(focus, key);
+            EXPECT_FALSE(shown.isVisible()) << "an empty frame was left";
+        });
+        Control<QAction>(window.Get(), "mnuCustomizeFont")->trigger();
+        EXPECT_TRUE(dialog.Done());
+    }
     EXPECT_EQ(window->WindowFont(), ProgramFont());
     Close(window);
 }
