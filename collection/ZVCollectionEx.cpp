@@ -245,7 +245,8 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, vKeyIndex);
         return std::int16_t{0};
     }
-    const std::int32_t position = records_.PositionOf(*number);
+    const std::int32_t position =
+        vKeyIndex.IsText() ? records_.PositionOf(*number) : vKeyIndex.ToLong();
     records_.PrepareErase(position);
     // Released at the end, when the collection is whole again.
     CollectionRecord doomed = std::move(records_.OfNumber(*number));

@@ -157,7 +157,8 @@ KeyListRecord* KeyListEX::FindRecord(const Variant& vKeyIndex) {
 // Some entry that has the key, whatever the order.
 std::optional<RecordNumber> KeyListEX::Holder(const Text& key) const {
     return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-        return EqualTexts(records_.OfNumber(number).Key, key, Mode());
+        const Text& own = records_.OfNumber(number).Key;
+        return own == key || (Mode() == CompareMode::Text && EqualTexts(own, key, Mode()));
     });
 }
 
@@ -215,7 +216,7 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, named);
         return std::int16_t{0};
     }
-    const std::int32_t position = records_.PositionOf(*number);
+    const std::int32_t position = named.IsText() ? records_.PositionOf(*number) : named.ToLong();
     records_.PrepareErase(position);
     // Released at the end, when the list is whole again.
     KeyListRecord doomed = std::move(records_.OfNumber(*number));

@@ -115,30 +115,29 @@ constexpr std::uint64_t Lanes(std::uint16_t value) {
     return value * 0x0001000100010001u;
 }
 
-// Up to four units as the hash sees them, the first in the low bits, zeros behind the last.
-std::uint64_t FoldFour(std::u16string_view units) noexcept {
+// `count` units (1 to 4) as the hash sees them, the first in the low bits, zeros behind the last.
+std::uint64_t FoldSlowly(const char16_t* units, std::size_t count) noexcept {
     std::uint64_t word = 0;
-    if (units.size() == 4) {
-        std::memcpy(&word, units.data(), sizeof word);
-    } else {
-        std::memcpy(&word, units.data(), units.size() * sizeof(char16_t));
-    }
-    // Below U+00C0 only ASCII letters and the micro sign change: all four lanes at once.
-    const std::uint64_t micro = word ^ Lanes(0xB5);
-    const std::uint64_t isMicro = (micro - Lanes(1)) & ~micro & Lanes(0x8000);
-    const std::uint64_t above = (word & Lanes(0xFF00)) | (word & (word << 1) & Lanes(0x80));
-    if (std::endian::native == std::endian::little && (above | isMicro) == 0) {
-        const std::uint64_t capital =
-            (word + Lanes(0x80 - 'A')) & ~(word + Lanes(0x80 - 'Z' - 1)) & Lanes(0x80);
-        return word | (capital >> 2);
-    }
-    word = 0;
-    for (std::size_t i = 0; i < units.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         // A pair's halves are hashed by being halves alone: letters beyond the plane are rare.
         const char16_t unit = IsSurrogate(units[i]) ? char16_t{0xD800} : kHash(units[i]);
         word |= static_cast<std::uint64_t>(unit) << (16 * i);
     }
     return word;
+}
+
+// The same for `count` units that stand in a word, at once where they are simple: below U+00C0 only
+// ASCII letters and the micro sign change.
+std::uint64_t FoldWord(std::uint64_t word, const char16_t* units, std::size_t count) noexcept {
+    const std::uint64_t micro = word ^ Lanes(0xB5);
+    const std::uint64_t isMicro = (micro - Lanes(1)) & ~micro & Lanes(0x8000);
+    const std::uint64_t above = (word & Lanes(0xFF00)) | (word & (word << 1) & Lanes(0x80));
+    if (std::endian::native != std::endian::little || (above | isMicro) != 0) {
+        return FoldSlowly(units, count);
+    }
+    const std::uint64_t capital =
+        (word + Lanes(0x80 - 'A')) & ~(word + Lanes(0x80 - 'Z' - 1)) & Lanes(0x80);
+    return word | (capital >> 2);
 }
 
 }  // namespace
@@ -173,7 +172,10 @@ int CompareTexts(std::u16string_view left, std::u16string_view right, CompareMod
 
 bool EqualTexts(std::u16string_view left, std::u16string_view right, CompareMode mode) noexcept {
     if (left.size() != right.size()) return false;  // neither mode changes a length
-    if (left == right) return true;
+    if (left.empty() ||
+        std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
+        return true;
+    }
     return mode == CompareMode::Text && CompareTexts(left, right, mode) == 0;
 }
 
@@ -187,9 +189,21 @@ std::uint32_t HashFolded(std::u16string_view units) noexcept {
     // Four units a step, mixed by a multiplication whose high bits are folded back.
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
     std::uint64_t hash = kMix ^ units.size();
-    for (std::size_t at = 0; at < units.size(); at += 4) {
-        hash = (hash ^ FoldFour(units.substr(at, 4))) * kMix;
+    const auto take = [&](std::uint64_t word) {
+        hash = (hash ^ word) * kMix;
         hash ^= hash >> 29;
+    };
+    const char16_t* at = units.data();
+    std::size_t left = units.size();
+    for (; left >= 4; at += 4, left -= 4) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        take(FoldWord(word, at, 4));
+    }
+    if (left != 0) {
+        std::uint64_t word = 0;
+        for (std::size_t i = 0; i < left; ++i) word |= std::uint64_t{at[i]} << (16 * i);
+        take(FoldWord(word, at, left));
     }
     const auto folded = static_cast<std::uint32_t>((hash * 0xD6E8FEB86659FD93u) >> 32);
     return folded != 0 ? folded : 1;

@@ -4,7 +4,6 @@
 #include <bit>
 #include <functional>
 #include <numeric>
-#include <ranges>
 
 #include "runtime/GapSort.h"
 
@@ -48,8 +47,9 @@ bool SharesRanks(std::span<const Ranked> ascending) {
 template <class Element, class KeyOf, class Less>
 void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less) {
     constexpr std::size_t kWorthwhile = 256;
-    const auto [least, greatest] = std::ranges::minmax(elements | std::views::transform(keyOf));
-    const auto varying = static_cast<int>(std::bit_width(greatest - least));
+    const auto [low, high] = std::ranges::minmax_element(elements, {}, keyOf);
+    const auto least = keyOf(*low);
+    const auto varying = static_cast<int>(std::bit_width(keyOf(*high) - least));
     if (elements.size() < kWorthwhile || varying == 0) {
         std::ranges::sort(elements, less);
         return;

@@ -46,7 +46,8 @@ void RecordOrder::ToBlocks() {
     for (std::uint32_t from = 0; blocks.size() < needed; from += kFill) {
         auto block = std::make_unique<Block>();
         block->count = std::min(kFill, count_ - from);
-        for (std::uint32_t i = 0; i < block->count; ++i) block->numbers[i] = first_ + from + i;
+        block->begin = (kBlock - block->count) / 2;
+        for (std::uint32_t i = 0; i < block->count; ++i) block->Numbers()[i] = first_ + from + i;
         blocks.push_back(std::move(block));
     }
     std::vector<std::uint32_t> sums(needed + 1);
@@ -63,7 +64,7 @@ void RecordOrder::ToBlocks() {
 void RecordOrder::NoteOwner(const Block& block) noexcept {
     const std::size_t mask = owners_.size() - 1;
     for (std::uint32_t i = 0; i < block.count; ++i) {
-        owners_[block.numbers[i] & mask] = blocks_[block.ordinal].get();
+        owners_[block.Numbers()[i] & mask] = blocks_[block.ordinal].get();
     }
 }
 
@@ -112,21 +113,22 @@ RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
     const Block& block = *blocks_[FindBlock(within)];
     cursorFrom_ = position - within;
     cursorCount_ = block.count;
-    cursorNumbers_ = block.numbers;
-    return block.numbers[within];
+    cursorNumbers_ = block.Numbers();
+    return block.Numbers()[within];
 }
 
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
     const Block& block = *owners_[number & (owners_.size() - 1)];
-    constexpr std::uint32_t kStride = 64;  // compared together, which the compiler makes wide
+    const RecordNumber* const numbers = block.Numbers();
+    constexpr std::uint32_t kStride = 32;  // compared together, which the compiler makes wide
     std::uint32_t from = 0;
     for (; from + kStride <= block.count; from += kStride) {
         std::uint32_t differing = 0;
-        for (std::uint32_t i = 0; i < kStride; ++i) differing += block.numbers[from + i] != number;
+        for (std::uint32_t i = 0; i < kStride; ++i) differing += numbers[from + i] != number;
         if (differing != kStride) break;
     }
-    while (block.numbers[from] != number) ++from;
+    while (numbers[from] != number) ++from;
     return StartOf(block.ordinal) + from;
 }
 
@@ -138,7 +140,7 @@ std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
     const auto firstFrom = [&](std::uint64_t limit, std::uint32_t begunBelow) {
         if (begunBelow == 0) return 0u;
         const Block& block = *blocks_[begunBelow - 1];
-        return StartOf(begunBelow - 1) + CountBelow(block.prefixes.get(), block.count, limit);
+        return StartOf(begunBelow - 1) + CountBelow(block.Prefixes(), block.count, limit);
     };
     const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, prefix);
     const std::uint32_t first = firstFrom(prefix, begun);
@@ -149,7 +151,7 @@ std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
         const Block& block = *blocks_[begun - 1];
         const std::uint32_t start = StartOf(begun - 1);
         std::uint32_t past = first - start;
-        while (past < block.count && block.prefixes[past] == prefix) ++past;
+        while (past < block.count && block.Prefixes()[past] == prefix) ++past;
         return {first, start + past};
     }
     return {first, firstFrom(prefix + 1, begunPast)};
@@ -168,10 +170,11 @@ void RecordOrder::Split(std::uint32_t at) {
     const bool last = at + 1 == blocks_.size();
     const std::uint32_t keep = last ? kBlock - kBlock / 16 : kBlock / 2;
     fresh->count = block.count - keep;
-    Move(fresh->numbers, block.numbers + keep, fresh->count);
+    fresh->begin = last ? 0 : (kBlock - fresh->count) / 2;
+    Move(fresh->Numbers(), block.Numbers() + keep, fresh->count);
     if (HasPrefixes()) {
-        Move(fresh->prefixes.get(), block.prefixes.get() + keep, fresh->count);
-        firstPrefixes_.insert(firstPrefixes_.begin() + at + 1, fresh->prefixes[0]);
+        Move(fresh->Prefixes(), block.Prefixes() + keep, fresh->count);
+        firstPrefixes_.insert(firstPrefixes_.begin() + at + 1, fresh->Prefixes()[0]);
     }
     block.count = keep;
     blocks_.insert(blocks_.begin() + at + 1, std::move(fresh));
@@ -194,15 +197,12 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
         at = FindBlock(within);
     }
     Block& block = *blocks_[at];
-    Move(block.numbers + within + 1, block.numbers + within, block.count - within);
-    block.numbers[within] = number;
+    OpenGap(block, within);
+    block.Numbers()[within] = number;
     if (HasPrefixes()) {
-        std::uint64_t* const prefixes = block.prefixes.get();
-        Move(prefixes + within + 1, prefixes + within, block.count - within);
-        prefixes[within] = prefix;
-        firstPrefixes_[at] = prefixes[0];
+        block.Prefixes()[within] = prefix;
+        firstPrefixes_[at] = block.Prefixes()[0];
     }
-    ++block.count;
     owners_[number & (owners_.size() - 1)] = &block;
     AddToSums(at, 1);
     ++count_;
@@ -213,15 +213,10 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
     std::uint32_t within = position;
     const std::uint32_t at = FindBlock(within);
     Block& block = *blocks_[at];
-    Move(block.numbers + within, block.numbers + within + 1, block.count - within - 1);
-    --block.count;
+    CloseGap(block, within);
     --count_;
-    if (HasPrefixes()) {
-        std::uint64_t* const prefixes = block.prefixes.get();
-        Move(prefixes + within, prefixes + within + 1, block.count - within);
-        firstPrefixes_[at] = prefixes[0];
-    }
     if (block.count != 0 || blocks_.size() == 1) {
+        if (HasPrefixes()) firstPrefixes_[at] = block.count != 0 ? block.Prefixes()[0] : 0;
         AddToSums(at, 0u - 1u);
     } else {
         if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
@@ -230,6 +225,41 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
         RebuildSums();
     }
     ForgetCursor();
+}
+
+// Makes room at `within` in a block that is not full: the shorter side moves, if it has room.
+void RecordOrder::OpenGap(Block& block, std::uint32_t within) const noexcept {
+    const std::uint32_t behind = block.count - within;
+    const bool roomBehind = block.begin + block.count < kBlock;
+    const bool forward = block.begin > 0 && (within < behind || !roomBehind);
+    if (forward) --block.begin;
+    const auto open = [&](auto* values) {
+        if (forward) {
+            Move(values, values + 1, within);
+        } else {
+            Move(values + within + 1, values + within, behind);
+        }
+    };
+    open(block.Numbers());
+    if (HasPrefixes()) open(block.Prefixes());
+    ++block.count;
+}
+
+// Closes the place at `within`: the shorter side moves.
+void RecordOrder::CloseGap(Block& block, std::uint32_t within) const noexcept {
+    const std::uint32_t behind = block.count - within - 1;
+    const bool backward = within < behind;
+    const auto close = [&](auto* values) {
+        if (backward) {
+            Move(values + 1, values, within);
+        } else {
+            Move(values + within, values + within + 1, behind);
+        }
+    };
+    close(block.Numbers());
+    if (HasPrefixes()) close(block.Prefixes());
+    if (backward) ++block.begin;
+    --block.count;
 }
 
 }  // namespace zorvane

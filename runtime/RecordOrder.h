@@ -65,9 +65,11 @@ class RecordOrder {
         firstPrefixes_.resize(blocks_.size());
         for (std::size_t i = 0; i < blocks_.size(); ++i) {
             Block& block = *blocks_[i];
-            for (std::uint32_t k = 0; k < block.count; ++k) made[i][k] = prefixOf(block.numbers[k]);
-            firstPrefixes_[i] = made[i][0];
             block.prefixes = std::move(made[i]);
+            for (std::uint32_t k = 0; k < block.count; ++k) {
+                block.Prefixes()[k] = prefixOf(block.Numbers()[k]);
+            }
+            firstPrefixes_[i] = block.Prefixes()[0];
         }
     }
     void DropPrefixes() noexcept { firstPrefixes_.clear(); }
@@ -90,19 +92,30 @@ class RecordOrder {
     static constexpr std::uint32_t kBlock = 512;
 
   private:
+    // Numbers with room at both ends, so that the shorter side moves.
     struct Block {
+        std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
         std::uint32_t count = 0;
         std::uint32_t ordinal = 0;  // index in blocks_
         RecordNumber numbers[kBlock];
         std::unique_ptr<std::uint64_t[]> prefixes;  // kBlock of them, while the order has prefixes
+
+        [[nodiscard]] RecordNumber* Numbers() noexcept { return numbers + begin; }
+        [[nodiscard]] const RecordNumber* Numbers() const noexcept { return numbers + begin; }
+        [[nodiscard]] std::uint64_t* Prefixes() noexcept { return prefixes.get() + begin; }
+        [[nodiscard]] const std::uint64_t* Prefixes() const noexcept {
+            return prefixes.get() + begin;
+        }
     };
 
     void AddToSums(std::uint32_t block, std::uint32_t difference) noexcept;
+    void CloseGap(Block& block, std::uint32_t within) const noexcept;
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
         std::uint64_t prefix) const noexcept;
     [[nodiscard]] std::uint32_t FindBlock(std::uint32_t& position) const noexcept;
     void ForgetCursor() const noexcept { cursorCount_ = 0; }
     void NoteOwner(const Block& block) noexcept;
+    void OpenGap(Block& block, std::uint32_t within) const noexcept;
     template <class Before>
     [[nodiscard]] std::uint32_t PartitionPointWithin(std::uint32_t low, std::uint32_t high,
                                                      Before& before) const {
