@@ -68,7 +68,7 @@ struct BagModel {
     }
     std::int32_t insertAt(std::int32_t position, Row row) {
         if (position < 1 || position > count()) position = count() + 1;
-        rows.insert(rows.begin() + position - 1, std::move(row));
+        rows.insert(rows.begin() + (position - 1), std::move(row));
         changed = true;
         return position;
     }
@@ -119,7 +119,7 @@ struct BagModel {
     }
 
     void removeAt(std::int32_t position) {
-        rows.erase(rows.begin() + position - 1);
+        rows.erase(rows.begin() + (position - 1));
         changed = true;
     }
 

@@ -19,8 +19,8 @@ namespace {
 template <class... Values>
 Array ArrayOf(VarType element, std::int32_t lower, const Values&... values) {
     Array array(element, lower, sizeof...(values));
-    std::int32_t at = lower;
-    (array.SetAt(at++, values), ...);
+    std::int64_t at = lower;
+    (array.SetAt(static_cast<std::int32_t>(at++), values), ...);
     return array;
 }
 
