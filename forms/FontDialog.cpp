@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -28,9 +29,7 @@ FontDialog::FontDialog(const FontChoice& shown, QWidget* owner)
     fonts_->setWindowFlags(Qt::Widget);
     fonts_->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
 
-    // Enter and Escape reach the part inside first; alone it would vanish and leave an empty frame.
-    connect(fonts_, &QDialog::accepted, this, &QDialog::accept);
-    connect(fonts_, &QDialog::rejected, this, &QDialog::reject);
+    fonts_->installEventFilter(this);
 
     colour_->setObjectName(QStringLiteral("TextColorBtn"));
     connect(colour_, &QPushButton::clicked, this, [this] { PickColour(); });
@@ -50,6 +49,23 @@ FontDialog::FontDialog(const FontChoice& shown, QWidget* owner)
 
 FontChoice FontDialog::Choice() const {
     return {WithChanges(choice_.Font, opened_, fonts_->currentFont()), choice_.Colour};
+}
+
+// The part inside takes itself for a dialog: Enter would do nothing, as it has no button, and
+// Escape would make it vanish and leave an empty frame.
+bool FontDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            accept();
+            return true;
+        }
+        if (key == Qt::Key_Escape) {
+            reject();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void FontDialog::PickColour() {

@@ -19,6 +19,9 @@ class FontDialog : public QDialog {
     // What the dialog was opened with, and over it only what the person has changed.
     [[nodiscard]] FontChoice Choice() const;
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void PickColour();
     void ShowColour();
