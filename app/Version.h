@@ -1,8 +1,9 @@
 #pragma once
-// The program's version numbers, as the build states them.
+// The program's version numbers, which are the library's.
 
 #include "platform/NumberText.h"
 #include "platform/Text.h"
+#include "platform/Version.h"
 
 namespace zorvane {
 

@@ -11,10 +11,11 @@ else()
 endif()
 option(ZORVANE_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(ZORVANE_BUILD_BENCH "Build the benchmarks (needs Boost; other peers where found)" OFF)
+option(ZORVANE_INSTALL "Let `cmake --install` install the library" ${PROJECT_IS_TOP_LEVEL})
 option(ZORVANE_WERROR "Treat warnings as errors" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
 endif()
 

@@ -1,0 +1,43 @@
+# What `cmake --install` puts where: headers below include/zorvane, one archive per floor, and what
+# find_package and pkg-config ask for. Components: library, viewer, program.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(floors platform runtime keylist collection propbag)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Zorvane)
+
+# Headers that only sources of their own floor include.
+set(within FileReplacement.h GapSort.h PosixFile.h PropertyObjects.h RankedOrder.h SameValue.h
+    SlotTable.h StreamEncoder.h StreamWords.h)
+set(leave_out "")
+foreach(header IN LISTS within)
+    list(APPEND leave_out PATTERN ${header} EXCLUDE)
+endforeach()
+
+foreach(floor IN LISTS floors)
+    set_target_properties(zorvane_${floor} PROPERTIES EXPORT_NAME ${floor})
+    install(TARGETS zorvane_${floor} EXPORT Zorvane
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/${floor}
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorvane COMPONENT library
+        FILES_MATCHING PATTERN *.h ${leave_out})
+endforeach()
+install(TARGETS zorvane EXPORT Zorvane)
+
+install(EXPORT Zorvane NAMESPACE zorvane:: FILE ZorvaneTargets.cmake
+    DESTINATION ${package_dir} COMPONENT library)
+configure_package_config_file(${PROJECT_SOURCE_DIR}/packaging/ZorvaneConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/ZorvaneConfig.cmake INSTALL_DESTINATION ${package_dir}
+    NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZorvaneConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ZorvaneConfig.cmake
+    ${PROJECT_BINARY_DIR}/ZorvaneConfigVersion.cmake
+    DESTINATION ${package_dir} COMPONENT library)
+
+# The file finds its prefix from where it lies, so that an installed tree may be moved.
+file(RELATIVE_PATH up ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" up "${up}")
+configure_file(${PROJECT_SOURCE_DIR}/packaging/zorvane.pc.in ${PROJECT_BINARY_DIR}/zorvane.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zorvane.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)
