@@ -117,6 +117,8 @@ void Form::ShowOwned(Form* owner) {
         setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint |
                        (fixed ? Qt::WindowFlags() : Qt::WindowMinMaxButtonsHint));
+        // Flags make the toolkit forget that its place was that of the inner rectangle.
+        if (placement_.Placed()) setGeometry(geometry());
     }
     winId();  // an owner must be named before the window is first mapped
     if (owner) {
