@@ -264,11 +264,15 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         ASSERT_TRUE(reading.Damage) << row.what;
         EXPECT_EQ(reading.Damage->Word, row.named) << row.what << ": " << reading.Damage->what();
     }
+    Words otherBounds = TwoEntries();
+    otherBounds[10] = 0;
+    otherBounds[12] = 1;
     const struct {
         const char* what;
         Words words;
         std::size_t named;
     } others[] = {
+        {"names that do not begin at 1", otherBounds, 8},
         {"no entries", Hex("FFFF FFFF 0003 0004 0000 0000"), 4},
         {"a count of 16 bits", Hex("FFFF FFFF 0002 0002 0001"), 2},
         {"a pad that is not 0", OneEntry(Hex("0011 0001 0105")), kValueWord + 2},
