@@ -2,7 +2,6 @@
 
 #include <QClipboard>
 #include <QDir>
-#include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -10,8 +9,12 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QScreen>
 #include <QStandardPaths>
+#include <QStyleOptionHeader>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "demos/TimingChart.h"
 #include "forms/Dialogs.h"
@@ -23,6 +26,39 @@
 #include "platform/NumberText.h"
 
 namespace zorvane {
+namespace {
+
+// The stated columns are narrower than the longest caption: it may break behind a low line.
+class BreakingHeader : public QHeaderView {
+  public:
+    explicit BreakingHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+        setSectionsMovable(false);
+        setHighlightSections(false);
+    }
+
+  protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        option->text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
+        option->textAlignment |= static_cast<Qt::Alignment>(Qt::TextWordWrap);
+    }
+    [[nodiscard]] QSize sectionSizeFromContents(int section) const override {
+        const QSize one = QHeaderView::sectionSizeFromContents(section);
+        return {one.width(), one.height() + fontMetrics().lineSpacing()};
+    }
+};
+
+// Rows with a little air, so that fourteen of them can be told apart.
+class AiryRows : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
+    }
+};
+
+}  // namespace
 
 FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
     : Form("FrmDemo1"),
@@ -48,6 +84,8 @@ FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
     list_->setObjectName(QStringLiteral("LV"));
     list_->setAccessibleName(QStringLiteral("Times of each container in seconds"));
     list_->setFont(CompactFont(8.25));
+    list_->setHeader(new BreakingHeader(list_));
+    list_->setItemDelegate(new AiryRows(list_));
     for (std::size_t i = 0; i < kContenders.size(); ++i) {
         const ContenderInfo& contender = kContenders.at(i);
         QPushButton* const button = Button(contender.Button, ToQString(contender.ButtonCaption));
@@ -75,6 +113,8 @@ QPushButton* FrmDemo1::Button(const char* name, const QString& caption) {
 }
 
 void FrmDemo1::LayOut() {
+    label1_->setWordWrap(false);
+    label2_->setWordWrap(false);
     auto* count = new QHBoxLayout;
     count->addWidget(label1_);
     text1_->setFixedWidth(ToPixels(1100));
@@ -85,22 +125,26 @@ void FrmDemo1::LayOut() {
 
     auto* buttons = new QVBoxLayout;
     for (QPushButton* button : contenders_) {
-        button->setMinimumHeight(ToPixels(480));
+        button->setMinimumHeight(ToPixels(450));
         buttons->addWidget(button);
     }
     buttons->addStretch();
     for (QPushButton* button : {copyBtn_, saveBtn_, orderBtn_, closeBtn_}) {
         buttons->addWidget(button);
     }
-    auto* layout = new QGridLayout(this);
+    auto* table = new QVBoxLayout;
+    table->addWidget(list_, 1000);  // as high as it may be before the rest stays empty
+    table->addStretch(1);
+    auto* upper = new QHBoxLayout;
+    upper->setSpacing(10);
+    upper->addLayout(table);
+    upper->addLayout(buttons, 1);
+    auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
-    layout->addLayout(count, 0, 0, 1, 2);
-    layout->addWidget(list_, 1, 0);
-    layout->addLayout(buttons, 1, 1);
-    layout->addWidget(chart_, 2, 0, 1, 2);
-    layout->setColumnStretch(0, 1);
-    layout->setRowStretch(2, 1);
+    layout->addLayout(count);
+    layout->addLayout(upper);
+    layout->addWidget(chart_, 1);
 
     QWidget* previous = text1_;
     for (QWidget* next : std::initializer_list<QWidget*>{
@@ -109,7 +153,10 @@ void FrmDemo1::LayOut() {
         setTabOrder(previous, next);
         previous = next;
     }
-    resize(ToPixels(10800), ToPixels(10200));
+    // On a small screen the chart gives way.
+    constexpr int kFrame = 40;
+    const int room = screen()->availableGeometry().height() - kFrame;
+    resize(ToPixels(10800), std::min(ToPixels(10200), room));
     contenders_[0]->setFocus();
 }
 
@@ -124,9 +171,13 @@ void FrmDemo1::Form_Load() {
     for (int row = 1; row <= TimingTable::kRows; ++row) {
         list_->AddRow({ToQString(TimingTable::Description(row))});
     }
-    const int height = list_->sizeHintForRow(0) * TimingTable::kRows +
-                       list_->header()->sizeHint().height() + 2 * list_->frameWidth();
-    list_->setFixedHeight(height);
+    // All columns and rows without scrolling, and at least half of the rows.
+    const int frame = 2 * list_->frameWidth();
+    const int heading = list_->header()->sizeHint().height();
+    const int row = list_->sizeHintForRow(0);
+    list_->setFixedWidth(list_->header()->length() + frame);
+    list_->setMinimumHeight(heading + row * TimingTable::kRows / 2 + frame);
+    list_->setMaximumHeight(heading + row * TimingTable::kRows + frame);
     Refresh();
     Screen::The().SetMousePointer(Pointer::Default);
 }

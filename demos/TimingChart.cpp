@@ -3,6 +3,8 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <cmath>
+#include <vector>
 
 #include "demos/TimingTable.h"
 #include "forms/Strings.h"
@@ -54,11 +56,19 @@ bool TimingChart::HasResults() const {
     return !Scale().Marks().empty();
 }
 
+std::set<std::int32_t> TimingChart::ItemCounts() const {
+    std::set<std::int32_t> counts;
+    for (int column = 1; column < TimingTable::kColumns; ++column) {
+        if (table_.Items(column) != 0) counts.insert(table_.Items(column));
+    }
+    return counts;
+}
+
 QRectF TimingChart::Plot() const {
     const int line = fontMetrics().height();
     const int labels = fontMetrics().horizontalAdvance(QStringLiteral("000 ms")) + 8;
-    // The legend above, two lines of test names below.
-    return QRectF(rect()).adjusted(kEdge + labels, kEdge + 1.6 * line, -kEdge, -kEdge - 2.4 * line);
+    // Title and legend above, two lines of test names below.
+    return QRectF(rect()).adjusted(kEdge + labels, kEdge + 3 * line, -kEdge, -kEdge - 2.2 * line);
 }
 
 QRectF TimingChart::GroupOf(int test) const {
@@ -71,10 +81,18 @@ QRectF TimingChart::BarOf(int test, int column) const {
     const auto fine = table_.Fine(kTimingTests.at(static_cast<std::size_t>(test) - 1).Row, column);
     if (!fine || !(fine->Seconds > 0)) return {};
     const QRectF group = GroupOf(test);
+    // Only contenders with results take room, in the middle of the group.
+    int before = 0;
+    int shown = 0;
+    for (int each = 1; each < TimingTable::kColumns; ++each) {
+        if (table_.Items(each) == 0) continue;
+        ++shown;
+        if (each < column) ++before;
+    }
     const double width = group.width() * 0.8 / (TimingTable::kColumns - 1);
+    const double left = group.center().x() + (before - shown / 2.0) * width;
     const double height = group.height() * Scale().HeightOf(fine->Seconds);
-    return {group.left() + group.width() * 0.1 + (column - 1) * width, group.bottom() - height,
-            width, height};
+    return {left, group.bottom() - height, width, height};
 }
 
 bool TimingChart::event(QEvent* event) {
@@ -147,20 +165,27 @@ void TimingChart::PaintLegend(QPainter& painter, const ChartScale& scale) const 
     const double line = fontMetrics().height();
     const double box = line * 0.7;
     painter.setPen(palette().text().color());
-    const QString kind = scale.Logarithmic() ? QStringLiteral("Time of each test, logarithmic")
-                                             : QStringLiteral("Time of each test");
-    painter.drawText(QRectF(kEdge, kEdge - 2, width() - 2 * kEdge, line), Qt::AlignLeft, kind);
-    double right = width() - kEdge;
-    for (int column = TimingTable::kColumns - 1; column >= 1; --column) {
+    const std::set<std::int32_t> counts = ItemCounts();
+    QString title = QStringLiteral("Each test by a finer clock than the table's");
+    if (counts.size() == 1) {
+        title += QStringLiteral(", with %1 items").arg(ToQString(GroupedText(*counts.begin())));
+    }
+    if (scale.Logarithmic()) title += QStringLiteral("; logarithmic scale");
+    painter.drawText(QRectF(kEdge, kEdge - 4, width() - 2 * kEdge, line), Qt::AlignLeft, title);
+    double left = Plot().left();
+    const double top = kEdge + 1.2 * line;
+    for (int column = 1; column < TimingTable::kColumns; ++column) {
         if (table_.Items(column) == 0) continue;
-        const QString name = ToQString(TimingTable::ColumnCaption(column) + u", " +
-                                       GroupedText(table_.Items(column)) + u" items");
+        QString name = ToQString(TimingTable::ColumnCaption(column));
+        // Columns of different sizes do not compare: say which is which.
+        if (counts.size() > 1) {
+            name += QStringLiteral(" (%1)").arg(ToQString(GroupedText(table_.Items(column))));
+        }
+        painter.fillRect(QRectF(left, top + (line - box) / 2, box, box), ColourOf(column));
+        left += box + 5;
         const double wide = fontMetrics().horizontalAdvance(name);
-        right -= wide;
-        painter.drawText(QRectF(right, kEdge - 2, wide + 1, line), Qt::AlignLeft, name);
-        right -= box + 5;
-        painter.fillRect(QRectF(right, kEdge - 2 + (line - box) / 2, box, box), ColourOf(column));
-        right -= 14;
+        painter.drawText(QRectF(left, top, wide + 1, line), Qt::AlignLeft, name);
+        left += wide + 16;
     }
 }
 

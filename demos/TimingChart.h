@@ -4,7 +4,8 @@
 
 #include <QRectF>
 #include <QWidget>
-#include <vector>
+#include <cstdint>
+#include <set>
 
 #include "demos/ChartScale.h"
 
@@ -30,6 +31,7 @@ class TimingChart : public QWidget {
     [[nodiscard]] QColor ColourOf(int column) const;
     [[nodiscard]] QRectF GroupOf(int test) const;
     [[nodiscard]] bool HasResults() const;
+    [[nodiscard]] std::set<std::int32_t> ItemCounts() const;
     void PaintAxis(QPainter& painter, const ChartScale& scale) const;
     void PaintBars(QPainter& painter) const;
     void PaintLegend(QPainter& painter, const ChartScale& scale) const;
