@@ -1,12 +1,57 @@
 // Frames: the same eight numbers after any number of openings, whatever the window manager adds.
 
+#include <QGuiApplication>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include "app/FrmMainDemo.h"
 #include "tests/windows/propbag/PropBagFixture.h"
 
 namespace zorvane::test {
 namespace {
 
+int NumberAfter(const QString& words, const QString& text) {
+    const QRegularExpression number(QRegularExpression::escape(words) + "\\s*(-?\\d+)");
+    return number.match(text).captured(1).toInt();
+}
+
+QString Asked(const QString& id, const QStringList& more = {}) {
+    QProcess asked;
+    asked.start("xwininfo", QStringList{"-id", id} + more);
+    asked.waitForFinished();
+    return QString::fromUtf8(asked.readAllStandardOutput());
+}
+
+// The frame as the display knows it, whatever the toolkit believes; without a display the
+// toolkit's.
+QRect RealFrame(const QWidget& window) {
+    const bool asked = QGuiApplication::platformName() == "xcb" && window.devicePixelRatio() == 1;
+    if (!asked) return window.frameGeometry();  // the display counts real pixels
+    const QString tree = Asked(QString::number(window.winId()), {"-tree"});
+    const QRegularExpression parent("Parent window id: (0x[0-9a-f]+)");
+    const QString frame = Asked(parent.match(tree).captured(1));
+    const int border = NumberAfter("Border width:", frame);
+    return {NumberAfter("Absolute upper-left X:", frame) - border,
+            NumberAfter("Absolute upper-left Y:", frame) - border,
+            NumberAfter("Width:", frame) + 2 * border, NumberAfter("Height:", frame) + 2 * border};
+}
+
+QRect ToldFrame(const Form& window) {
+    return {ToPixels(window.Left()), ToPixels(window.Top()), ToPixels(window.Width()),
+            ToPixels(window.Height())};
+}
+
 class FramesTest : public PropBagTest {
   protected:
+    void SetUp() override {
+        PropBagTest::SetUp();
+        owner_ = MakeObject<FrmMainDemo>();
+        ASSERT_TRUE(Shown(*owner_));
+    }
+    void TearDown() override {
+        owner_->Unload();
+        PropBagTest::TearDown();
+    }
     // The words under which window 1 is kept: all eight properties at once.
     Variant Stored() { return session_.Bag().Item(u"DemoZVPropertyBag1"); }
 };
@@ -17,14 +62,13 @@ TEST_F(FramesTest, TwentyReopeningsBringTheSameEightNumbers) {
     window->resize(517, 393);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->size() == QSize(517, 393); }));
     QTest::qWait(50);
+    const QRect frame = RealFrame(*window);
     Close(window);
     const Variant stored = Stored();
-    QRect frame;
     for (int cycle = 1; cycle <= 20; ++cycle) {
         session_ = PropBagSession();
         window = Open();
-        if (cycle == 1) frame = window->frameGeometry();
-        EXPECT_EQ(window->frameGeometry(), frame) << "cycle " << cycle;
+        EXPECT_EQ(RealFrame(*window), frame) << "cycle " << cycle;
         EXPECT_EQ(window->size(), QSize(517, 393)) << "cycle " << cycle;
         Close(window);
         ASSERT_TRUE(Stored() == stored) << "cycle " << cycle;
@@ -39,13 +83,41 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactly) {
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return window->size() == QSize(400 + 11 * cycle, 300 + 7 * cycle); }));
         QTest::qWait(20);
-        const QRect frame = window->frameGeometry();
+        const QRect frame = RealFrame(*window);
         Close(window);
         const Variant stored = Stored();
         window = Open();
-        EXPECT_EQ(window->frameGeometry(), frame) << "cycle " << cycle;
+        EXPECT_EQ(RealFrame(*window), frame) << "cycle " << cycle;
         Close(window);
         EXPECT_TRUE(Stored() == stored) << "cycle " << cycle;
+    }
+}
+
+// As the program shows it: modal, over the main window, with another one beside it.
+TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
+    for (int opening = 1; opening <= 3; ++opening) {
+        SCOPED_TRACE(opening);
+        session_.Load(file_);
+        const Ref<frmDemo2> window = MakeObject<frmDemo2>(session_);
+        const Variant restored =
+            session_.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = window});
+        const QRect wanted = ToldFrame(*window);
+        WhenModal<frmDemo2> act([&](frmDemo2& first) {
+            QTest::qWait(300);
+            EXPECT_EQ(ToldFrame(first), RealFrame(first));
+            if (opening > 1) {
+                EXPECT_EQ(ToldFrame(first), wanted);
+            }
+            if (frmDemo2* second = Next(&first, 2)) {
+                QTest::qWait(300);
+                EXPECT_EQ(ToldFrame(*second), RealFrame(*second));
+                const bool beside = second->Left() > first.Left() + first.Width();
+                EXPECT_EQ(second->Top() == first.Top(), beside);
+            }
+            first.Unload();
+        });
+        window->ShowModal(owner_.Get());
+        session_.Save(file_);
     }
 }
 

@@ -46,7 +46,8 @@ class PropBagTest : public WindowTest {
         const Variant restored =
             session_.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = window});
         EXPECT_EQ(restored.AsObject().Get(), Ref<Object>(window).Get()) << "restored in place";
-        EXPECT_TRUE(Shown(*window));
+        window->ShowOwned(owner_.Get());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.Get()));
         EXPECT_TRUE(QTest::qWaitFor([&] { return window->FrameSettled(); }));
         return window;
     }
@@ -79,6 +80,7 @@ class PropBagTest : public WindowTest {
         return nullptr;
     }
 
+    Ref<Form> owner_;  // on the screen, or none
     QTemporaryDir folder_;
     Text file_ = ToText(folder_.filePath(QStringLiteral("PropBag.dat")));
     PropBagSession session_;
