@@ -26,8 +26,8 @@ namespace zorvane {
 
 // What Add takes beyond item and key. Before and After name an entry as vKeyIndex does.
 struct CollectionExAdd {
-    std::optional<Variant> Before;
-    std::optional<Variant> After;
+    std::optional<Variant> Before = {};
+    std::optional<Variant> After = {};
     bool Replace = false;  // a key that is present gets the new item instead of raising 457
 };
 

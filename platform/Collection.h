@@ -18,9 +18,9 @@ namespace zorvane {
 
 // What Add takes beyond the item. Before and After name an entry as vKeyIndex does; not both.
 struct CollectionAdd {
-    std::optional<Text> Key;
-    std::optional<Variant> Before;
-    std::optional<Variant> After;
+    std::optional<Text> Key = {};
+    std::optional<Variant> Before = {};
+    std::optional<Variant> After = {};
 };
 
 // A vKeyIndex that holds a text is a key (raises 5 when absent); any other converts to a 32-bit
