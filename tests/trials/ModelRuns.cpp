@@ -7,7 +7,9 @@
 #include <cstdlib>
 
 #include "tests/unit/collection/CollectionModelRun.h"
+#include "tests/unit/keylist/CollectionExModelRun.h"
 #include "tests/unit/keylist/KeyListModelRun.h"
+#include "tests/unit/platform/CollectionModelRun.h"
 #include "tests/unit/propbag/BagModelRun.h"
 
 int main(int argc, char** argv) {
@@ -16,8 +18,10 @@ int main(int argc, char** argv) {
     struct {
         const char* name;
         std::optional<std::string> (*run)(std::uint32_t seed, int operations);
-    } const containers[] = {{"KeyListEX", zorvane::RunKeyListModel},
+    } const containers[] = {{"Collection", zorvane::RunPlatformCollectionModel},
+                            {"KeyListEX", zorvane::RunKeyListModel},
                             {"ZVCollectionEx", zorvane::RunCollectionModel},
+                            {"CollectionEx", zorvane::RunCollectionExModel},
                             {"ZVPropertyBag", zorvane::RunBagModel}};
     for (const auto& container : containers) {
         for (long seed = 1; seed <= seeds; ++seed) {

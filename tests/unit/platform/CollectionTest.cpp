@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
-#include <random>
 #include <string>
 
-#include "platform/CaseMapping.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/Raises.h"
+#include "tests/unit/platform/CollectionModelRun.h"
 
 namespace zorvane {
 namespace {
@@ -128,50 +125,11 @@ TEST(Collection_Enumeration, GoesOnOverRemovalsWithoutLeavingTheItems) {
     EXPECT_EQ(visited, 2);
 }
 
-// A plain list with linear search goes through the same operations.
+// Catches any step of any operation that leaves another state or outcome than a plain list.
 TEST(Collection_Model, AgreesWithAPlainListOverRandomOperations) {
-    struct Entry {
-        int item;
-        Text key;
-    };
-    std::mt19937 random(20260301);
-    const auto below = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
-    Collection collection;
-    std::vector<Entry> model;
-    const auto find = [&](const Text& key) {
-        return std::find_if(model.begin(), model.end(), [&](const Entry& entry) {
-            return EqualTexts(entry.key, key, CompareMode::Text);
-        });
-    };
-    for (int step = 0; step < 30000; ++step) {
-        const Text key(std::u16string(1 + below(2), static_cast<char16_t>(u'A' + below(40))));
-        const auto found = find(key);
-        const std::size_t kind = below(10);
-        if (kind < 5 && model.size() < 60) {
-            const std::size_t at = below(model.size() + 1);
-            CollectionAdd options{.Key = key};
-            if (at < model.size()) options.Before = static_cast<std::int32_t>(at + 1);
-            const std::int32_t error =
-                NumberRaisedBy([&] { collection.Add(step, std::move(options)); });
-            ASSERT_EQ(error, found == model.end() ? 0 : 457);
-            if (error == 0)
-                model.insert(model.begin() + static_cast<std::ptrdiff_t>(at), {step, key});
-        } else if (kind < 7) {
-            const std::int32_t error = NumberRaisedBy([&] { collection.Remove(key); });
-            ASSERT_EQ(error, found == model.end() ? 5 : 0);
-            if (error == 0) model.erase(found);
-        } else if (kind < 8 && !model.empty()) {
-            const std::size_t at = below(model.size());
-            collection.Remove(static_cast<std::int32_t>(at + 1));
-            model.erase(model.begin() + static_cast<std::ptrdiff_t>(at));
-        } else if (found != model.end()) {
-            ASSERT_EQ(collection.Item(key), Variant(found->item));
-        }
-        ASSERT_EQ(collection.Count(), static_cast<std::int32_t>(model.size()));
-        ASSERT_TRUE(std::equal(
-            collection.begin(), collection.end(), model.begin(), model.end(),
-            [](const Variant& item, const Entry& entry) { return item == Variant(entry.item); }))
-            << "step " << step;
+    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
+        const auto disagreement = RunPlatformCollectionModel(seed, 2000);
+        ASSERT_FALSE(disagreement) << "seed " << seed << ", " << *disagreement;
     }
 }
 
