@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "platform/CaseMapping.h"
@@ -223,8 +224,15 @@ class KeyedRecords : public Object {
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
     void RestoreKeyOrder() {
         if (sortComparer_ == keyComparer_) return;
+        const auto column = std::make_pair(sortOffset_, sortComparer_);
         SelectKey();
-        Sort();
+        try {
+            Sort();
+        } catch (...) {
+            // The next search has to try again: in this order it would miss keys.
+            std::tie(sortOffset_, sortComparer_) = column;
+            throw;
+        }
     }
     [[nodiscard]] Search SearchSorted(const Text& key, bool firstOfEquals) const;
     void SelectKey() noexcept {

@@ -332,5 +332,23 @@ TEST(KeyListEX, AFailedAllocationLeavesTheListAsItWas) {
     }
 }
 
+TEST(KeyListEX, AFailedReSortBeforeALookUpIsMadeUpByTheNextLookUp) {
+    const auto make = [] {
+        KeyListEX list;
+        for (int i = 0; i < 16; ++i) list.Add(i, Text("k") + std::to_string(i));
+        for (int i = 1; i <= 16; ++i) list.SetItemLong(i, i * 7 % 16);
+        list.SortBy(u"ItemLong", true);
+        return list;
+    };
+    const int failures = WithEveryAllocationFailing(
+        make, [](KeyListEX& list) { static_cast<void>(list.Item(u"k5")); },
+        [](KeyListEX& list, bool) {
+            for (int i = 0; i < 16; ++i) {
+                EXPECT_EQ(list.Item(Text("k") + std::to_string(i)), Variant(i));
+            }
+        });
+    EXPECT_GT(failures, 0);
+}
+
 }  // namespace
 }  // namespace zorvane
