@@ -145,8 +145,10 @@ void frmDemo2::Form_Load() {
     number_ = ++session_.Counter;
     label1_->SetCaption(Text(u"Form No : ") + LongText(number_));
     label2_->SetCaption(kExplanation);
-    if (!session_.Lasting())
-        label3_->SetCaption(u"Settings cannot be kept here: the program's folder is read-only.");
+    if (!session_.Lasting()) {
+        label3_->SetCaption(u"Settings cannot be kept here.");
+        label3_->setToolTip(QStringLiteral("The program's folder cannot be written."));
+    }
     Form_Resize();
     Screen::The().SetMousePointer(Pointer::Default);
 }
