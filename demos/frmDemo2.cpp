@@ -104,6 +104,7 @@ frmDemo2::frmDemo2(PropBagSession& session)
     label2_->setObjectName(QStringLiteral("Label2"));
     label2_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label3_->setObjectName(QStringLiteral("Label3"));
+    label3_->hide();
     explanation_->setObjectName(QStringLiteral("Explanation"));
     explanation_->setAccessibleName(QStringLiteral("Explanation"));
     explanation_->setFrameShape(QFrame::NoFrame);
@@ -148,6 +149,7 @@ void frmDemo2::Form_Load() {
     if (!session_.Lasting()) {
         label3_->SetCaption(u"Settings cannot be kept here.");
         label3_->setToolTip(QStringLiteral("The program's folder cannot be written."));
+        label3_->show();
     }
     Form_Resize();
     Screen::The().SetMousePointer(Pointer::Default);

@@ -297,11 +297,14 @@ TEST_F(frmDemo2Test, ALargeFontIsScrolledAndCoversNothing) {
 
 TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysSo) {
     auto window = Open();
-    EXPECT_TRUE(Control<QLabel>(window.Get(), "Label3")->text().isEmpty());
+    EXPECT_FALSE(Control<QLabel>(window.Get(), "Label3")->isVisible());
     Close(window);
     file_ = ToText(folder_.filePath(QStringLiteral("no folder/PropBag.dat")));
     window = Open();
-    EXPECT_TRUE(Control<QLabel>(window.Get(), "Label3")->text().contains("cannot be kept"));
+    const auto* line = Control<QLabel>(window.Get(), "Label3");
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_TRUE(line->text().contains("cannot be kept"));
+    EXPECT_LE(line->fontMetrics().horizontalAdvance(line->text()), line->width()) << "one line";
     Close(window);
     EXPECT_EQ(dialogs_.Said.size(), 0U) << "nothing more is said";
 }
