@@ -1,5 +1,6 @@
 # What `cmake --install` puts where: headers below include/zorvane, one archive per floor, and what
-# find_package and pkg-config ask for. Components: library, viewer, program.
+# find_package and pkg-config ask for. Components: library, viewer, and
+# portable, which only a request by name installs.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -41,3 +42,21 @@ string(REGEX REPLACE "/$" "" up "${up}")
 configure_file(${PROJECT_SOURCE_DIR}/packaging/zorvane.pc.in ${PROJECT_BINARY_DIR}/zorvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zorvane.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)
+
+set(desktop ${PROJECT_SOURCE_DIR}/packaging/desktop)
+if(TARGET zorvane_bag)
+    install(TARGETS zorvane_bag RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT viewer)
+    install(FILES ${desktop}/zorvane-bag.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT viewer)
+endif()
+
+# The program keeps its state beside itself, so it lives in a folder of its user's.
+if(TARGET zorvane_program AND TARGET zorvane_bag)
+    set(portable COMPONENT portable EXCLUDE_FROM_ALL)
+    install(TARGETS zorvane_program zorvane_bag RUNTIME DESTINATION . ${portable})
+    install(PROGRAMS packaging/portable/add-to-menu DESTINATION . ${portable})
+    install(FILES packaging/portable/README LICENSE DESTINATION . ${portable})
+    install(FILES ${desktop}/zorvane.desktop DESTINATION share/applications ${portable})
+    install(FILES ${desktop}/zorvane.svg DESTINATION share/icons/hicolor/scalable/apps ${portable})
+    install(FILES ${desktop}/org.zorvane.zorvane.metainfo.xml DESTINATION share/metainfo ${portable})
+    install(FILES ${desktop}/zorvane.1 ${desktop}/zorvane-bag.1 DESTINATION share/man/man1 ${portable})
+endif()
