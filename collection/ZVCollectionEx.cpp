@@ -59,6 +59,11 @@ ZVCollectionEx& ZVCollectionEx::operator=(ZVCollectionEx&& other) noexcept {
     return *this;
 }
 
+// While the collection still stands: a release may run code that uses it, and even add to it.
+ZVCollectionEx::~ZVCollectionEx() {
+    while (Count() != 0) Clear();
+}
+
 Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     const bool raise = Options.ReturnItem;
     if (Key.Empty()) {

@@ -38,6 +38,7 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     ZVCollectionEx& operator=(ZVCollectionEx&& other) noexcept;
     ZVCollectionEx(const ZVCollectionEx&) = delete;  // CopyFrom copies
     ZVCollectionEx& operator=(const ZVCollectionEx&) = delete;
+    ~ZVCollectionEx() override;
 
     // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
     // the place follows from the key; otherwise from Before, After or Position (1..Count()+1), else

@@ -51,7 +51,10 @@ class CollectionEx : public Object {
     }
     CollectionEx(const CollectionEx&) = delete;
     CollectionEx& operator=(const CollectionEx&) = delete;
-    ~CollectionEx() override { ReleaseAll(); }
+    // A release may run code that uses the collection, and even add to it.
+    ~CollectionEx() override {
+        while (Count() != 0 || snapshot_) ReleaseAll();
+    }
 
     // The capacity after Clear (at least 20), what is added when it is reached (below 20: the
     // initial size) and hash slots per record (at least 1.5). An empty collection is cleared; one

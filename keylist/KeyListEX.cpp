@@ -6,6 +6,7 @@
 #include <new>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
 namespace zorvane {
 namespace {
@@ -35,6 +36,11 @@ KeyListEX& KeyListEX::operator=(KeyListEX&& other) noexcept {
     KeyListEX taken(std::move(other));
     swap(*this, taken);
     return *this;
+}
+
+// While the list still stands: a release may run code that uses it, and even add to it.
+KeyListEX::~KeyListEX() {
+    while (Count() != 0 || snapshot_) Clear();
 }
 
 Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
@@ -86,7 +92,7 @@ void KeyListEX::Clear() {
     swap(records_, doomed);
     KeyIndex none;
     swap(index_, none);
-    snapshot_.reset();
+    const ItemSnapshot stale = std::exchange(snapshot_, nullptr);
     settings_ = {.Granularity = std::max(Granularity(), kClearedGranularity)};
     capacity_ = kClearedCapacity;
     repeats_ = false;

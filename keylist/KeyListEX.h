@@ -34,6 +34,7 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     KeyListEX& operator=(KeyListEX&& other) noexcept;
     KeyListEX(const KeyListEX&) = delete;  // CopyFrom copies
     KeyListEX& operator=(const KeyListEX&) = delete;
+    ~KeyListEX() override;
 
     // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
     // the place follows from the key and Before and After are ignored; otherwise the entry goes

@@ -258,6 +258,23 @@ TEST(ZVCollectionEx, AReleaseThatCallsBackFindsTheCollectionWhole) {
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
+TEST(ZVCollectionEx, AReleaseAtItsEndStillFindsTheCollectionStanding) {
+    int calls = 0;
+    {
+        ZVCollectionEx collection = Filled({"a", "z"});
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                collection.Add(added, Text("again") + std::to_string(calls));
+                EXPECT_EQ(collection.Count(), 1);
+            });
+        };
+        collection.Add(callingBack(callingBack(7)), u"m");
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(ZVCollectionEx, AFailedAllocationLeavesTheCollectionAsItWas) {
     const struct {
         const char* what;

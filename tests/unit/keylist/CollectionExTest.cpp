@@ -360,6 +360,23 @@ TEST(CollectionEx_Release, OfACollectionThatHoldsItselfWaitsForClear) {
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
+TEST(CollectionEx_End, LetsAReleaseAddToTheDyingCollection) {
+    int calls = 0;
+    {
+        CollectionEx collection;
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                collection.Add(added, Text(u"again") + Variant(calls).ToText());
+                EXPECT_EQ(collection.Count(), 1);
+            });
+        };
+        collection.Add(callingBack(callingBack(7)), u"key");
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(CollectionEx_End, LetsAReleaseLookIntoTheDyingCollection) {
     std::int32_t seen = -1;
     {

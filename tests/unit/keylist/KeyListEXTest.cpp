@@ -275,6 +275,24 @@ TEST(KeyListEX, AReleaseThatCallsBackFindsTheListWhole) {
     }
 }
 
+TEST(KeyListEX, AReleaseAtItsEndStillFindsTheListStanding) {
+    int calls = 0;
+    {
+        KeyListEX list = Filled({"a", "z"});
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                list.Add(added, Text("again") + std::to_string(calls));
+                EXPECT_EQ(list.Count(), 1);
+            });
+        };
+        list.Add(callingBack(callingBack(7)), u"m");
+        static_cast<void>(list.NewEnum());
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(KeyListEX, AListStoredInItselfIsFreedByClear) {
     auto list = MakeObject<KeyListEX>();
     list->Add(list, u"self");
