@@ -17,9 +17,12 @@ bool Names(std::u16string_view member, std::u16string_view name) noexcept {
 }  // namespace
 
 Collection::~Collection() {
-    // Releasing an item may run code that still looks in here: it finds an empty collection.
-    buckets_.clear();
-    const auto doomed = std::exchange(order_, {});
+    // Releasing an item may run code that still looks in here: it finds an empty collection,
+    // and may even add to it.
+    while (!order_.empty()) {
+        buckets_.clear();
+        const auto doomed = std::exchange(order_, {});
+    }
 }
 
 void Collection::Add(Variant item, CollectionAdd options) {

@@ -102,6 +102,23 @@ TEST(Collection_Remove, ReleasesTheItemOnceAndAfterEverythingStands) {
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
+TEST(Collection_End, LetsAReleaseAddToTheDyingCollection) {
+    int calls = 0;
+    {
+        Collection collection;
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                collection.Add(added, {.Key = Text(u"again") + Variant(calls).ToText()});
+                EXPECT_EQ(collection.Count(), 1);
+            });
+        };
+        collection.Add(callingBack(callingBack(7)), {.Key = u"key"});
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(Collection_End, LetsAReleaseLookIntoTheDyingCollection) {
     std::int32_t seen = -1;
     {
