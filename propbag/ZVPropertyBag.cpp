@@ -37,6 +37,11 @@ ZVPropertyBag& ZVPropertyBag::operator=(ZVPropertyBag&& other) noexcept {
     return *this;
 }
 
+// While the bag still stands: a release may run code that uses it, and even add to it.
+ZVPropertyBag::~ZVPropertyBag() {
+    while (Count() != 0) Clear();
+}
+
 Variant ZVPropertyBag::Add(Variant Item, Text Key, const AddOptions& Options) {
     const auto fail = [&](Failure failure, std::u16string_view member, std::u16string_view label,
                           const Variant& argument) -> Variant {

@@ -37,6 +37,7 @@ class ZVPropertyBag : public Object {
     ZVPropertyBag& operator=(ZVPropertyBag&& other) noexcept;
     ZVPropertyBag(const ZVPropertyBag&) = delete;  // CopyFrom copies
     ZVPropertyBag& operator=(const ZVPropertyBag&) = delete;
+    ~ZVPropertyBag() override;
 
     // Adds an entry and gives its position (Long). While Sorted() the place follows from the name
     // and the other places are ignored; otherwise the entry goes where Before or After say, or to

@@ -351,6 +351,23 @@ TEST(ZVPropertyBag_Remove, TheGapIsClosedAndTheValueReleasedOnce) {
     EXPECT_EQ(Shown(bag), "b=2");
 }
 
+TEST(ZVPropertyBag_Release, AnObjectWhoseEndAddsToTheDyingBagFindsItStanding) {
+    int calls = 0;
+    {
+        ZVPropertyBag bag;
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                bag.Add(added, u"again");
+                EXPECT_EQ(bag.Count(), 1);
+            });
+        };
+        bag.Add(callingBack(callingBack(7)), u"m");
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 // Each way a value can be let go runs the same test: the object's end uses the bag it was in.
 TEST(ZVPropertyBag_Release, AnObjectWhoseEndUsesTheBagFindsItWhole) {
     const struct {
