@@ -25,7 +25,7 @@ namespace zorvane {
 
 struct PropertyOptions {
     std::optional<Variant> Default = {};  // omitted is not the same as Empty
-    std::int32_t Index = 0;          // a position from 1 instead of the name; 0 = by name
+    std::int32_t Index = 0;               // a position from 1 instead of the name; 0 = by name
 };
 
 class ZVPropertyBag : public Object {

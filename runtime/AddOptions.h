@@ -12,8 +12,8 @@ namespace zorvane {
 struct AddOptions {
     std::optional<Variant> Before = {};  // the new entry goes before this key or position ...
     std::optional<Variant> After = {};   // ... or behind this one; Before takes precedence
-    std::int32_t Position = 0;      // ... or here, where the class uses it; 0 = not given
-    bool ReturnItem = false;        // give back the item and raise failures, instead of codes
+    std::int32_t Position = 0;           // ... or here, where the class uses it; 0 = not given
+    bool ReturnItem = false;             // give back the item and raise failures, instead of codes
 };
 
 // A position 1..count+1, or what is wrong with the Before or After that was given.
