@@ -30,17 +30,6 @@ bool IsCounted(VarType element) noexcept {
 
 std::size_t ArrayElementSize(VarType element) noexcept {
     switch (element) {
-        case VarType::Integer:
-        case VarType::Boolean:
-            return 2;
-        case VarType::Long:
-        case VarType::Single:
-        case VarType::Error:
-            return 4;
-        case VarType::Double:
-        case VarType::Currency:
-        case VarType::Date:
-            return 8;
         case VarType::String:
             return sizeof(Text);
         case VarType::Object:
@@ -49,10 +38,8 @@ std::size_t ArrayElementSize(VarType element) noexcept {
             return sizeof(Variant);
         case VarType::Decimal:
             return sizeof(Decimal);
-        case VarType::Byte:
-            return 1;
         default:
-            return 0;
+            return ScalarWidth(element);
     }
 }
 

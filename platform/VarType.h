@@ -1,6 +1,7 @@
 #pragma once
 // VarType: what a tagged value holds. The numbers are part of the stored format.
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zorvane {
@@ -33,6 +34,27 @@ constexpr bool IsArrayType(VarType type) noexcept {
 }
 constexpr VarType ElementTypeOf(VarType arrayType) noexcept {
     return static_cast<VarType>(static_cast<std::uint16_t>(arrayType) & ~0x2000u);
+}
+
+// Bytes of a scalar's value; 0 for texts, objects, arrays and types without a value.
+constexpr std::size_t ScalarWidth(VarType type) noexcept {
+    switch (type) {
+        case VarType::Integer:
+        case VarType::Boolean:
+            return 2;
+        case VarType::Long:
+        case VarType::Single:
+        case VarType::Error:
+            return 4;
+        case VarType::Double:
+        case VarType::Currency:
+        case VarType::Date:
+            return 8;
+        case VarType::Byte:
+            return 1;
+        default:
+            return 0;
+    }
 }
 
 }  // namespace zorvane

@@ -22,23 +22,7 @@ inline constexpr std::uint64_t kStreamArrayHeader = 8;
 
 // Bytes of a scalar's data in the stream; 0 for a type that is written without any.
 [[nodiscard]] constexpr std::uint16_t StreamWidth(VarType type) noexcept {
-    switch (type) {
-        case VarType::Integer:
-        case VarType::Boolean:
-            return 2;
-        case VarType::Long:
-        case VarType::Single:
-        case VarType::Error:
-            return 4;
-        case VarType::Double:
-        case VarType::Currency:
-        case VarType::Date:
-            return 8;
-        case VarType::Byte:
-            return 1;
-        default:
-            return 0;
-    }
+    return static_cast<std::uint16_t>(ScalarWidth(type));
 }
 
 // Bytes that the stream states for one element of an array; fixed, whatever an element takes here.
