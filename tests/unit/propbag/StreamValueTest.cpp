@@ -4,9 +4,7 @@
 
 #include <functional>
 
-#include "platform/Error.h"
 #include "propbag/StreamValue.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/unit/Raises.h"
 #include "tests/unit/propbag/Words.h"
 
@@ -26,34 +24,31 @@ struct Stream {
     std::int32_t Position = 0;
 };
 
+Array TextsFrom(std::int32_t lower, const char16_t* first, const char16_t* second) {
+    Array texts(VarType::String, lower, 2);
+    texts.SetAt(lower, first);
+    texts.SetAt(lower + 1, second);
+    return texts;
+}
+
 TEST(WriteStreamValue, ABagWrittenValueByValueIsTheBagsOwnStream) {
-    Array names(VarType::String, 1, 2);
-    names.SetAt(1, u"Caption");
-    names.SetAt(2, u"Left");
     Stream stream(65536);
     stream.Words.SetAt(0, -1);
     stream.Words.SetAt(1, -1);
     stream.Position = 2;
-    for (const Variant& value :
-         {Variant(2), Variant(names), Variant(Array(VarType::String, 1, 2)), Variant(u"Hi"),
-          Variant(1200), Variant(16), Variant(true), Variant(true)}) {
+    for (const Variant& value : {Variant(2), Variant(TextsFrom(1, u"Caption", u"Left")),
+                                 Variant(Array(VarType::String, 1, 2)), Variant(u"Hi"),
+                                 Variant(1200), Variant(16), Variant(true), Variant(true)}) {
         stream.Write(value);
     }
     EXPECT_EQ(stream.Position, 61);
     EXPECT_EQ(stream.Capacity, 65536);
     EXPECT_EQ(ToHex(stream.Words.Words().first(61)), ToHex(TwoEntries()));
-    stream.Position = 2;
-    EXPECT_EQ(ReadStreamValue(stream.Words, stream.Position), Variant(2));
-    EXPECT_EQ(ReadStreamValue(stream.Words, stream.Position), Variant(names));
-    EXPECT_EQ(stream.Position, 29);
 }
 
 // The stream grows when its highest index is not greater than the position and the margin.
 TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
     const std::int32_t step = 0x8000;
-    Array texts(VarType::String, 0, 2);
-    texts.SetAt(0, u"abc");
-    texts.SetAt(1, u"de");
     Array values(VarType::Variant, 0, 1);
     values.SetAt(0, u"abc");
     const struct {
@@ -63,14 +58,12 @@ TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
         std::int32_t growth;
     } table[] = {
         {"Long", 5, 4, step},
-        {"Boolean", true, 3, step},
         {"Byte", std::uint8_t{1}, 3, step},
-        {"Double", 0.5, 6, step},
         {"Empty", Variant(), 2, step},
         {"text", u"abcde", 9, step + 5},
         {"array header", Array(VarType::String, 0, 0), 8, step},
         // One word less than its margin, and the second text is what no longer fits.
-        {"texts", texts, 8 + 5 + 4, step + 2},
+        {"texts", TextsFrom(0, u"abc", u"de"), 8 + 5 + 4, step + 2},
         {"numbers", Array(VarType::Long, 0, 3), 8 + 6 + 8, step + 6},
         {"odd bytes", Array(VarType::Byte, 0, 3), 8 + 2 + 8, step + 2},
         {"values", values, 8 + 7, step + 3},
@@ -91,30 +84,27 @@ TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
 }
 
 TEST(WriteStreamValue, WrongStreamsAndPositionsRaiseAndChangeNothing) {
-    Stream stream(20);
-    Array longs(VarType::Long, 0, 9);
-    std::int32_t position = 0;
-    std::int32_t negative = -1;
-    std::int32_t behind = 21;
-    std::int32_t capacity = 8;
-    std::int32_t twenty = 20;
     const struct {
         const char* what;
-        std::function<void()> run;
-        std::int32_t number;
+        VarType element;
+        std::int32_t position, capacity, written, read;
     } table[] = {
-        {"no words", [&] { WriteStreamValue(longs, capacity, position, 1); }, 13},
-        {"below", [&] { WriteStreamValue(stream.Words, twenty, negative, 1); }, 9},
-        {"behind", [&] { WriteStreamValue(stream.Words, twenty, behind, 1); }, 9},
-        {"false capacity", [&] { WriteStreamValue(stream.Words, capacity, position, 1); }, 9},
-        {"read no words", [&] { static_cast<void>(ReadStreamValue(longs, position)); }, 13},
-        {"read below", [&] { static_cast<void>(ReadStreamValue(stream.Words, negative)); }, 9},
-        {"read behind", [&] { static_cast<void>(ReadStreamValue(stream.Words, behind)); }, 9},
+        {"no words", VarType::Long, 0, 20, 13, 13},
+        {"below", VarType::Integer, -1, 20, 9, 9},
+        {"behind", VarType::Integer, 21, 20, 9, 9},
+        {"false capacity", VarType::Integer, 0, 8, 9, 0},
     };
-    for (const auto& row : table) EXPECT_EQ(NumberRaisedBy(row.run), row.number) << row.what;
-    EXPECT_EQ(position, 0);
-    EXPECT_EQ(behind, 21);
-    EXPECT_EQ(stream.Words, Array(VarType::Integer, 0, 21));
+    for (const auto& row : table) {
+        Array words(row.element, 0, 21);
+        std::int32_t position = row.position;
+        std::int32_t capacity = row.capacity;
+        const auto write = [&] { WriteStreamValue(words, capacity, position, 1); };
+        EXPECT_EQ(NumberRaisedBy(write), row.written) << row.what;
+        EXPECT_EQ(words, Array(row.element, 0, 21)) << row.what;
+        EXPECT_EQ(position, row.position) << row.what;
+        EXPECT_EQ(NumberRaisedBy([&] { (void)ReadStreamValue(words, position); }), row.read)
+            << row.what;
+    }
 }
 
 }  // namespace
