@@ -1,0 +1,107 @@
+#pragma once
+// ListRun: one seeded stream of operations through a hand-written collection and a plain list that
+// is searched from its beginning, outcome and whole state compared after each.
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/Variant.h"
+#include "tests/support/Outcome.h"
+
+namespace zorvane {
+
+template <class Collection>
+class ListRun {
+  public:
+    explicit ListRun(std::uint32_t seed) : random_(seed) {}
+    virtual ~ListRun() = default;
+
+    // What first disagreed, with the number of the operation; nothing when all agreed.
+    std::optional<std::string> Go(int operations) {
+        for (step_ = 1; step_ <= operations; ++step_) {
+            Operate();
+            std::string wrong;
+            if (ours_ != models_) wrong = ours_ + " instead of " + models_;
+            if (wrong.empty() && StateDiffers()) wrong = "the state differs";
+            if (!wrong.empty()) return "operation " + std::to_string(step_) + ", " + what_ + wrong;
+        }
+        return std::nullopt;
+    }
+
+  protected:
+    struct Row {
+        Variant item;
+        std::optional<Text> key;
+    };
+    using Place = typename std::vector<Row>::iterator;
+
+    virtual void Operate() = 0;
+    [[nodiscard]] virtual bool StateDiffers() = 0;
+    [[nodiscard]] virtual Text AnyKey() = 0;
+    [[nodiscard]] virtual bool IsKey(const Row& row, const Text& key) const = 0;
+
+    std::int32_t Below(std::int32_t n) {
+        return static_cast<std::int32_t>(random_() % static_cast<std::uint32_t>(n));
+    }
+    Variant AnyIndex() {
+        static const Variant kOdd[] = {{}, Variant::Null(), u"2", INT32_MAX, INT32_MIN, 1e10};
+        const std::int32_t position = Below(Count() + 3) - 1;
+        switch (Below(8)) {
+            case 0:
+                return static_cast<std::int16_t>(position);
+            case 1:
+                return Below(2 * Count() + 4) / 2.0;
+            case 2:
+                return Below(8) == 0 ? kOdd[Below(std::size(kOdd))] : Variant(position);
+            case 3:
+                return position;
+            default:
+                return AnyKey();
+        }
+    }
+    std::optional<Variant> Perhaps() {
+        return Below(3) == 0 ? std::optional(AnyIndex()) : std::nullopt;
+    }
+
+    [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
+    Place Find(const Text& key) {
+        return std::ranges::find_if(rows_, [&](const Row& row) { return IsKey(row, key); });
+    }
+    Place At(const Variant& v) {
+        if (v.IsText()) {
+            if (Find(v.AsText()) == rows_.end()) throw Error(5);
+            return Find(v.AsText());
+        }
+        const std::int32_t position = v.ToLong();
+        if (position < 1 || position > Count()) throw Error(9);
+        return rows_.begin() + (position - 1);
+    }
+    // Where an entry goes that neither order nor a key in use decides.
+    template <class Options>
+    Place PlaceFor(const Options& options) {
+        if (options.Before && options.After) throw Error(5);
+        if (options.Before) return At(*options.Before);
+        return options.After ? At(*options.After) + 1 : rows_.end();
+    }
+
+    template <class Ours, class Models>
+    void Do(const char* what, Ours&& ours, Models&& models) {
+        what_ = what + std::string(": ");
+        ours_ = OutcomeOf(ours);
+        models_ = OutcomeOf(models);
+    }
+
+    Collection collection_;
+    std::vector<Row> rows_;
+    int step_ = 0;
+
+  private:
+    std::mt19937 random_;
+    std::string what_, ours_, models_;
+};
+
+}  // namespace zorvane
