@@ -26,11 +26,12 @@
 #include <vector>
 
 #include "runtime/FileWords.h"
+#include "tests/unit/runtime_files/Folder.h"
 
 namespace {
 
 using zorvane::Array;
-using zorvane::Text;
+using zorvane::Folder;
 using zorvane::Variant;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 using Clock = std::chrono::steady_clock;
@@ -74,18 +75,12 @@ Found Look(const std::string& path, std::uint32_t& number) {
     return whole ? Found::Whole : Found::Torn;
 }
 
-void SaveLiterally(const std::string& path, const std::vector<std::int16_t>& words) {
+void Save(const std::string& path, std::uint32_t number, bool literal) {
+    const std::vector<std::int16_t> words = StateOf(number);
+    if (!literal) return zorvane::modZorvane::WriteFileWords(path, Array::OfWords(words));
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (file < 0 || ::write(file, words.data(), words.size() * 2) < 0) std::perror("kill_save");
     ::close(file);
-}
-
-void Save(const std::string& path, std::uint32_t number, bool literal) {
-    const std::vector<std::int16_t> words = StateOf(number);
-    if (literal)
-        SaveLiterally(path, words);
-    else
-        zorvane::modZorvane::WriteFileWords(path, Array::OfWords(words));
 }
 
 template <class Work>
@@ -104,10 +99,6 @@ void Kill(pid_t child) {
     ::waitpid(child, nullptr, 0);
 }
 
-int EntriesBeside(const std::filesystem::path& folder, int files) {
-    return static_cast<int>(std::distance(std::filesystem::directory_iterator(folder), {})) - files;
-}
-
 struct Figures {
     int Old = 0, New = 0, Empty = 0, Torn = 0, LeftBehind = 0, LeftInTheEnd = 0;
 };
@@ -119,14 +110,15 @@ struct Trial {
     bool InPlace = false;  // the file has a second name
 };
 
-Figures RunKills(const std::filesystem::path& folder, const Trial& trial, int kills,
-                 Progress& progress) {
-    const std::string path = (folder / "PropBag.dat").string();
+Figures RunKills(const Folder& folder, const Trial& trial, int kills, Progress& progress) {
+    const std::string path = folder.At("PropBag.dat");
     unnamedFilesRefused = trial.Named;
     progress.Begun = progress.Saved = 1;
-    SaveLiterally(path, StateOf(1));
-    if (trial.InPlace) std::filesystem::create_hard_link(path, folder / "other name");
-    const int files = trial.InPlace ? 2 : 1;
+    Save(path, 1, true);
+    if (trial.InPlace) std::filesystem::create_hard_link(path, folder.At("other name"));
+    const auto leftOvers = [&] {
+        return static_cast<int>(folder.Others({"PropBag.dat", "other name"}).size());
+    };
 
     Figures figures;
     std::mt19937 random(20261121);
@@ -143,22 +135,18 @@ Figures RunKills(const std::filesystem::path& folder, const Trial& trial, int ki
         Kill(child);
         std::uint32_t number = 0;
         const Found found = Look(path, number);
-        if (found == Found::Nothing) {
-            ++figures.Empty;
-        } else if (found == Found::Torn) {
-            ++figures.Torn;
-        } else if (number == progress.Saved) {
-            ++figures.Old;
-        } else if (number == progress.Begun) {
-            ++figures.New;
-        } else {
-            ++figures.Torn;  // a state that was neither
-        }
+        // A whole state that was neither is torn, too.
+        const bool old = number == progress.Saved;
+        ++(found == Found::Nothing    ? figures.Empty
+           : found == Found::Torn     ? figures.Torn
+           : old                      ? figures.Old
+           : number == progress.Begun ? figures.New
+                                      : figures.Torn);
         if (found == Found::Whole) progress.Saved = number;  // the next kill's old state
-        figures.LeftBehind += EntriesBeside(folder, files) > 0 ? 1 : 0;
+        figures.LeftBehind += leftOvers() > 0 ? 1 : 0;
     }
     Save(path, progress.Begun + 1, trial.Literal);
-    figures.LeftInTheEnd = EntriesBeside(folder, files);
+    figures.LeftInTheEnd = leftOvers();
     return figures;
 }
 
@@ -166,10 +154,10 @@ struct Readings {
     long Whole = 0, Torn = 0;
 };
 
-Readings RunWriters(const std::filesystem::path& folder, bool literal, double seconds) {
-    const std::string path = (folder / "PropBag.dat").string();
+Readings RunWriters(const Folder& folder, bool literal, double seconds) {
+    const std::string path = folder.At("PropBag.dat");
     unnamedFilesRefused = false;
-    SaveLiterally(path, StateOf(1));
+    Save(path, 1, true);
     pid_t writers[2];
     for (std::uint32_t writer = 0; writer < 2; ++writer)
         writers[writer] = Start([&] {
@@ -179,28 +167,11 @@ Readings RunWriters(const std::filesystem::path& folder, bool literal, double se
     const auto end = Clock::now() + Milliseconds(1000 * seconds);
     while (Clock::now() < end) {
         std::uint32_t number = 0;
-        if (Look(path, number) == Found::Whole)
-            ++readings.Whole;
-        else
-            ++readings.Torn;
+        ++(Look(path, number) == Found::Whole ? readings.Whole : readings.Torn);
     }
     for (const pid_t writer : writers) Kill(writer);
     return readings;
 }
-
-class Folder {
-  public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zorvane-XXXXXX").string();
-        if (!::mkdtemp(name.data())) throw std::runtime_error("kill_save: no temporary directory");
-        Path = name;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(Path, ignored);
-    }
-    std::filesystem::path Path;
-};
 
 bool RunTrial(const Trial& trial, int kills, double seconds, Progress& progress) {
     const auto start = Clock::now();
@@ -208,11 +179,11 @@ bool RunTrial(const Trial& trial, int kills, double seconds, Progress& progress)
     Readings readings;
     {
         const Folder folder;
-        killed = RunKills(folder.Path, trial, kills, progress);
+        killed = RunKills(folder, trial, kills, progress);
     }
     if (!trial.InPlace && !trial.Named) {
         const Folder folder;
-        readings = RunWriters(folder.Path, trial.Literal, seconds);
+        readings = RunWriters(folder, trial.Literal, seconds);
     }
     std::printf("%-24s %6d kills: old %d, new %d, empty %d, torn %d; left behind %d, in the end %d",
                 trial.What, kills, killed.Old, killed.New, killed.Empty, killed.Torn,
@@ -249,30 +220,26 @@ int main(int argc, char** argv) try {
     bool literal = false;
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];
-        if (word == "--literal") {
+        const bool more = i + 1 < argc;
+        if (word == "--literal")
             literal = true;
-        } else if (word == "--kills" && i + 1 < argc) {
+        else if (word == "--kills" && more)
             kills = std::stoi(argv[++i]);
-        } else if (word == "--seconds" && i + 1 < argc) {
+        else if (word == "--seconds" && more)
             seconds = std::stod(argv[++i]);
-        } else {
-            std::cerr << "kill_save [--kills N] [--seconds S] [--literal]\n";
-            return 2;
-        }
+        else
+            throw std::runtime_error("kill_save [--kills N] [--seconds S] [--literal]");
     }
     void* shared = ::mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
                           MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (shared == MAP_FAILED) throw std::runtime_error("kill_save: no shared memory");
     Progress& progress = *new (shared) Progress;
-    if (literal)
-        return RunTrial({.What = "literally in place", .Literal = true}, kills, seconds, progress)
-                   ? 0
-                   : 1;
+    std::vector<Trial> trials = {{"beside, without a name"},
+                                 {"beside, named", false, true},
+                                 {"in place, marker last", false, false, true}};
+    if (literal) trials = {{"literally in place", true}};
     bool good = true;
-    for (const Trial& trial :
-         {Trial{.What = "beside, without a name"}, Trial{.What = "beside, named", .Named = true},
-          Trial{.What = "in place, marker last", .InPlace = true}})
-        good = RunTrial(trial, kills, seconds, progress) && good;
+    for (const Trial& trial : trials) good = RunTrial(trial, kills, seconds, progress) && good;
     return good ? 0 : 1;
 } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

@@ -1,57 +1,131 @@
 #pragma once
 // System calls and allocations that fail on purpose. The linker leads every call that the code
-// under test makes through here; while nothing is armed they do what they always do.
+// under test makes through here; while nothing is armed they do what they always do. For one source
+// file of a program.
 
-#include <string>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+#include "tests/support/AllocationFaults.h"
 
 namespace zorvane {
 
-enum class Call {
-    Openat,
-    Fstat,
-    Readlink,
-    Pread,
-    Pwrite,
-    Fallocate,
-    Fsync,
-    Fchown,
-    Fchmod,
-    Flock,
-    Linkat,
-    Renameat,
-    Ftruncate,
-    Allocate,
-};
-inline constexpr int kCalls = 14;
-[[nodiscard]] const char* NameOf(Call call) noexcept;
+inline constexpr std::string_view kAllocation = "allocation";
+inline constexpr std::string_view kCalls[] = {
+    "openat", "fstat",  "readlink", "pread",  "pwrite",   "posix_fallocate", "fsync",
+    "fchown", "fchmod", "flock",    "linkat", "renameat", "ftruncate",       kAllocation};
 
-// Instead of an error number: the call does only half of its bytes.
+// Instead of an error number: the call does only half of its bytes; and then every later one fails.
 inline constexpr int kShortCount = -1;
+inline constexpr int kShortThenDead = -2;
 
 struct Fault {
-    Call At;
+    std::string_view At;
     int Nth;                  // 1 is the first call of its kind
-    int Error;                // what errno says; for Allocate without meaning
-    bool FromThenOn = false;  // every later one fails too
+    int Error;                // what errno says; for an allocation without meaning
+    bool FromThenOn = false;  // every later one fails too; not for an allocation
 };
 
-// From here to the end of its life the fault is armed.
+// From here to the end of its life the fault is armed, and files without a name may be refused.
 class Armed {
   public:
-    explicit Armed(const Fault& fault) noexcept;
+    explicit Armed(const Fault& fault, bool unnamedFiles = true) noexcept
+        : fault_(fault), unnamedFiles_(unnamedFiles) {
+        armed_ = this;
+        if (fault_.At == kAllocation) FailAllocation(fault_.Nth);
+    }
     Armed(const Armed&) = delete;
     Armed& operator=(const Armed&) = delete;
-    ~Armed();
-    [[nodiscard]] bool Hit() const noexcept;  // the call was made
-};
+    ~Armed() {
+        armed_ = nullptr;
+        FailAllocation(0);
+    }
+    // The call was made.
+    [[nodiscard]] bool Hit() const noexcept { return seen_ >= fault_.Nth || AllocationHasFailed(); }
 
-// While one lives, files without a name cannot be made.
-class NoUnnamedFiles {
-  public:
-    NoUnnamedFiles() noexcept;
-    NoUnnamedFiles(const NoUnnamedFiles&) = delete;
-    NoUnnamedFiles& operator=(const NoUnnamedFiles&) = delete;
-    ~NoUnnamedFiles();
+    [[nodiscard]] static bool RefusesUnnamedFiles() noexcept {
+        return armed_ && !armed_->unnamedFiles_;
+    }
+    // What is to happen to this call: 0 nothing, else an error number, or a short count.
+    [[nodiscard]] static int FaultFor(std::string_view call) noexcept {
+        if (!armed_ || armed_->fault_.At != call) return 0;
+        const Fault& fault = armed_->fault_;
+        const bool later = ++armed_->seen_ > fault.Nth;
+        if (later && fault.Error == kShortThenDead) return EIO;
+        return (later && fault.FromThenOn) || armed_->seen_ == fault.Nth ? fault.Error : 0;
+    }
+    [[nodiscard]] static bool Fails(std::string_view call) noexcept {
+        const int error = FaultFor(call);
+        if (error > 0) errno = error;
+        return error > 0;
+    }
+
+  private:
+    static inline Armed* armed_ = nullptr;
+    Fault fault_;
+    bool unnamedFiles_;
+    int seen_ = 0;
 };
 
 }  // namespace zorvane
+
+using zorvane::Armed;
+
+extern "C" {
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's.
+#define ZORVANE_WRAP(result, function, parameters, arguments)              \
+    result __real_##function parameters;                                   \
+    result __wrap_##function parameters;                                   \
+    result __wrap_##function parameters {                                  \
+        return Armed::Fails(#function) ? -1 : __real_##function arguments; \
+    }
+ZORVANE_WRAP(int, fstat, (int file, struct stat* state), (file, state))
+ZORVANE_WRAP(int, fchown, (int file, uid_t user, gid_t group), (file, user, group))
+ZORVANE_WRAP(int, fchmod, (int file, mode_t mode), (file, mode))
+ZORVANE_WRAP(int, flock, (int file, int how), (file, how))
+ZORVANE_WRAP(int, fsync, (int file), (file))
+ZORVANE_WRAP(int, ftruncate, (int file, off_t size), (file, size))
+ZORVANE_WRAP(int, linkat, (int from, const char* old, int to, const char* name, int flags),
+             (from, old, to, name, flags))
+ZORVANE_WRAP(int, renameat, (int from, const char* old, int to, const char* name),
+             (from, old, to, name))
+ZORVANE_WRAP(ssize_t, readlink, (const char* path, char* target, size_t size), (path, target, size))
+
+#define ZORVANE_WRAP_BYTES(function, bytes_type)                                      \
+    ssize_t __real_##function(int file, bytes_type bytes, size_t size, off_t at);     \
+    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at);     \
+    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at) {    \
+        const int fault = Armed::FaultFor(#function);                                 \
+        if (fault > 0) return errno = fault, -1;                                      \
+        return __real_##function(file, bytes, fault < 0 ? (size + 1) / 2 : size, at); \
+    }
+ZORVANE_WRAP_BYTES(pread, void*)
+ZORVANE_WRAP_BYTES(pwrite, const void*)
+#undef ZORVANE_WRAP
+#undef ZORVANE_WRAP_BYTES
+
+int __real_openat(int directory, const char* name, int flags, mode_t mode);
+int __wrap_openat(int directory, const char* name, int flags, mode_t mode);
+int __wrap_openat(int directory, const char* name, int flags, mode_t mode) {
+    if (Armed::RefusesUnnamedFiles() && (flags & O_TMPFILE) == O_TMPFILE) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    return Armed::Fails("openat") ? -1 : __real_openat(directory, name, flags, mode);
+}
+
+// Gives its error number as the result.
+int __real_posix_fallocate(int file, off_t from, off_t size);
+int __wrap_posix_fallocate(int file, off_t from, off_t size);
+int __wrap_posix_fallocate(int file, off_t from, off_t size) {
+    const int fault = Armed::FaultFor("posix_fallocate");
+    return fault > 0 ? fault : __real_posix_fallocate(file, from, size);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+}  // extern "C"

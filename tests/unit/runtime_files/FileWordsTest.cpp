@@ -1,6 +1,8 @@
 #include "runtime/FileWords.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include "tests/unit/runtime_files/Folder.h"
 
@@ -34,12 +36,14 @@ TEST(ReadFileWords, WordsAreCountedByTheBytesOfTheFile) {
     }
 }
 
-TEST(ReadFileWords, WhatIsNoFileGivesEmpty) {
+TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
     const Folder folder;
-    folder.Put("file", "abcd");
+    for (const char* name : {"file", "closed", "long"}) folder.Put(name, "abcd");
     ASSERT_EQ(::mkfifo(folder.At("fifo").c_str(), 0600), 0);
     std::filesystem::create_symlink("nowhere", folder.At("dangling"));
     std::filesystem::create_symlink("circle", folder.At("circle"));
+    std::filesystem::permissions(folder.At("closed"), std::filesystem::perms::none);
+    std::filesystem::resize_file(folder.At("long"), std::uintmax_t{1} << 33);
     const struct {
         const char* what;
         Text path;
@@ -52,77 +56,50 @@ TEST(ReadFileWords, WhatIsNoFileGivesEmpty) {
         {"circle of links", folder.At("circle")},
         {"device", "/dev/zero"},
         {"U+0000 must not cut the path short", folder.At("file") + std::string("\0x", 2)},
+        {"no permission", folder.At("closed")},
+        {"too long for an array", folder.At("long")},
     };
-    for (const auto& c : cases) EXPECT_TRUE(ReadFileWords(c.path).IsEmpty()) << c.what;
-}
-
-TEST(ReadFileWords, AFileWithoutReadPermissionGivesEmpty) {
-    const Folder folder;
-    folder.Put("file", "abcd");
-    std::filesystem::permissions(folder.At("file"), std::filesystem::perms::none);
     const OrdinaryUser user(folder);
-    EXPECT_TRUE(ReadFileWords(folder.At("file")).IsEmpty());
-}
-
-TEST(ReadFileWords, AFileTooLongForAnArrayGivesEmpty) {
-    const Folder folder;
-    folder.Put("sparse", "");
-    std::filesystem::resize_file(folder.At("sparse"), std::uintmax_t{1} << 33);
-    EXPECT_TRUE(ReadFileWords(folder.At("sparse")).IsEmpty());
-}
-
-TEST(WriteFileWords, WhatIsWrittenIsReadAgain) {
-    const Folder folder;
-    const Variant words = WordsOf(std::string("\xff\xff\xff\xff\x00\x80\xff\x7f", 8));
-    WriteFileWords(folder.At("file"), words);
-    EXPECT_EQ(ReadFileWords(folder.At("file")), words);
-    EXPECT_EQ(folder.Bytes("file"), std::string("\xff\xff\xff\xff\x00\x80\xff\x7f", 8));
+    EXPECT_FALSE(ReadFileWords(folder.At("file")).IsEmpty());
+    for (const auto& c : cases) EXPECT_TRUE(ReadFileWords(c.path).IsEmpty()) << c.what;
 }
 
 TEST(WriteFileWords, KeptALongerOldFileKeepsItsTail) {
     const Folder folder;
-    std::string old(100, '\0');
-    for (std::size_t i = 0; i < old.size(); ++i) old[i] = static_cast<char>(i);
-    folder.Put("file", old);
-    WriteFileWords(folder.At("file"), WordsOf("abcdefghijklmnopqrst"));
-    EXPECT_EQ(folder.Bytes("file"), "abcdefghijklmnopqrst" + old.substr(20));
+    for (const std::size_t size : {100u, 1'000'003u}) {  // in one piece and in several
+        std::string old(size, 'x');
+        for (std::size_t i = 0; i < size; ++i) old[i] = static_cast<char>(i * 2654435761u >> 24);
+        folder.Put("file", old);
+        WriteFileWords(folder.At("file"), WordsOf("abcdefghijklmnopqrst"));
+        EXPECT_TRUE(folder.Bytes("file") == "abcdefghijklmnopqrst" + old.substr(20)) << size;
+    }
 }
 
-TEST(WriteFileWords, ATailLongerThanOneReadIsKeptWhole) {
-    const Folder folder;
-    std::string old(1'000'003, 'x');
-    for (std::size_t i = 0; i < old.size(); ++i) old[i] = static_cast<char>(i * 2654435761u >> 24);
-    folder.Put("file", old);
-    WriteFileWords(folder.At("file"), WordsOf("abcdef"));
-    EXPECT_TRUE(folder.Bytes("file") == "abcdef" + old.substr(6));
-}
-
-TEST(WriteFileWords, OnlyAnArrayOfWordsIsWritten) {
+TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {
     const Folder folder;
     folder.Put("file", "abcd");
-    const Variant others[] = {Variant(), Variant(7), Variant(u"text"), Array(VarType::Long, 0, 3),
-                              Array(VarType::Byte, 0, 8)};
-    for (const Variant& other : others) WriteFileWords(folder.At("file"), other);
+    const Variant none = Array(VarType::Integer, 0, 0);
+    for (const Variant& other :
+         {Variant(), Variant(7), Variant(u"text"), none, Variant(Array(VarType::Long, 0, 3))}) {
+        WriteFileWords(folder.At("file"), other);
+    }
+    WriteFileWords(folder.At("new"), none);
     EXPECT_EQ(folder.Bytes("file"), "abcd");
-}
-
-TEST(WriteFileWords, AnArrayOfNoWordsMakesAnEmptyFileAndCutsNone) {
-    const Folder folder;
-    folder.Put("old", "abcd");
-    WriteFileWords(folder.At("old"), Array(VarType::Integer, 0, 0));
-    WriteFileWords(folder.At("new"), Array(VarType::Integer, 0, 0));
-    EXPECT_EQ(folder.Bytes("old"), "abcd");
     EXPECT_EQ(folder.Bytes("new"), "");
 }
 
-TEST(WriteFileWords, AnUnchangedFileIsNotWrittenAgain) {
+TEST(WriteFileWords, AFileIsWrittenAgainWhereverItDiffersAndOnlyThen) {
     const Folder folder;
-    folder.Put("file", "abcdefgh and more");
+    std::string bytes(100'000, 'x');
+    folder.Put("file", bytes + " and more");
     const struct stat before = folder.State("file");
-    WriteFileWords(folder.At("file"), WordsOf("abcdefgh"));
+    WriteFileWords(folder.At("file"), WordsOf(bytes));
     const struct stat after = folder.State("file");
     EXPECT_EQ(after.st_ino, before.st_ino);
     EXPECT_EQ(after.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
+    bytes.back() = 'y';
+    WriteFileWords(folder.At("file"), WordsOf(bytes));
+    EXPECT_TRUE(folder.Bytes("file") == bytes + " and more");
 }
 
 TEST(WriteFileWords, ModeAndOwnerAreKept) {
@@ -153,12 +130,17 @@ TEST(WriteFileWords, ANewFileHasTheModeThatTheUserWants) {
 TEST(WriteFileWords, WhatAKilledProcessLeftIsRemovedAndNothingElse) {
     const Folder folder;
     folder.Put(".zorvane-0123456789abcdef.saving", "half");
-    const std::vector<std::string> strangers = {".zorvane-0123456789abcdef.saving.bak",
-                                                "zorvane-0123456789abcdef.saving", "file"};
+    // Other names, and one whose process lives: it holds the lock.
+    const std::vector<std::string> strangers = {
+        ".zorvane-0123456789abcdef.savinf", ".zorvane-0123456789abcdef.saving.bak",
+        "zorvane-00123456789abcdef.saving", ".zorvane-fedcba9876543210.saving"};
     for (const std::string& name : strangers) folder.Put(name, "mine");
+    const int locked = ::open(folder.At(strangers.back()).c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(locked, LOCK_EX), 0);
     WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
-    EXPECT_EQ(folder.Others(strangers), std::vector<std::string>{});
-    EXPECT_TRUE(folder.Bytes(strangers[0]) && folder.Bytes(strangers[1]));
+    ::close(locked);
+    EXPECT_EQ(folder.Others(strangers), std::vector<std::string>{"file"});
+    for (const std::string& name : strangers) EXPECT_EQ(folder.Bytes(name), "mine") << name;
 }
 
 }  // namespace

@@ -1,15 +1,14 @@
 #pragma once
 // Folder: an empty directory for one test, gone with it; and files as plain texts of bytes.
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,11 +16,16 @@
 
 namespace zorvane {
 
+// What a test needs before it can begin.
+inline void Must(bool done) {
+    if (!done) throw std::runtime_error("the file system refuses what the test needs");
+}
+
 class Folder {
   public:
     explicit Folder(const std::filesystem::path& base = std::filesystem::temp_directory_path()) {
         std::string name = (base / "zorvane-XXXXXX").string();
-        if (!::mkdtemp(name.data())) std::abort();
+        Must(::mkdtemp(name.data()) != nullptr);
         path_ = name;
     }
     Folder(const Folder&) = delete;
@@ -48,7 +52,7 @@ class Folder {
     }
     [[nodiscard]] struct stat State(const std::string& name) const {
         struct stat state {};
-        EXPECT_EQ(::lstat(At(name).c_str(), &state), 0) << name;
+        Must(::lstat(At(name).c_str(), &state) == 0);
         return state;
     }
     // Entries that are not among the names given.
@@ -83,17 +87,15 @@ class OrdinaryUser {
     explicit OrdinaryUser(const Folder& folder) : wasRoot_(::geteuid() == 0) {
         if (!wasRoot_) return;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path()))
-            EXPECT_EQ(::lchown(entry.path().c_str(), kNobody, kNobody), 0);
-        EXPECT_EQ(::chown(folder.Path().c_str(), kNobody, kNobody), 0);
-        EXPECT_EQ(::setegid(kNobody), 0);
-        EXPECT_EQ(::seteuid(kNobody), 0);
+            Must(::lchown(entry.path().c_str(), kNobody, kNobody) == 0);
+        Must(::chown(folder.Path().c_str(), kNobody, kNobody) == 0);
+        Must(::setegid(kNobody) == 0 && ::seteuid(kNobody) == 0);
     }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
     ~OrdinaryUser() {
         if (!wasRoot_) return;
-        EXPECT_EQ(::seteuid(0), 0);
-        EXPECT_EQ(::setegid(0), 0);
+        Must(::seteuid(0) == 0 && ::setegid(0) == 0);
     }
 
   private:

@@ -15,16 +15,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum class Written { InItsPlace, SameFile };  // by a new file, or not at all and in place
+enum Written { ByNewFile, SameFile };  // the same: in place, or not at all
 
 struct PathKind {
     const char* what;
     std::function<void(const Folder&)> prepare;
     std::string path;                     // saved to, below the folder
-    std::string file;                     // looked at afterwards
-    std::optional<std::string> expected;  // its bytes; nothing when there is to be no such file
-    Written how = Written::InItsPlace;
+    std::optional<std::string> expected;  // bytes afterwards; nothing when no such file is to be
+    Written how = ByNewFile;
     bool ordinaryUser = false;
+    std::string leadsTo = {};  // where the path is a link: the file that is looked at
 };
 
 void MakeSocket(const Folder& folder) {
@@ -36,79 +36,78 @@ void MakeSocket(const Folder& folder) {
     ::close(socket);
 }
 
-void PutReadOnly(const Folder& folder) {
+using Make = std::function<void(const Folder&)>;
+
+Make File(const char* name, const char* bytes) {
+    return [=](const Folder& folder) { folder.Put(name, bytes); };
+}
+Make Link(const char* to, const char* name) {
+    return [=](const Folder& folder) { fs::create_symlink(to, folder.At(name)); };
+}
+// A file, and a second name for it.
+Make TwoNames(const char* bytes) {
+    return [=](const Folder& folder) {
+        folder.Put("file", bytes);
+        fs::create_hard_link(folder.At("file"), folder.At("name"));
+    };
+}
+// A file in a directory with these permissions.
+Make Closed(fs::perms permissions) {
+    return [=](const Folder& folder) {
+        fs::create_directory(folder.At("closed"));
+        folder.Put("closed/file", "abcdefgh");
+        fs::permissions(folder.At("closed"), permissions);
+    };
+}
+void LinkThroughOthers(const Folder& folder) {
+    fs::create_directories(folder.At("one/two"));
+    folder.Put("one/file", "abcdefgh");
+    Link("one/two", "way")(folder);
+    Link("../file", "one/two/link")(folder);
+    Link("file", "one/link")(folder);
+    fs::create_symlink(folder.At("way/link"), folder.At("start"));
+}
+void MakeFifo(const Folder& folder) {
+    Must(::mkfifo(folder.At("fifo").c_str(), 0600) == 0);
+}
+void ReadOnly(const Folder& folder) {
     folder.Put("file", "abcdefgh");
     fs::permissions(folder.At("file"), fs::perms::owner_read);
 }
+void Nothing(const Folder&) {}
 
-void CloseDirectory(const Folder& folder, fs::perms permissions) {
-    fs::create_directory(folder.At("closed"));
-    folder.Put("closed/file", "abcdefgh");
-    fs::permissions(folder.At("closed"), permissions);
-}
-
-const fs::perms kReadAndSearch = fs::perms::owner_read | fs::perms::owner_exec;
+const fs::perms kSearch = fs::perms::owner_exec;
+const fs::perms kReadAndSearch = fs::perms::owner_read | kSearch;
 
 const PathKind kKinds[] = {
-    {"no file yet", [](const Folder&) {}, "file", "file", "WXYZ"},
-    {"a shorter file", [](const Folder& f) { f.Put("file", "ab"); }, "file", "file", "WXYZ"},
-    {"a longer file of odd size", [](const Folder& f) { f.Put("file", "abcdefg"); }, "file", "file",
-     "WXYZefg"},
-    {"a directory", [](const Folder& f) { fs::create_directory(f.At("file")); }, "file", "file",
-     std::nullopt, Written::SameFile},
-    {"a FIFO: nobody is waited for",
-     [](const Folder& f) { ASSERT_EQ(::mkfifo(f.At("file").c_str(), 0600), 0); }, "file", "file",
-     std::nullopt, Written::SameFile},
-    {"a socket", MakeSocket, "socket", "socket", std::nullopt, Written::SameFile},
-    {"a link: the file that it leads to",
-     [](const Folder& f) {
-         f.Put("file", "abcdefgh");
-         fs::create_symlink("file", f.At("link"));
-     },
-     "link", "file", "WXYZefgh"},
-    {"a link through other directories and links",
-     [](const Folder& f) {
-         fs::create_directories(f.At("one/two"));
-         fs::create_symlink("one/two", f.At("way"));
-         f.Put("one/file", "abcdefgh");
-         fs::create_symlink("../file", f.At("one/two/link"));
-         fs::create_symlink(f.At("way/link"), f.At("start"));
-     },
-     "start", "one/file", "WXYZefgh"},
-    {"a dangling link: the file that it leads to",
-     [](const Folder& f) { fs::create_symlink("file", f.At("link")); }, "link", "file", "WXYZ"},
-    {"a circle of links",
-     [](const Folder& f) {
-         fs::create_symlink("link", f.At("file"));
-         fs::create_symlink("file", f.At("link"));
-     },
-     "link", "file", std::nullopt, Written::SameFile},
-    {"a read-only file in a directory that may be written", PutReadOnly, "file", "file", "abcdefgh",
-     Written::SameFile, true},
-    {"a directory that may not be written: in place",
-     [](const Folder& f) { CloseDirectory(f, kReadAndSearch); }, "closed/file", "closed/file",
-     "WXYZefgh", Written::SameFile, true},
-    {"a directory that may not be listed either: in place",
-     [](const Folder& f) { CloseDirectory(f, fs::perms::owner_exec); }, "closed/file",
-     "closed/file", "WXYZefgh", Written::SameFile, true},
+    {"no file yet", Nothing, "file", "WXYZ"},
+    {"a shorter file", File("file", "ab"), "file", "WXYZ"},
+    {"a longer file of odd size", File("file", "abcdefg"), "file", "WXYZefg"},
+    {"a directory", Closed(fs::perms::owner_all), "closed", {}, SameFile},
+    {"a FIFO: nobody is waited for", MakeFifo, "fifo", {}, SameFile},
+    {"a socket", MakeSocket, "socket", {}, SameFile},
+    {"a link", LinkThroughOthers, "one/link", "WXYZefgh", ByNewFile, false, "one/file"},
+    {"a link through other directories and links", LinkThroughOthers, "start", "WXYZefgh",
+     ByNewFile, false, "one/file"},
+    {"a dangling link", Link("file", "link"), "link", "WXYZ", ByNewFile, false, "file"},
+    {"a circle of links", Link("link", "link"), "link", {}, SameFile},
+    {"a read-only file in a directory that may be written", ReadOnly, "file", "abcdefgh", SameFile,
+     true},
+    {"a directory that may not be written: in place", Closed(kReadAndSearch), "closed/file",
+     "WXYZefgh", SameFile, true},
+    {"a directory that may not be listed either: in place", Closed(kSearch), "closed/file",
+     "WXYZefgh", SameFile, true},
     {"no file yet in a directory that may not be written",
-     [](const Folder& f) { CloseDirectory(f, kReadAndSearch); }, "closed/new", "closed/new",
-     std::nullopt, Written::InItsPlace, true},
-    {"a file with two names: both keep their file",
-     [](const Folder& f) {
-         f.Put("file", "abcdefgh");
-         fs::create_hard_link(f.At("file"), f.At("name"));
-     },
-     "name", "file", "WXYZefgh", Written::SameFile},
-    {"a file with two names that must grow",
-     [](const Folder& f) {
-         f.Put("file", "a");
-         fs::create_hard_link(f.At("file"), f.At("name"));
-     },
-     "name", "file", "WXYZ", Written::SameFile},
-    {"no such directory", [](const Folder&) {}, "nowhere/file", "nowhere/file", std::nullopt},
-    {"a separator at the end", [](const Folder& f) { f.Put("file", "ab"); }, "file/", "file", "ab",
-     Written::SameFile},
+     Closed(kReadAndSearch),
+     "closed/new",
+     {},
+     ByNewFile,
+     true},
+    {"two names: both keep their file", TwoNames("abcdefgh"), "name", "WXYZefgh", SameFile, false,
+     "file"},
+    {"two names of a file that must grow", TwoNames("a"), "name", "WXYZ", SameFile, false, "file"},
+    {"no such directory", Nothing, "nowhere/file", {}},
+    {"a separator at the end", File("file", "ab"), "file/", "ab", SameFile, false, "file"},
 };
 
 std::vector<std::string> Everything(const Folder& folder) {
@@ -122,10 +121,11 @@ std::vector<std::string> Everything(const Folder& folder) {
 void Check(const PathKind& kind) {
     const Folder folder;
     kind.prepare(folder);
+    const std::string& file = kind.leadsTo.empty() ? kind.path : kind.leadsTo;
     std::vector<std::string> before = Everything(folder);
     std::error_code none;
-    const bool there = fs::exists(fs::symlink_status(folder.At(kind.file), none));
-    const ino_t inode = there ? folder.State(kind.file).st_ino : 0;
+    const bool there = fs::exists(fs::symlink_status(folder.At(file), none));
+    const ino_t inode = there ? folder.State(file).st_ino : 0;
     {
         std::optional<OrdinaryUser> user;
         if (kind.ordinaryUser) user.emplace(folder);
@@ -135,11 +135,11 @@ void Check(const PathKind& kind) {
         EXPECT_EQ(promised, written) << "CanWriteFileWords";
     }
     if (fs::exists(folder.At("closed"))) fs::permissions(folder.At("closed"), fs::perms::owner_all);
-    EXPECT_EQ(folder.Bytes(kind.file), kind.expected);
+    EXPECT_EQ(folder.Bytes(file), kind.expected);
     if (there) {
-        EXPECT_EQ(folder.State(kind.file).st_ino == inode, kind.how == Written::SameFile);
+        EXPECT_EQ(folder.State(file).st_ino == inode, kind.how == SameFile);
     } else if (kind.expected) {
-        before.push_back(folder.At(kind.file));
+        before.push_back(folder.At(file));
         std::sort(before.begin(), before.end());
     }
     EXPECT_EQ(Everything(folder), before) << "something was left or lost";
@@ -159,11 +159,9 @@ TEST(WriteFileWords, AFileThatBelongsToAnotherKeepsItsOwner) {
     { const OrdinaryUser user(folder); }
     ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 65534), 0);
     ASSERT_EQ(::chmod(folder.At("file").c_str(), 0660), 0);
-    ASSERT_EQ(::setegid(65534), 0);
-    ASSERT_EQ(::seteuid(65534), 0);
+    Must(::setegid(65534) == 0 && ::seteuid(65534) == 0);
     modZorvane::WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
-    ASSERT_EQ(::seteuid(0), 0);
-    ASSERT_EQ(::setegid(0), 0);
+    Must(::seteuid(0) == 0 && ::setegid(0) == 0);
     EXPECT_EQ(folder.Bytes("file"), "WXYZefgh");
     EXPECT_EQ(folder.State("file").st_uid, 1234u);
     EXPECT_EQ(folder.Others({"file"}), std::vector<std::string>{});
