@@ -1,5 +1,6 @@
 #include "tests/unit/propbag/BagModelRun.h"
 
+#include <functional>
 #include <random>
 
 #include "platform/Classes.h"
@@ -74,31 +75,22 @@ class Run {
         return static_cast<std::int32_t>(Below(static_cast<unsigned>(model_.count()) + 4)) - 1;
     }
     Variant SomeKeyIndex() {
-        switch (Below(8)) {
-            case 0:
-                return static_cast<std::int16_t>(SomePosition());
-            case 1:
-                return Chance(50) ? Variant(1.0) : Variant::Null();
-            case 2:
-            case 3:
-                return SomePosition();
-            default:
-                return SomeName();
-        }
+        if (Chance(50)) return SomeName();
+        const Variant others[] = {static_cast<std::int16_t>(SomePosition()), 1.0, Variant::Null(),
+                                  SomePosition(), SomePosition()};
+        return others[Below(std::size(others))];
     }
     Variant SomePlain() {
-        switch (Below(7)) {
-            case 0:
-                return SomeName();
-            case 1:
-                return Chance(50);
-            case 2:
-                return Chance(50) ? Variant() : Variant::Null();
-            case 3:
-                return Array(VarType::Long, 1, static_cast<std::int32_t>(Below(5)));
-            default:
-                return static_cast<std::int32_t>(Below(3));
-        }
+        const auto number = static_cast<std::int32_t>(Below(3));
+        const Variant some[] = {SomeName(),
+                                Chance(50),
+                                Variant(),
+                                Variant::Null(),
+                                Array(VarType::Long, 1, static_cast<std::int32_t>(Below(5))),
+                                number,
+                                number,
+                                number};
+        return some[Below(std::size(some))];
     }
     std::optional<Variant> Maybe(const Variant& value) {
         return Chance(60) ? std::nullopt : std::optional(value);
@@ -109,6 +101,16 @@ class Run {
         what_ = what;
         ours_ = OutcomeOf(ours);
         models_ = OutcomeOf(models);
+    }
+
+    struct Step {
+        template <class Ours, class Models>
+        Step(const char* what, Ours ours, Models models)
+            : Run([=](class Run& run) { run.Do(what, ours, models); }) {}
+        std::function<void(class Run&)> Run;
+    };
+    void DoOneOf(std::initializer_list<Step> steps) {
+        steps.begin()[Below(static_cast<unsigned>(steps.size()))].Run(*this);
     }
 
     void Operate() {
@@ -198,29 +200,23 @@ class Run {
         const std::int32_t found = byIndex ? index : model_.find(name);
         const bool inPlace = byDefault && *byDefault == Variant(pet);
         if (inPlace && (found != 0 || model_.sorted)) {
-            pet->Legs = found == 0 ? -1 : LegsIn(model_.at(found).value);
+            pet->Legs = found == 0 ? -1 : ValueIn(model_.at(found).value, u"legs", -2).ToLong();
         }
         if (inPlace || found == 0) return byDefault.value_or(Variant());
         const BagModel::Row& row = model_.at(found);
         if (row.objName == u"\r") return Ref<Object>();
         if (row.objName == u"Font")
-            return MakeObject<Font>(FontValue{.Name = FontNameIn(row.value)});
-        if (!row.objName.Empty()) return MakeObject<Pet>(LegsIn(row.value));
+            return MakeObject<Font>(
+                FontValue{.Name = ValueIn(row.value, u"name", u"Roman").ToText()});
+        if (!row.objName.Empty()) return MakeObject<Pet>(ValueIn(row.value, u"legs", -2).ToLong());
         return row.value;
     }
-    static std::int32_t LegsIn(const Variant& words) {
+    // A property out of an object's words.
+    static Variant ValueIn(const Variant& words, const char16_t* name, Variant value) {
         ZVPropertyBag bag;
         bag.SetContents(words);
-        Variant legs = -2;
-        static_cast<void>(bag.ItemFn(u"legs", legs));
-        return legs.ToLong();
-    }
-    static Text FontNameIn(const Variant& words) {
-        ZVPropertyBag bag;
-        bag.SetContents(words);
-        Variant name = u"Roman";
-        static_cast<void>(bag.ItemFn(u"name", name));
-        return name.ToText();
+        static_cast<void>(bag.ItemFn(name, value));
+        return value;
     }
 
     void Remove() {
@@ -236,65 +232,39 @@ class Run {
     void Look() {
         const Variant v = SomeKeyIndex();
         const std::int32_t position = SomePosition();
-        switch (Below(5)) {
-            case 0:
-                return Do(
-                    "Item", [&] { return Shown(bag_.Item(v)); },
-                    [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); });
-            case 1:
-                return Do(
-                    "ObjName", [&] { return bag_.ObjName(v); },
-                    [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; });
-            case 2:
-                return Do(
-                    "Key", [&] { return bag_.Key(position); },
-                    [&] { return model_.entry(position, "Key", "Index = ").name; });
-            case 3:
-                return Do(
-                    "PropIsObject", [&] { return bag_.PropIsObject(v); },
-                    [&] {
-                        const std::int32_t at = model_.resolve(v);
-                        return at != 0 && !model_.at(at).objName.Empty();
-                    });
-            default:
-                return Do(
-                    "ItemFn",
-                    [&] {
-                        Variant value = u"untouched";
-                        const bool found = bag_.ItemFn(v, value);
-                        return Shown(value) + (found ? "found" : "");
-                    },
-                    [&] {
-                        const std::int32_t at = model_.resolve(v);
-                        return at == 0 ? Shown(u"untouched") : Shown(model_.at(at).value) + "found";
-                    });
-        }
+        const std::int32_t at = model_.resolve(v);
+        DoOneOf({{"Item", [&] { return Shown(bag_.Item(v)); },
+                  [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); }},
+                 {"ObjName", [&] { return bag_.ObjName(v); },
+                  [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; }},
+                 {"Key", [&] { return bag_.Key(position); },
+                  [&] { return model_.entry(position, "Key", "Index = ").name; }},
+                 {"PropIsObject", [&] { return bag_.PropIsObject(v); },
+                  [&] { return at != 0 && !model_.at(at).objName.Empty(); }},
+                 {"ItemFn",
+                  [&] {
+                      Variant value = u"untouched";
+                      const bool found = bag_.ItemFn(v, value);
+                      return Shown(value) + (found ? "found" : "");
+                  },
+                  [&] {
+                      return at == 0 ? Shown(u"untouched") : Shown(model_.at(at).value) + "found";
+                  }}});
     }
 
     void Rest() {
         const auto step = static_cast<std::int32_t>(Below(80));
         const bool flag = Chance(50);
-        switch (Below(8)) {
-            case 0:
-                return Do(
-                    "Granularity", [&] { bag_.SetGranularity(step); },
-                    [&] { model_.granularity = std::max(16, step); });
-            case 1:
-                return Do(
-                    "Changed", [&] { bag_.SetChanged(flag); }, [&] { model_.changed = flag; });
-            case 2:
-                if (model_.sorted && Chance(90)) return;
-                return Do(
-                    "Clear", [&] { bag_.Clear(); }, [&] { model_ = BagModel(); });
-            case 3:
-                return Repeats();
-            case 4:
-                return Copy(flag);
-            default:
-                return Do(
-                    "Contents", [&] { bag_.SetContents(bag_.Contents()); },
-                    [&] { model_.reopen(); });
+        if (Chance(20)) return Repeats();
+        if (Chance(20)) return Copy(flag);
+        if (Chance(model_.sorted ? 2 : 20)) {
+            return DoOneOf({{"Clear", [&] { bag_.Clear(); }, [&] { model_ = BagModel(); }}});
         }
+        DoOneOf(
+            {{"Granularity", [&] { bag_.SetGranularity(step); },
+              [&] { model_.granularity = std::max(16, step); }},
+             {"Changed", [&] { bag_.SetChanged(flag); }, [&] { model_.changed = flag; }},
+             {"Contents", [&] { bag_.SetContents(bag_.Contents()); }, [&] { model_.reopen(); }}});
     }
 
     // Only words can make a bag that is sorted and whose names may repeat.
