@@ -115,6 +115,13 @@ TEST(ZVCollectionEx, FailuresNameTheMember) {
     for (const auto& row : rows) EXPECT_EQ(row.outcome, row.expected) << row.what;
 }
 
+TEST(ZVCollectionEx_Granularity, HasAGreatestStep) {
+    ZVCollectionEx collection;
+    collection.SetGranularity(40000);
+    EXPECT_EQ(collection.Granularity(), 32768);
+    EXPECT_EQ(collection.Capacity(), 32768);
+}
+
 TEST(ZVCollectionEx_BinaryExists, KeptOnlyAnotherComparerMakesItRestoreKeyOrder) {
     ZVCollectionEx collection = Filled({"a", "b", "c"});
     for (std::int32_t i = 1; i <= 3; ++i) {
