@@ -13,12 +13,9 @@ namespace {
 
 TEST(Object_LateBound, RefusesAnUnknownMemberByNumberSourceAndName) {
     const auto object = MakeObject<CountedObject>();
-    const std::optional<Error> errors[] = {
-        RaisedBy([&] { static_cast<void>(object->Call(u"Speak")); }),
-        RaisedBy([&] { static_cast<void>(object->Get(u"Speak")); }),
-        RaisedBy([&] { object->Set(u"Speak", 1); }),
-    };
-    for (const auto& error : errors) {
+    for (const auto& error :
+         {RaisedBy([&] { object->Call(u"Speak"); }), RaisedBy([&] { object->Get(u"Speak"); }),
+          RaisedBy([&] { object->Set(u"Speak", 1); })}) {
         ASSERT_TRUE(error);
         EXPECT_EQ(error->Number, 438);
         EXPECT_EQ(error->Source, Text(u"CountedObject"));
@@ -35,52 +32,32 @@ TEST(Ref, FreesWithItsLastHolderAndNotBefore) {
         third = second;
         Ref<Object>& same = third;
         third = same;
-        EXPECT_EQ(CountedObject::Alive(), 1);
         first = second;
     }
     EXPECT_EQ(CountedObject::Alive(), 1);
-    first = nullptr;
-    EXPECT_EQ(CountedObject::Alive(), 0);
-}
-
-TEST(Ref, DetachHandsTheReferenceOver) {
-    Ref<Object> object = MakeObject<CountedObject>();
-    Object* const taken = object.Detach();
+    Object* const taken = first.Detach();
     EXPECT_EQ(CountedObject::Alive(), 1);
     taken->Release();
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
-TEST(Ref, NeverFreesAnObjectThatStandsOnTheStack) {
-    CountedObject object;
-    { const Ref<Object> reference(&object); }
-    EXPECT_EQ(CountedObject::Alive(), 1);
-}
-
-TEST(Ref, MadeByADestructorToItsOwnObjectDoesNotFreeItTwice) {
+TEST(Ref, MadeToAnObjectThatBeginsEndsOrStandsOnTheStackFreesNothing) {
     class Clinging : public CountedObject {
       public:
+        Clinging() { const Ref<Object> toMyself(this); }
         ~Clinging() override { const Ref<Object> toMyself(this); }
     };
-    MakeObject<Clinging>();
-    EXPECT_EQ(CountedObject::Alive(), 0);
-}
-
-TEST(Ref, IsNotFreedWhileItsConstructorHandsItselfOut) {
-    class Introducing : public CountedObject {
-      public:
-        Introducing() { const Ref<Object> toMyself(this); }
-    };
-    const auto object = MakeObject<Introducing>();
+    Ref<Object> counted = MakeObject<Clinging>();
     EXPECT_EQ(CountedObject::Alive(), 1);
-}
-
-TEST(ViewAs, GivesNothingForAnotherClass) {
-    class Other : public CountedObject {};
-    const Ref<Object> object = MakeObject<CountedObject>();
-    EXPECT_TRUE(ViewAs<CountedObject>(object));
-    EXPECT_FALSE(ViewAs<Other>(object));
-    EXPECT_FALSE(ViewAs<Other>(Ref<Object>()));
+    counted = nullptr;
+    EXPECT_EQ(CountedObject::Alive(), 0);
+    CountedObject object;
+    counted = Ref<Object>(&object);
+    EXPECT_FALSE(ViewAs<Clinging>(counted));
+    EXPECT_TRUE(ViewAs<CountedObject>(counted));
+    counted = nullptr;
+    EXPECT_EQ(CountedObject::Alive(), 1);
+    EXPECT_FALSE(ViewAs<Clinging>(counted));
 }
 
 TEST(Classes_Create, FindsNamesWithoutCaseAndRefusesOthers) {
@@ -109,19 +86,11 @@ TEST(IgnoringErrors, SwallowsErrorsAlone) {
 }
 
 // Test data and generated keys come from this sequence: it must never move.
-TEST(Random_Next, GivesTheSameSequenceEverywhereEvenlyBelowOne) {
+TEST(Random_Next, GivesTheSameSequenceEverywhere) {
     Random random;
     for (const int k : {11602493, 11087610, 2506929, 7077214}) {
         EXPECT_EQ(random.Next(), static_cast<float>(k) * 0x1p-24f);
     }
-    double sum = 0;
-    for (int i = 0; i < 100000; ++i) {
-        const float drawn = random.Next();
-        ASSERT_GE(drawn, 0.0f);
-        ASSERT_LT(drawn, 1.0f);
-        sum += static_cast<double>(drawn);
-    }
-    EXPECT_NEAR(sum / 100000, 0.5, 0.005);
 }
 
 }  // namespace
