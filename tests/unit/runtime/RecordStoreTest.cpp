@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -21,7 +22,7 @@ class RecordStoreRun {
     void Insert(std::int32_t position) {
         const RecordNumber number = store_.Insert(position);
         Record& record = store_.OfNumber(number);
-        ASSERT_TRUE(record.item.IsEmpty()) << "a new record is not zero";
+        ASSERT_TRUE(record.item.IsEmpty() && record.serial == 0) << "a new record is not zero";
         record.item = Ref<Object>(MakeObject<CountedObject>());
         record.serial = ++serial_;
         model_.insert(model_.begin() + (position - 1), {serial_, number});
@@ -70,10 +71,8 @@ class RecordStoreRun {
         RecordNumber number;
     };
     [[nodiscard]] std::int32_t PositionOfSerial(std::int32_t serial) const {
-        for (std::size_t i = 0; i < model_.size(); ++i) {
-            if (model_[i].serial == serial) return static_cast<std::int32_t>(i) + 1;
-        }
-        return 0;
+        const auto found = std::ranges::find(model_, serial, &Entry::serial);
+        return static_cast<std::int32_t>(found - model_.begin()) + 1;
     }
 
     RecordStore<Record> store_;
@@ -97,8 +96,7 @@ TEST(RecordStore, AnyInsertionAndRemovalKeepsPositionsAndNumbers) {
         std::mt19937 random(11);
         {
             RecordStoreRun run;
-            const int operations = row.grow * 3;
-            for (int i = 0; i < operations && !testing::Test::HasFatalFailure(); ++i) {
+            for (int i = 0; i < row.grow * 3 && !testing::Test::HasFatalFailure(); ++i) {
                 const bool growing = i < row.grow || i > row.grow * 2 + row.grow / 2;
                 const auto count = static_cast<unsigned>(run.Count());
                 const bool atEnd = random() % 100 < row.ends;
