@@ -2,8 +2,9 @@
 // ZVCollectionEx: records under one text key, found through a hash, optionally kept sorted.
 //
 // Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
-// once; while Sorted() and the key is the sort column, keys follow Compare() and Descending(). Two
-// keys are the same when their hash codes are equal and their texts are equal without regard to
+// once; while Sorted() and only Add, Remove, Sort and SortBy are used, keys follow Compare() and
+// Descending(). Kept: assigning Sorted or Descending sorts nothing; until the next sort by key, the
+// binary search looks the wrong way, while look-ups go by hash and miss nothing. Two keys are the same when their hash codes are equal and their texts are equal without regard to
 // case. Cost: look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
 // at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
 // O(n^1.3) at worst.

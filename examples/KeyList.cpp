@@ -23,7 +23,7 @@ int main() {
     }
 
     try {
-        std::cout << people.Item("Alan") << '\n';
+        std::cout << people.Item("Alan").ToText() << '\n';
     } catch (const zorvane::Error& error) {
         std::cout << error.what() << '\n';
     }

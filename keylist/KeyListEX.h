@@ -1,11 +1,14 @@
 #pragma once
 // KeyListEX: records under one text key, kept in key order and re-sortable by any column.
 //
-// Between public calls: while Sorted() and the key is the sort column, keys follow Compare() and
-// Descending(); while Unique() has always been true, no two keys are equal. A look-up by key may
-// re-sort: look-ups are not const, and earlier positions go stale. Cost: look-up by key and by
-// position O(1) to O(log n), Add and Remove O(log n) comparisons and the move of at most a block of
-// 4-byte numbers, whatever the count; a sort O(n^1.3) at worst.
+// While Sorted() and only Add, Remove, Sort and SortBy are used, keys follow Compare() and
+// Descending(), and while Unique() too no two are equal. Kept: assigning Sorted, Descending or
+// Unique sorts and checks nothing; until the next sort by key, searches may then miss keys that are
+// there, and Add may repeat one. A look-up by key may re-sort: look-ups are not const, and earlier
+// positions go stale. Cost: look-up by key and by position O(1) to O(log n), Add and Remove O(log
+// n) comparisons and the move of at most a block of 4-byte numbers, whatever the count; among k
+// equal keys O(k) more. A sort, and so SetKey while Sorted, O(n log n), in integers O(n^1.3) where
+// values tie.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 

@@ -160,7 +160,10 @@ double Variant::ToDouble() const {
         case VarType::Byte:
             return byte_;
         case VarType::String:
-            if (const auto number = ParseNumber(text_)) return *number;
+            if (const auto number = ParseNumber(text_)) {
+                if (std::isinf(*number)) RaisePlatform(PlatformError::Overflow);
+                return *number;
+            }
             break;
         default:
             break;

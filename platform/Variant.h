@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -50,6 +52,10 @@ class Variant {
     Variant(const std::u16string& units) : Variant(Text(units)) {}
     Variant(const char16_t* units) : Variant(Text(units)) {}
     Variant(const char* utf8) : Variant(Text(utf8)) {}
+    Variant(std::string_view utf8) : Variant(Text(utf8)) {}
+    Variant(const std::string& utf8) : Variant(Text(utf8)) {}
+    Variant(char) = delete;  // a character is neither a number nor a text
+    Variant(char16_t) = delete;
     Variant(Array value) noexcept;  // Empty for an array of no type
     template <class T>
     requires std::is_base_of_v<Object, T> Variant(const Ref<T>& object)

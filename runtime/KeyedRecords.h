@@ -79,8 +79,9 @@ class KeyedRecords : public Object {
     }
 
     // The values of one entry, named by its key (a text) or its position from 1 (a 16- or 32-bit
-    // integer). Raises 28500 when there is no such entry, and for an argument of any other type. A
-    // look-up by key may re-sort by key: positions known before it are then stale.
+    // integer). Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no such entry, and
+    // for an argument of any other type. A look-up by key may re-sort by key: positions known
+    // before it are then stale.
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) { return Find(vKeyIndex, u"::Item").Item; }
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
@@ -123,8 +124,9 @@ class KeyedRecords : public Object {
     [[nodiscard]] bool Unique() const noexcept { return settings_.Unique; }
     void SetUnique(bool value) noexcept { settings_.Unique = value; }
 
-    // Late-bound use, by property and method alike: the settings, Count, ClassName, the typed
-    // columns and Key by key or position, Clear, CopyItemValue, Exists, Remove, Sort and SortBy.
+    // Late-bound reading and calling, by property and method alike: the settings, Count, ClassName,
+    // the typed columns and Key by key or position, Clear, CopyItemValue, Exists, Remove, Sort and
+    // SortBy.
     Variant Call(std::u16string_view member, Arguments arguments = {}) override {
         return InvokeMember(Self(), Members(), member, arguments);
     }
