@@ -4,8 +4,9 @@
 // Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
 // once; while Sorted() and only Add, Remove, Sort and SortBy are used, keys follow Compare() and
 // Descending(). Kept: assigning Sorted or Descending sorts nothing; until the next sort by key, the
-// binary search looks the wrong way, while look-ups go by hash and miss nothing. Two keys are the same when their hash codes are equal and their texts are equal without regard to
-// case. Cost: look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
+// binary search looks the wrong way, while look-ups go by hash and miss nothing. Two keys are the
+// same when their hash codes are equal and their texts are equal without regard to case. Cost:
+// look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
 // at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
 // O(n^1.3) at worst.
 //

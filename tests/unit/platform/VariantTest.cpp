@@ -56,6 +56,7 @@ TEST(Variant_Convert, GivesTheValueOrErrors6And13) {
         {"True is minus one", true, "-1 -1 -1 -1 True !6 True"},
         {"text of a number", " 12.5 ", "12 12 12.5 12.5 True 12  12.5 ", false},
         {"text of no number", "12x", "!13 !13 !13 !13 !13 !13 12x", false},
+        {"text past a double", "1e400", "!6 !6 !6 !6 !6 !6 1e400", false},
         {"the word false", "fALSE", "!13 !13 !13 !13 False !13 fALSE", false},
         {"the word true", "tRUE", "!13 !13 !13 !13 True !13 tRUE", false},
         {"currency", Variant::FromCurrency(-15000), "-2 -2 -1.5 -1.5 True !6 -1.5"},
