@@ -26,18 +26,11 @@ inline void Click(QWidget* control, QPoint at = QPoint(-1, -1)) {
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, at));
 }
 
+// `index`: of the element of a control array.
 template <class T = QWidget>
-T* Control(const QWidget* window, const char* name) {
-    T* found = window->findChild<T*>(QLatin1String(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-// The element of a control array.
-template <class T = QWidget>
-T* Control(const QWidget* window, const char* name, int index) {
+T* Control(const QWidget* window, const char* name, int index = -1) {
     for (T* one : window->findChildren<T*>(QLatin1String(name))) {
-        if (one->property("Index") == index) return one;
+        if (index < 0 || one->property("Index") == index) return one;
     }
     ADD_FAILURE() << "no " << name << "(" << index << ")";
     return nullptr;
@@ -61,14 +54,11 @@ class WhenModal : public QObject {
                            top->isActiveWindow();
         if (!ready && --patience_ > 0) return;
         killTimer(event->timerId());
-        if (ready) {
-            done_ = true;
-            act_(*wanted);
-        }
-        if (!ready || testing::Test::HasFailure()) {
-            while (QWidget* open = QApplication::activeModalWidget()) {
-                if (!open->close()) break;
-            }
+        done_ = ready;
+        if (ready) act_(*wanted);
+        if (ready && !testing::Test::HasFailure()) return;
+        while (QWidget* open = QApplication::activeModalWidget()) {
+            if (!open->close()) break;
         }
     }
 
@@ -120,5 +110,22 @@ inline bool Shown(Form& form) {
     form.ShowOwned();
     return QTest::qWaitForWindowActive(&form);
 }
+
+// One window, on the screen before the test begins.
+template <class T>
+class ShownWindowTest : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        ASSERT_TRUE(Shown(*window_));
+    }
+    void TearDown() override {
+        window_->Unload();
+        window_ = nullptr;
+        WindowTest::TearDown();
+    }
+
+    Ref<T> window_ = MakeObject<T>();
+};
 
 }  // namespace zorvane::test

@@ -2,11 +2,11 @@
 
 #include <QDialog>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QPalette>
 #include <cmath>
 
 #include "forms/Colour.h"
-#include "forms/FitText.h"
 #include "forms/FontRecord.h"
 #include "forms/Strings.h"
 #include "forms/Twips.h"
@@ -16,20 +16,10 @@ namespace zorvane::test {
 namespace {
 
 TEST(TwipsTest, RoundToTheNearestPixelAndSurviveAnything) {
-    struct Case {
-        float Twips;
-        int Pixels;
-    };
-    for (const auto& [twips, pixels] : {Case{0, 0},
-                                        {15, 1},
-                                        {22, 1},
-                                        {23, 2},
-                                        {-22, -1},
-                                        {-23, -2},
-                                        {1e30F, 100000},
-                                        {-1e30F, -100000},
-                                        {NAN, 0},
-                                        {INFINITY, 100000}}) {
+    const std::pair<float, int> rows[] = {
+        {0, 0},    {15, 1},         {22, 1},  {23, 2},           {-22, -1},
+        {-23, -2}, {1e30F, 100000}, {NAN, 0}, {-1e30F, -100000}, {INFINITY, 100000}};
+    for (const auto& [twips, pixels] : rows) {
         EXPECT_EQ(ToPixels(twips), pixels) << twips;
     }
     for (int pixels = -5000; pixels <= 5000; ++pixels) {
@@ -61,23 +51,20 @@ TEST(FormTextTest, TextsGoToTheToolkitAndBackUnitByUnit) {
     EXPECT_EQ(ForDisplay("\r\none\r\n\r\ntwo\n"), "\none\n\ntwo\n");
 }
 
+FontRecord OddRecord() {
+    return {.Name = u"A Missing Face", .Size = 8.25, .Charset = 204, .Underline = true};
+}
+
 TEST(FormFontTest, WhatADialogDidNotChangeStaysWhateverItShowed) {
-    FontRecord record;
-    record.Name = u"A Missing Face";
-    record.Size = 8.25;
-    record.Charset = 204;
-    record.Underline = true;
     const QFont shown("DejaVu Sans", 8);  // what a dialog makes of it
-    EXPECT_EQ(WithChanges(record, shown, shown), record);
+    EXPECT_EQ(WithChanges(OddRecord(), shown, shown), OddRecord());
     QFont chosen = shown;
     chosen.setBold(true);
     chosen.setItalic(true);
-    const FontRecord changed = WithChanges(record, shown, chosen);
-    EXPECT_EQ(changed.Name, record.Name);
-    EXPECT_EQ(changed.Size, 8.25);
-    EXPECT_EQ(changed.Charset, 204);
-    EXPECT_TRUE(changed.Underline && changed.Bold && changed.Italic);
-    EXPECT_EQ(changed.Weight, 700);
+    FontRecord wanted = OddRecord();
+    wanted.Bold = wanted.Italic = true;
+    wanted.Weight = 700;
+    EXPECT_EQ(WithChanges(OddRecord(), shown, chosen), wanted);
 }
 
 TEST(FormFontTest, HostileValuesStillGiveAFont) {
@@ -101,34 +88,21 @@ TEST(FormFontTest, HostileValuesStillGiveAFont) {
     }
 }
 
-TEST(FormFontTest, TheDialogAcceptedUnchangedChangesNothing) {
+TEST(FormFontTest, EnterTakesTheDialogUnchangedAndEscapeEndsItWhole) {
     FontChoice shown;
-    shown.Font.Name = u"A Missing Face";
-    shown.Font.Size = 8.25;
-    shown.Font.Charset = 204;
+    shown.Font = OddRecord();
     shown.Colour = kButtonText;
-    std::optional<FontChoice> given;
-    {
-        WhenModal<QDialog> accept([](QDialog& dialog) { dialog.accept(); });
-        given = Dialogs().FontAndColour(nullptr, shown);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        WhenModal<QDialog> dialog([key](QDialog& open) {
+            QTest::keyClick(open.findChild<QLineEdit*>(), key);
+            EXPECT_FALSE(open.isVisible()) << "nothing happened, or an empty frame was left";
+        });
+        const auto given = Dialogs().FontAndColour(nullptr, shown);
+        ASSERT_EQ(given.has_value(), key == Qt::Key_Return);
+        if (!given) continue;
+        EXPECT_EQ(given->Font, shown.Font);
+        EXPECT_EQ(given->Colour, kButtonText) << "a system colour stays one";
     }
-    ASSERT_TRUE(given);
-    EXPECT_EQ(given->Font, shown.Font);
-    EXPECT_EQ(given->Colour, kButtonText) << "a system colour stays one";
-    WhenModal<QDialog> cancel([](QDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(Dialogs().FontAndColour(nullptr, shown), std::nullopt);
-}
-
-TEST(FormTextTest, AFittingFontFitsOrIsTheLeastOne) {
-    const QString text = "Comparison of generated code with the standard collection, in words";
-    const QFont font = CompactFont(14);
-    for (const QSize room : {QSize(600, 100), QSize(200, 60), QSize(120, 60)}) {
-        const QFont fitting = FittingFont(font, text, room);
-        const QSize taken = WrappedSize(fitting, text, room.width());
-        EXPECT_TRUE(taken.height() <= room.height() || fitting.pointSizeF() < 6.5);
-        EXPECT_LE(fitting.pointSizeF(), 14);
-    }
-    EXPECT_EQ(FittingFont(font, "short", QSize(600, 100)), font) << "never larger, never needless";
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -15,7 +14,7 @@
 namespace zorvane::test {
 namespace {
 
-class frmOrderTest : public WindowTest {};
+class frmOrderTest : public ShownWindowTest<frmOrder> {};
 
 Order Complete() {
     Order order;
@@ -25,10 +24,15 @@ Order Complete() {
     return order;
 }
 
+// Goes from box to box by the labels' mnemonics, as a person without a mouse would.
 void FillIn(frmOrder& window, std::size_t leaveEmpty = Order::kFields.size()) {
     for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
-        auto* box = Control<QLineEdit>(&window, Order::kFields[at].Control);
-        box->selectAll();
+        const QString caption = ToQString(Order::kFields[at].Caption);
+        const QChar letter = caption[caption.indexOf('&') + 1].toUpper();
+        QTest::keyClick(&window, static_cast<Qt::Key>(letter.unicode()), Qt::AltModifier);
+        QWidget* box = window.focusWidget();
+        ASSERT_EQ(box->objectName(), Order::kFields[at].Control) << caption.toStdString();
+        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(box, Qt::Key_Delete);
         if (at != leaveEmpty) QTest::keyClicks(box, QString("value %1").arg(at));
     }
@@ -52,70 +56,44 @@ TEST(OrderTest, SummaryHoldsEveryAnswerBehindItsNameInOneColumn) {
     EXPECT_TRUE(summary.contains(
         QRegularExpression("^Version: +1\\.2\\.3$", QRegularExpression::MultilineOption)));
     EXPECT_TRUE(summary.contains("2026-03-01"));
-    qsizetype column = -1;
-    for (const OrderField& field : Order::kFields) {
-        const QString line = summary.section('\n', 5 + (&field - Order::kFields.data()),
-                                             5 + (&field - Order::kFields.data()));
-        EXPECT_TRUE(line.startsWith(ToQString(field.Name) + ":")) << line.toStdString();
-        if (column < 0) column = line.indexOf("answer");
-        EXPECT_EQ(line.indexOf("answer"), column) << line.toStdString();
+    const QStringList lines = summary.split('\n');
+    for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
+        const QString line = lines.value(5 + static_cast<int>(at));
+        EXPECT_TRUE(line.startsWith(ToQString(Order::kFields[at].Name) + ":")) << at;
+        EXPECT_EQ(line.indexOf("answer"), lines.value(5).indexOf("answer")) << line.toStdString();
     }
 }
 
 TEST_F(frmOrderTest, RefusesWhileABoxIsEmptyAndPutsTheCursorThere) {
     SpokenDialogs dialogs;
-    const auto order = MakeObject<frmOrder>();
-    ASSERT_TRUE(Shown(*order));
     for (std::size_t empty = 0; empty < Order::kFields.size(); ++empty) {
-        FillIn(*order, empty);
+        FillIn(*window_, empty);
         dialogs.Said.clear();
-        Click(Control(order.Get(), "OkBtn"));
-        ASSERT_EQ(dialogs.Said.size(), 1U);
-        EXPECT_EQ(dialogs.Said[0], "Data must be entered in all boxes provided");
-        EXPECT_EQ(order->focusWidget()->objectName(), Order::kFields[empty].Control);
-        EXPECT_TRUE(order->isVisible());
+        Click(Control(window_.Get(), "OkBtn"));
+        EXPECT_EQ(dialogs.Said, std::vector<QString>{"Data must be entered in all boxes provided"});
+        EXPECT_EQ(window_->focusWidget()->objectName(), Order::kFields[empty].Control);
+        EXPECT_TRUE(window_->isVisible());
     }
-    order->Unload();
 }
 
-TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatEndsTheFormOrLeadsBack) {
-    struct Case {
-        const char* What;
-        const char* Button;
-        bool FormStays;
-    };
-    for (const auto& [what, button, stays] :
-         {Case{"back", "BackBtn", true}, {"close", "CloseBtn", false}}) {
-        SCOPED_TRACE(what);
-        const auto order = MakeObject<frmOrder>();
-        ASSERT_TRUE(Shown(*order));
-        FillIn(*order);
-        WhenModal<frmOrderSummary> summary([&, name = button](frmOrderSummary& window) {
+TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
+    FillIn(*window_);
+    for (const char* button : {"BackBtn", "CloseBtn"}) {
+        SCOPED_TRACE(button);
+        WhenModal<frmOrderSummary> summary([&](frmOrderSummary& window) {
             const QString text = Control<QPlainTextEdit>(&window, "txtSummary")->toPlainText();
-            EXPECT_TRUE(text.contains("value 0"));
-            EXPECT_TRUE(text.contains("value 7"));
-            Click(Control(&window, name));
+            EXPECT_TRUE(text.contains("value 0") && text.contains("value 7"));
+            Click(Control(&window, button));
         });
-        QTest::keyClick(order->focusWidget(), Qt::Key_Return);  // from within a box
-        EXPECT_EQ(order->Loaded(), stays);
-        EXPECT_EQ(Control<QLineEdit>(order.Get(), "txtName")->text(), "value 0");
-        order->Unload();
+        QTest::keyClick(window_->focusWidget(), Qt::Key_Return);  // from within a box
+        EXPECT_EQ(window_->Loaded(), button == QLatin1String("BackBtn"));
+        EXPECT_EQ(Control<QLineEdit>(window_.Get(), "txtName")->text(), "value 0");
     }
 }
 
-TEST_F(frmOrderTest, LabelsLeadToTheirBoxes) {
-    const auto order = MakeObject<frmOrder>();
-    ASSERT_TRUE(Shown(*order));
-    for (const OrderField& field : Order::kFields) {
-        const QString caption = ToQString(field.Caption);
-        const QChar letter = caption[caption.indexOf('&') + 1].toUpper();
-        QTest::keyClick(order.Get(), static_cast<Qt::Key>(letter.unicode()), Qt::AltModifier);
-        EXPECT_EQ(order->focusWidget()->objectName(), field.Control) << caption.toStdString();
-    }
-    order->Unload();
-}
+class frmOrderSummaryTest : public WindowTest {};
 
-TEST_F(frmOrderTest, SummaryIsCopiedPrintedAndSavedWhole) {
+TEST_F(frmOrderSummaryTest, IsCopiedPrintedAndSavedWhole) {
     SpokenDialogs dialogs;
     const QTemporaryDir folder;
     const auto summary = MakeObject<frmOrderSummary>(Complete());

@@ -10,35 +10,32 @@
 namespace zorvane::test {
 namespace {
 
-class LaunchTest : public WindowTest {
+class LaunchTest : public PropBagTest {
   protected:
     void SetUp() override {
-        WindowTest::SetUp();
+        PropBagTest::SetUp();
         QFile::remove(path_);
-        ASSERT_TRUE(Shown(*main_));
+        owner_ = MakeObject<FrmMainDemo>();
+        ASSERT_TRUE(Shown(*owner_));
     }
     void TearDown() override {
-        main_->Unload();
         QFile::remove(path_);
-        WindowTest::TearDown();
+        PropBagTest::TearDown();
     }
-    void Open(std::function<void(frmDemo2&)> act) {
+    void Launch(std::function<void(frmDemo2&)> act) {
         WhenModal<frmDemo2> demo([&](frmDemo2& window) {
             act(window);
             window.Unload();
         });
-        for (QWidget* button : main_->findChildren<QWidget*>(QStringLiteral("Command1"))) {
-            if (button->property("Index") == 2) Click(button);
-        }
+        Click(Control(owner_.Get(), "Command1", 2));
         EXPECT_TRUE(demo.Done());
     }
 
     QString path_ = ToQString(modStartUp::BagFile());
-    Ref<FrmMainDemo> main_ = MakeObject<FrmMainDemo>();
 };
 
 TEST_F(LaunchTest, TheFirstRunMakesTheFile) {
-    Open([&](frmDemo2& window) {
+    Launch([&](frmDemo2& window) {
         EXPECT_EQ(window.Number(), 1);
         EXPECT_FALSE(QFile::exists(path_)) << "nothing is written before the window closes";
         EXPECT_EQ(Screen::The().MousePointer(), Pointer::Default);
@@ -49,38 +46,30 @@ TEST_F(LaunchTest, TheFirstRunMakesTheFile) {
 }
 
 TEST_F(LaunchTest, TheSecondOpeningReadsTheFileAgain) {
-    Open([](frmDemo2& window) { window.SetCaption(u"Saved"); });
-    Open([](frmDemo2& window) {
+    Launch([](frmDemo2& window) { window.SetCaption(u"Saved"); });
+    Launch([](frmDemo2& window) {
         EXPECT_EQ(window.Caption(), Text(u"Saved"));
         window.SetCaption(u"Saved again");
     });
     QFile::remove(path_);
-    Open([](frmDemo2& window) {
+    Launch([](frmDemo2& window) {
         EXPECT_NE(window.Caption(), Text(u"Saved again")) << "the file, not the bag in memory";
     });
 }
 
 TEST_F(LaunchTest, OpenWindowsOfHigherNumbersAreStoredToo) {
-    Open([](frmDemo2& window) {
-        Click(Control(&window, "cmdShowNext"));
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            auto* next = qobject_cast<frmDemo2*>(top);
-            if (next && next->Number() == 2) next->SetCaption(u"Second");
-        }
+    Launch([](frmDemo2& window) {
+        if (frmDemo2* next = Next(&window, 2)) next->SetCaption(u"Second");
+    });
+    Launch([](frmDemo2& window) {
+        EXPECT_EQ(window.Number(), 1) << "numbering starts anew";
+        const frmDemo2* next = Next(&window, 2);
+        EXPECT_TRUE(next && next->Caption() == Text(u"Second"));
     });
     ZVPropertyBag bag;
     bag.SetContents(modZorvane::ReadFileWords(modStartUp::BagFile()));
     EXPECT_EQ(bag.Count(), 2);
     EXPECT_EQ(bag.Key(2), Text(u"DemoZVPropertyBag2"));
-    Open([](frmDemo2& window) {
-        EXPECT_EQ(window.Number(), 1) << "numbering starts anew";
-        Click(Control(&window, "cmdShowNext"));
-        QWidget* next = QApplication::activeWindow();
-        EXPECT_TRUE(QTest::qWaitFor([&] {
-            next = QApplication::activeWindow();
-            return next && next->windowTitle() == "Second";
-        }));
-    });
 }
 
 }  // namespace

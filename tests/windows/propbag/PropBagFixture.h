@@ -17,12 +17,10 @@ namespace zorvane::test {
 class AnsweringDialogs : public SpokenDialogs {
   public:
     std::optional<OleColour> Colour(QWidget*, OleColour shown) override {
-        ColourShown = shown;
-        return ColourAnswer;
+        return ColourShown = shown, ColourAnswer;
     }
     std::optional<FontChoice> FontAndColour(QWidget*, const FontChoice& shown) override {
-        FontShown = shown;
-        return FontAnswer;
+        return FontShown = shown, FontAnswer;
     }
     std::optional<QString> InputBox(QWidget*, const QString& title, const QString& prompt,
                                     const QString& shown) override {
@@ -38,17 +36,25 @@ class AnsweringDialogs : public SpokenDialogs {
 
 class PropBagTest : public WindowTest {
   protected:
+    void TearDown() override {
+        if (owner_) owner_->Unload();
+        WindowTest::TearDown();
+    }
     // As the program opens window 1: the file is read, the window restored and shown.
     Ref<frmDemo2> Open() {
         session_.Load(file_);
         session_.Counter = 0;
+        const Ref<frmDemo2> window = Restored();
+        window->ShowOwned(owner_.Get());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.Get()));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window->FrameSettled(); }));
+        return window;
+    }
+    Ref<frmDemo2> Restored() {
         const Ref<frmDemo2> window = MakeObject<frmDemo2>(session_);
         const Variant restored =
             session_.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = window});
         EXPECT_EQ(restored.AsObject().Get(), Ref<Object>(window).Get()) << "restored in place";
-        window->ShowOwned(owner_.Get());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.Get()));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window->FrameSettled(); }));
         return window;
     }
     void Close(const Ref<frmDemo2>& window) {
@@ -68,7 +74,7 @@ class PropBagTest : public WindowTest {
         return open;
     }
     // The window of that number, after the button of `from` was pressed.
-    frmDemo2* Next(frmDemo2* from, std::int32_t number) {
+    static frmDemo2* Next(frmDemo2* from, std::int32_t number) {
         Click(Control(from, "cmdShowNext"));
         for (frmDemo2* window : OpenWindows()) {
             if (window->Number() != number) continue;
