@@ -37,12 +37,14 @@ class Object {
     void Release() const noexcept {
         if (--references_ != 0 || !counted_) return;
         counted_ = false;  // a Ref that the destructor makes to itself must not free it again
-        delete this;
+        Free();
     }
 
   private:
     template <class T, class... Args>
     friend auto MakeObject(Args&&... args);
+
+    void Free() const noexcept;  // out of line: a compiler that sees both cases takes them for one
 
     mutable std::uint32_t references_ = 0;
     mutable bool counted_ = false;  // made by MakeObject: freed with its last reference
