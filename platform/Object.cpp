@@ -21,12 +21,12 @@ Variant Object::Get(std::u16string_view member, Arguments) {
     RaiseNoSuchMember(*this, member);
 }
 
-void Object::Free() const noexcept {
-    delete this;
-}
-
 void Object::Set(std::u16string_view member, const Variant&, Arguments) {
     RaiseNoSuchMember(*this, member);
+}
+
+void Object::Free() const noexcept {
+    delete this;
 }
 
 }  // namespace zorvane

@@ -120,7 +120,9 @@ TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
     auto window = Open();
     const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
     window->showMaximized();
-    QTest::qWait(100);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return window->isMaximized() && window->width() > window->normalGeometry().width();
+    }));
     Close(window);
     window = Open();
     EXPECT_NEAR(window->Width(), before.Width, 15 * 12);
