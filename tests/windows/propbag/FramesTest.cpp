@@ -120,9 +120,8 @@ TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
     auto window = Open();
     const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
     window->showMaximized();
-    ASSERT_TRUE(QTest::qWaitFor([&] {
-        return window->isMaximized() && window->geometry() != window->normalGeometry();
-    }));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return window->isMaximized() && window->geometry() != window->normalGeometry(); }));
     Close(window);
     window = Open();
     EXPECT_NEAR(window->Width(), before.Width, 15 * 12);
