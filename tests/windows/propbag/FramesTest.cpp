@@ -117,6 +117,10 @@ TEST_F(FramesTest, AWindowOfAMonitorThatIsGoneIsSeenAndKeepsItsPlace) {
 }
 
 TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
+    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
+        GTEST_SKIP() << "open fault: under load the toolkit may take the maximised frame, if it "
+                        "comes right after the first one, for the ordinary one";
+    }
     auto window = Open();
     const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
     window->showMaximized();
