@@ -2,11 +2,10 @@
 // back the same from the bag's own words.
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
 #include <vector>
 
+#include "fuzz/Require.h"
 #include "platform/Error.h"
 #include "propbag/BagStream.h"
 #include "propbag/ZVPropertyBag.h"
@@ -14,12 +13,6 @@
 namespace {
 
 using namespace zorvane;
-
-void Require(bool holds, const char* what) {
-    if (holds) return;
-    std::cerr << "does not hold: " << what << '\n';
-    std::abort();
-}
 
 // Goes where a program goes that was given a foreign bag.
 void UseEverything(const ZVPropertyBag& bag) {

@@ -10,7 +10,6 @@
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
-#include "tests/unit/keylist/CollectionExModelRun.h"
 
 namespace zorvane {
 namespace {
@@ -26,14 +25,6 @@ CollectionEx Abc() {
     CollectionEx collection;
     for (const char* key : {"a", "b", "c"}) collection.Add(key, key);
     return collection;
-}
-
-// Catches any step of any operation that leaves another state or outcome than the literal steps.
-TEST(CollectionEx_Model, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
-    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
-        const auto disagreement = RunCollectionExModel(seed, 2000);
-        ASSERT_FALSE(disagreement) << "seed " << seed << ", " << *disagreement;
-    }
 }
 
 TEST(CollectionEx_Exists, KeptComparesAPositionAsItStands) {

@@ -7,7 +7,6 @@
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
-#include "tests/unit/platform/CollectionModelRun.h"
 
 namespace zorvane {
 namespace {
@@ -16,14 +15,6 @@ std::string ItemsOf(const Collection& collection) {
     std::string all;
     for (const Variant& item : collection) all += item.ToText().ToUtf8() + " ";
     return all;
-}
-
-// Catches any step of any operation that leaves another state or outcome than a plain list.
-TEST(Collection_Model, AgreesWithAPlainListOverRandomOperations) {
-    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
-        const auto disagreement = RunPlatformCollectionModel(seed, 2000);
-        ASSERT_FALSE(disagreement) << "seed " << seed << ", " << *disagreement;
-    }
 }
 
 TEST(Collection_LateBound, ReachesEveryMemberByName) {

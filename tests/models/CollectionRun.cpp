@@ -1,25 +1,19 @@
-#include "tests/unit/platform/CollectionModelRun.h"
-
 #include "platform/CaseMapping.h"
 #include "platform/Collection.h"
-#include "tests/support/ListRun.h"
+#include "tests/models/ListRun.h"
 
 namespace zorvane {
 namespace {
 
 class Run : public ListRun<Collection> {
-  public:
-    using ListRun::ListRun;
-
-  private:
     void Operate() override {
-        const Variant v = AnyIndex();
+        const Variant v = Drawn(AnyIndex());
         const std::int32_t kind = Below(8);
         if (kind < 4) {
             CollectionAdd options{{}, Perhaps(), Perhaps()};
-            if (Below(4) != 0) options.Key = AnyKey();
+            if (Below(4) != 0) options.Key = Drawn(AnyKey());
             Do(
-                "Add", [&] { collection_.Add(step_, options); }, [&] { Add(options); });
+                "Add", [&] { collection_.Add(Number(), options); }, [&] { Add(options); });
         } else if (kind < 6) {
             Do(
                 "Remove", [&] { collection_.Remove(v); }, [&] { rows_.erase(At(v)); });
@@ -39,9 +33,9 @@ class Run : public ListRun<Collection> {
     void Add(const CollectionAdd& options) {
         if (options.Before && options.After) throw Error(5);
         if (options.Key && Find(*options.Key) != rows_.end()) throw Error(457);
-        rows_.insert(PlaceFor(options), {step_, options.Key});
+        rows_.insert(PlaceFor(options), {Number(), options.Key});
     }
-    bool StateDiffers() override {
+    bool StateIsOther() override {
         return collection_.Count() != Count() ||
                !std::equal(collection_.begin(), collection_.end(), rows_.begin(), rows_.end(),
                            [](const Variant& item, const Row& row) { return item == row.item; }) ||
@@ -53,8 +47,8 @@ class Run : public ListRun<Collection> {
 
 }  // namespace
 
-std::optional<std::string> RunPlatformCollectionModel(std::uint32_t seed, int operations) {
-    return Run(seed).Go(operations);
+std::unique_ptr<StepRun> StartCollection(std::uint32_t) {
+    return std::make_unique<Run>();
 }
 
 }  // namespace zorvane

@@ -1,23 +1,17 @@
-#include "tests/unit/keylist/CollectionExModelRun.h"
-
 #include <cmath>
 
 #include "keylist/CollectionEx.h"
 #include "platform/CaseMapping.h"
-#include "tests/support/ListRun.h"
+#include "tests/models/ListRun.h"
 
 namespace zorvane {
 namespace {
 
 // The steps of each member, told on a list whose keys are in lower case.
 class Run : public ListRun<CollectionEx> {
-  public:
-    using ListRun::ListRun;
-
-  private:
     void Operate() override {
-        const Text key = AnyKey();
-        const Variant v = AnyIndex();
+        const Text key = Drawn(AnyKey());
+        const Variant v = Drawn(AnyIndex());
         const std::int32_t kind = Below(100);
         const bool flag = Below(2) == 0;
         if (kind == 0 && flag) {
@@ -35,7 +29,8 @@ class Run : public ListRun<CollectionEx> {
         } else if (kind < 45) {
             const CollectionExAdd options{Perhaps(), Perhaps(), Below(4) == 0};
             Do(
-                "Add", [&] { collection_.Add(step_, key, options); }, [&] { Add(key, options); });
+                "Add", [&] { collection_.Add(Number(), key, options); },
+                [&] { Add(key, options); });
         } else if (kind < 70) {
             Do(
                 "Remove", [&] { collection_.Remove(v, flag); }, [&] { Remove(v, flag); });
@@ -85,10 +80,10 @@ class Run : public ListRun<CollectionEx> {
     void Add(const Text& key, const CollectionExAdd& options) {
         if (const Place present = Find(key); present != rows_.end()) {
             if (!options.Replace) throw Error(457);
-            present->item = step_;
+            present->item = Number();
         } else {
             if (Count() == capacity_) capacity_ += growStep_;
-            const Row row{step_, LowerCase(key)};
+            const Row row{Number(), LowerCase(key)};
             rows_.insert(sorted_ ? std::ranges::lower_bound(rows_, row, Before) : PlaceFor(options),
                          row);
         }
@@ -120,7 +115,7 @@ class Run : public ListRun<CollectionEx> {
     }
     static bool Before(const Row& a, const Row& b) { return a.key->Units() < b.key->Units(); }
 
-    bool StateDiffers() override {
+    bool StateIsOther() override {
         const auto slots = static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
         if (collection_.Count() != Count() || collection_.Sorted() != sorted_ ||
             collection_.Capacity() != capacity_ || collection_.TableSize() != slots) {
@@ -148,8 +143,8 @@ class Run : public ListRun<CollectionEx> {
 
 }  // namespace
 
-std::optional<std::string> RunCollectionExModel(std::uint32_t seed, int operations) {
-    return Run(seed).Go(operations);
+std::unique_ptr<StepRun> StartCollectionEx(std::uint32_t) {
+    return std::make_unique<Run>();
 }
 
 }  // namespace zorvane

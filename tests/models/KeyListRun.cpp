@@ -1,15 +1,13 @@
-#include "tests/unit/keylist/KeyListModelRun.h"
-
 #include "keylist/KeyListEX.h"
-#include "tests/support/ModelRun.h"
-#include "tests/unit/keylist/KeyListModel.h"
+#include "tests/models/KeyListModel.h"
+#include "tests/models/KeyedRun.h"
 
 namespace zorvane {
 namespace {
 
-class Run : public ModelRun<KeyListEX, KeyListModel> {
+class Run : public KeyedRun<KeyListEX, KeyListModel> {
   public:
-    using ModelRun::ModelRun;
+    using KeyedRun::KeyedRun;
 
   private:
     void OperateSpecially(const Variant&, const Text& key) override {
@@ -51,8 +49,8 @@ class Run : public ModelRun<KeyListEX, KeyListModel> {
 
 }  // namespace
 
-std::optional<std::string> RunKeyListModel(std::uint32_t seed, int operations) {
-    return Run(seed).Go(operations);
+std::unique_ptr<StepRun> StartKeyList(std::uint32_t kind) {
+    return std::make_unique<Run>(kind);
 }
 
 }  // namespace zorvane

@@ -1,37 +1,19 @@
 #pragma once
-// ListRun: one seeded stream of operations through a hand-written collection and a plain list that
-// is searched from its beginning, outcome and whole state compared after each.
+// ListRun: any operations on a hand-written collection and on a plain list that is searched from
+// its beginning.
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <random>
-#include <string>
 #include <vector>
 
 #include "platform/Variant.h"
-#include "tests/support/Outcome.h"
+#include "tests/models/StepRun.h"
 
 namespace zorvane {
 
 template <class Collection>
-class ListRun {
-  public:
-    explicit ListRun(std::uint32_t seed) : random_(seed) {}
-    virtual ~ListRun() = default;
-
-    // What first disagreed, with the number of the operation; nothing when all agreed.
-    std::optional<std::string> Go(int operations) {
-        for (step_ = 1; step_ <= operations; ++step_) {
-            Operate();
-            std::string wrong;
-            if (ours_ != models_) wrong = ours_ + " instead of " + models_;
-            if (wrong.empty() && StateDiffers()) wrong = "the state differs";
-            if (!wrong.empty()) return "operation " + std::to_string(step_) + ", " + what_ + wrong;
-        }
-        return std::nullopt;
-    }
-
+class ListRun : public StepRun {
   protected:
     struct Row {
         Variant item;
@@ -39,13 +21,13 @@ class ListRun {
     };
     using Place = typename std::vector<Row>::iterator;
 
-    virtual void Operate() = 0;
-    [[nodiscard]] virtual bool StateDiffers() = 0;
+    [[nodiscard]] virtual bool StateIsOther() = 0;
+    std::string StateDiffers(bool) override { return StateIsOther() ? "the state differs" : ""; }
     [[nodiscard]] virtual Text AnyKey() = 0;
     [[nodiscard]] virtual bool IsKey(const Row& row, const Text& key) const = 0;
 
     std::int32_t Below(std::int32_t n) {
-        return static_cast<std::int32_t>(random_() % static_cast<std::uint32_t>(n));
+        return static_cast<std::int32_t>(StepRun::Below(static_cast<unsigned>(n)));
     }
     Variant AnyIndex() {
         static const Variant kOdd[] = {{}, Variant::Null(), u"2", INT32_MAX, INT32_MIN, 1e10};
@@ -64,7 +46,7 @@ class ListRun {
         }
     }
     std::optional<Variant> Perhaps() {
-        return Below(3) == 0 ? std::optional(AnyIndex()) : std::nullopt;
+        return Below(3) == 0 ? std::optional(Drawn(AnyIndex())) : std::nullopt;
     }
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
@@ -88,20 +70,8 @@ class ListRun {
         return options.After ? At(*options.After) + 1 : rows_.end();
     }
 
-    template <class Ours, class Models>
-    void Do(const char* what, Ours&& ours, Models&& models) {
-        what_ = what + std::string(": ");
-        ours_ = OutcomeOf(ours);
-        models_ = OutcomeOf(models);
-    }
-
     Collection collection_;
     std::vector<Row> rows_;
-    int step_ = 0;
-
-  private:
-    std::mt19937 random_;
-    std::string what_, ours_, models_;
 };
 
 }  // namespace zorvane

@@ -1,14 +1,11 @@
-#include "tests/unit/propbag/BagModelRun.h"
-
 #include <functional>
-#include <random>
 
 #include "platform/Classes.h"
 #include "platform/Font.h"
 #include "propbag/IZVPropertyBag.h"
 #include "propbag/ZVPropertyBag.h"
-#include "tests/support/Outcome.h"
-#include "tests/unit/propbag/BagModel.h"
+#include "tests/models/BagModel.h"
+#include "tests/models/StepRun.h"
 #include "tests/unit/propbag/Words.h"
 
 namespace zorvane {
@@ -45,27 +42,14 @@ std::string Shown(const Variant& value) {
     return shown.str();
 }
 
-class Run {
+class Run : public StepRun {
   public:
-    explicit Run(std::uint32_t seed) : random_(seed), universe_(seed % 5 == 0 ? 500 : 12) {
+    explicit Run(std::uint32_t kind) : universe_(kind % 5 == 0 ? 500 : 12) {
         CreatableClasses().Register(u"ZorvaneDemoProject.Pet",
                                     [] { return Ref<Object>(MakeObject<Pet>()); });
     }
 
-    std::optional<std::string> Go(int operations) {
-        for (int i = 1; i <= operations; ++i) {
-            Operate();
-            std::string wrong = ours_ == models_ ? StateDiffers() : ours_ + ", not " + models_;
-            if (!wrong.empty()) {
-                return "operation " + std::to_string(i) + ", " + what_ + ": " + wrong;
-            }
-        }
-        return std::nullopt;
-    }
-
   private:
-    unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
-    bool Chance(unsigned percent) { return Below(100) < percent; }
     Text SomeName() {
         static const Text kOdd[] = {"", "_", "Ab", "aB", u"\u00C4", u"\u00E4", u"\xD800", "ABC"};
         if (Chance(20)) return kOdd[Below(std::size(kOdd))];
@@ -96,13 +80,6 @@ class Run {
         return Chance(60) ? std::nullopt : std::optional(value);
     }
 
-    template <class Ours, class Models>
-    void Do(const char* what, Ours&& ours, Models&& models) {
-        what_ = what;
-        ours_ = OutcomeOf(ours);
-        models_ = OutcomeOf(models);
-    }
-
     struct Step {
         template <class Ours, class Models>
         Step(const char* what, Ours ours, Models models)
@@ -113,7 +90,7 @@ class Run {
         steps.begin()[Below(static_cast<unsigned>(steps.size()))].Run(*this);
     }
 
-    void Operate() {
+    void Operate() override {
         const unsigned choice = Below(100);
         if (choice < 15) return Add();
         if (choice < 45) return Write();
@@ -125,8 +102,8 @@ class Run {
 
     void Add() {
         const Variant item = Chance(90) ? SomePlain() : Variant(MakeObject<Pet>(4));
-        const Text name = SomeName();
-        const auto before = Maybe(SomeKeyIndex());
+        const Text name = Drawn(SomeName());
+        const auto before = Maybe(Drawn(SomeKeyIndex()));
         const auto after = Maybe(Chance(5) ? Variant(2147483647) : SomeKeyIndex());
         const std::int32_t position = Chance(50) ? 0 : SomePosition();
         const bool raising = Chance(50);
@@ -139,7 +116,7 @@ class Run {
     }
 
     void Write() {
-        const Text name = SomeName();
+        const Text name = Drawn(SomeName());
         const std::int32_t index = Chance(1) ? SomePosition() : 0;
         const auto pet = MakeObject<Pet>(static_cast<std::int32_t>(Below(5)));
         const auto font = MakeObject<Font>(FontValue{.Name = SomeName()});
@@ -177,7 +154,7 @@ class Run {
     }
 
     void Read() {
-        const Text name = SomeName();
+        const Text name = Drawn(SomeName());
         const std::int32_t index = Chance(70) ? 0 : SomePosition();
         const auto ours = MakeObject<Pet>(77);
         const auto models = MakeObject<Pet>(77);
@@ -220,7 +197,7 @@ class Run {
     }
 
     void Remove() {
-        const Variant keyIndex = SomeKeyIndex();
+        const Variant keyIndex = Drawn(SomeKeyIndex());
         Do(
             "Remove", [&] { bag_.Remove(keyIndex); },
             [&] {
@@ -230,7 +207,7 @@ class Run {
     }
 
     void Look() {
-        const Variant v = SomeKeyIndex();
+        const Variant v = Drawn(SomeKeyIndex());
         const std::int32_t position = SomePosition();
         const std::int32_t at = model_.resolve(v);
         DoOneOf({{"Item", [&] { return Shown(bag_.Item(v)); },
@@ -291,7 +268,7 @@ class Run {
             [&] { model_.changed = model_.changed || mark; });
     }
 
-    std::string StateDiffers() {
+    std::string StateDiffers(bool) override {
         if (bag_.Count() != model_.count()) return "Count differs";
         if (bag_.Sorted() != model_.sorted) return "Sorted differs";
         if (bag_.Changed() != model_.changed) return "Changed differs";
@@ -311,17 +288,13 @@ class Run {
 
     ZVPropertyBag bag_;
     BagModel model_;
-    std::mt19937 random_;
     unsigned universe_;
-    std::string what_;
-    std::string ours_;
-    std::string models_;
 };
 
 }  // namespace
 
-std::optional<std::string> RunBagModel(std::uint32_t seed, int operations) {
-    return Run(seed).Go(operations);
+std::unique_ptr<StepRun> StartBag(std::uint32_t kind) {
+    return std::make_unique<Run>(kind);
 }
 
 }  // namespace zorvane

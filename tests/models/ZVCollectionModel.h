@@ -2,7 +2,7 @@
 // CollectionModel: the hashed collection told step by step: a plain vector of records and a real
 // table of slots that is probed, re-hashed and re-seated as the steps say.
 
-#include "tests/support/KeyedModel.h"
+#include "tests/models/KeyedModel.h"
 
 namespace zorvane {
 

@@ -1,15 +1,13 @@
-#include "tests/unit/collection/CollectionModelRun.h"
-
 #include "collection/ZVCollectionEx.h"
-#include "tests/support/ModelRun.h"
-#include "tests/unit/collection/CollectionModel.h"
+#include "tests/models/KeyedRun.h"
+#include "tests/models/ZVCollectionModel.h"
 
 namespace zorvane {
 namespace {
 
-class Run : public ModelRun<ZVCollectionEx, CollectionModel> {
+class Run : public KeyedRun<ZVCollectionEx, CollectionModel> {
   public:
-    using ModelRun::ModelRun;
+    using KeyedRun::KeyedRun;
 
   private:
     void OperateSpecially(const Variant& v, const Text& key) override {
@@ -60,8 +58,8 @@ class Run : public ModelRun<ZVCollectionEx, CollectionModel> {
 
 }  // namespace
 
-std::optional<std::string> RunCollectionModel(std::uint32_t seed, int operations) {
-    return Run(seed).Go(operations);
+std::unique_ptr<StepRun> StartZVCollection(std::uint32_t kind) {
+    return std::make_unique<Run>(kind);
 }
 
 }  // namespace zorvane

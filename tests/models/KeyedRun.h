@@ -1,53 +1,32 @@
 #pragma once
-// ModelRun: one seeded stream of operations through a keyed container and its model, outcome and
-// whole state compared as it goes.
+// KeyedRun: any operations on a keyed container and on its model.
 
-#include <cstdint>
-#include <optional>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "platform/Variant.h"
 #include "runtime/AddOptions.h"
-#include "tests/support/Outcome.h"
+#include "tests/models/StepRun.h"
 #include "tests/support/ScriptedSource.h"
 
 namespace zorvane {
 
 template <class Container, class Model>
-class ModelRun {
+class KeyedRun : public StepRun {
   public:
-    // Seeds divisible by 10 run at some thousand records, by 3 at some hundred, others at a few.
-    explicit ModelRun(std::uint32_t seed)
-        : random_(seed),
-          universe_(seed % 10 == 0  ? 6000
-                    : seed % 3 == 0 ? 400
+    // Kinds divisible by 10 run at some thousand records, by 3 at some hundred, others at a few.
+    explicit KeyedRun(std::uint32_t kind)
+        : universe_(kind % 10 == 0  ? 6000
+                    : kind % 3 == 0 ? 400
                                     : 24),
-          stateEvery_(seed % 10 == 0 ? 97 : 1) {}
-    virtual ~ModelRun() = default;
-
-    // What first disagreed, with the number of the operation; nothing when all agreed.
-    std::optional<std::string> Go(int operations) {
-        for (int i = 1; i <= operations; ++i) {
-            Operate();
-            std::optional<std::string> wrong;
-            if (ours_ != models_) wrong = ours_ + "\n  the model: " + models_;
-            if (!wrong && (i % stateEvery_ == 0 || i == operations)) wrong = State();
-            if (wrong) return "operation " + std::to_string(i) + ", " + what_ + ": " + *wrong;
-        }
-        return std::nullopt;
-    }
+          stateEvery_(kind % 10 == 0 ? 97 : 1) {}
 
   protected:
     virtual void OperateSpecially(const Variant& v, const Text& key) = 0;
     [[nodiscard]] virtual std::vector<Variant> ModelCells(std::int32_t position) = 0;
     [[nodiscard]] virtual std::int32_t ModelCapacity() = 0;
     virtual std::vector<Variant> SourceRecord() = 0;
-
-    unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
-    bool Chance(unsigned percent) { return Below(100) < percent; }
 
     Text SomeKey() {
         // Case pairs, an umlaut in both cases, a key whose hash is negative, long keys that differ
@@ -101,12 +80,6 @@ class ModelRun {
         }
     }
 
-    template <class Ours, class Models>
-    void Do(const char* what, Ours&& ours, Models&& models) {
-        what_ = what;
-        ours_ = OutcomeOf(ours);
-        models_ = OutcomeOf(models);
-    }
     template <class Items>
     static std::string Joined(const Items& items) {
         std::ostringstream all;
@@ -123,19 +96,19 @@ class ModelRun {
   private:
     std::optional<Variant> SomePlace() {
         if (Chance(80)) return std::nullopt;
-        return Chance(5) ? Variant(std::int32_t{2147483647}) : SomeKeyOrPosition();
+        return Drawn(Chance(5) ? Variant(std::int32_t{2147483647}) : SomeKeyOrPosition());
     }
 
-    void Operate() {
-        const bool returnItem = Chance(50);
-        const Variant v = SomeKeyOrPosition();
-        const Text key = SomeKey();
-        const Variant item = SomeItem();
+    void Operate() override {
+        const bool returnItem = Drawn(Chance(50));
+        const Variant v = Drawn(SomeKeyOrPosition());
+        const Text key = Drawn(SomeKey());
+        const Variant item = Drawn(SomeItem());
         const unsigned choice = Below(100);
         if (choice < (model_.count() < target_ ? 45u : 20u)) {
             const auto before = SomePlace();
             const auto after = SomePlace();
-            const std::int32_t position = Chance(50) ? 0 : SomePosition();
+            const std::int32_t position = Drawn(Chance(50) ? 0 : SomePosition());
             if (key.Empty() && !model_.sorted) return;  // a generated key is random
             Do(
                 "Add",
@@ -154,7 +127,7 @@ class ModelRun {
     }
 
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
-        const auto value = static_cast<std::int32_t>(Below(9));
+        const auto value = Drawn(static_cast<std::int32_t>(Below(9)));
         switch (Below(20)) {
             case 0:
             case 1:
@@ -203,7 +176,7 @@ class ModelRun {
             case 13: {
                 static const char* const kNames[] = {"key",  "Item",     "ITEMSTRING", "ItemLong",
                                                      "Name", "HashCode", "hashindex"};
-                const char* const name = kNames[Below(std::size(kNames))];
+                const char* const name = Drawn(kNames[Below(std::size(kNames))]);
                 const bool now = Chance(70);
                 return Do(
                     "SortBy", [&] { return container_.SortBy(name, now); },
@@ -215,7 +188,7 @@ class ModelRun {
     }
 
     void OperateOnSettings() {
-        const bool flag = Chance(60);
+        const bool flag = Drawn(Chance(60));
         switch (Below(30)) {
             case 0:
             case 1:
@@ -266,7 +239,8 @@ class ModelRun {
             [&] { model_.copyFrom(source.Cells, n, mark); });
     }
 
-    std::optional<std::string> State() {
+    std::string StateDiffers(bool last) override {
+        if (!last && Number() % stateEvery_ != 0) return {};
         if (container_.Count() != model_.count()) return "Count differs";
         if (container_.Capacity() != ModelCapacity()) return "Capacity differs";
         const Variant settings[] = {model_.changed,     model_.compare, model_.descending,
@@ -287,17 +261,13 @@ class ModelRun {
                 }
             }
         }
-        return std::nullopt;
+        return {};
     }
 
     static constexpr const char* kItemString = Model::kItemString;
-    std::mt19937 random_;
     unsigned universe_;
     int stateEvery_;
     std::int32_t target_ = 20;
-    std::string what_;
-    std::string ours_;
-    std::string models_;
 };
 
 }  // namespace zorvane

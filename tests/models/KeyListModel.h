@@ -1,7 +1,7 @@
 #pragma once
 // KeyListModel: the key list told step by step on a plain vector, slow and literal.
 
-#include "tests/support/KeyedModel.h"
+#include "tests/models/KeyedModel.h"
 
 namespace zorvane {
 

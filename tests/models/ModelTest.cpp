@@ -1,0 +1,40 @@
+#include <gtest/gtest.h>
+
+#include "tests/models/StepRun.h"
+
+namespace zorvane {
+namespace {
+
+// Catches any step of any operation that leaves another state or outcome than the literal steps.
+TEST(Models, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
+    for (const Modelled& modelled : kModelled) {
+        for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+            ASSERT_EQ(RunSeed(modelled, seed, 2500), "");
+        }
+    }
+}
+
+// A counter that is wrong from its third multiple of seven on.
+class WrongRun : public StepRun {
+    void Operate() override {
+        const unsigned drawn = Drawn(Below(70));
+        if (drawn % 7 == 0) ++count_;
+        Do(
+            "count", [&] { return count_ < 3 ? count_ : 0; }, [&] { return count_; });
+    }
+    std::string StateDiffers(bool) override { return {}; }
+    int count_ = 0;
+};
+
+// Catches a shrinker that keeps steps that nobody needs, or loses the failure.
+TEST(Models, AFailureIsToldByTheFewestSteps) {
+    const Modelled wrong{"Wrong", [](std::uint32_t) -> std::unique_ptr<StepRun> {
+                             return std::make_unique<WrongRun>();
+                         }};
+    const std::string told = RunSeed(wrong, 1, 1000);
+    EXPECT_NE(told.find("Wrong, kind 1, 3 steps:\n["), std::string::npos) << told;
+    EXPECT_NE(told.find("wrong in count: 0, the model: 3"), std::string::npos) << told;
+}
+
+}  // namespace
+}  // namespace zorvane
