@@ -162,6 +162,11 @@ void Form::SetDefaultButton(QPushButton* button) {
     if (button) button->setDefault(true);
 }
 
+void Form::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) placement_.Noticed();
+}
+
 void Form::closeEvent(QCloseEvent* event) {
     const Ref<Form> alive(this);
     if (!CloseOwned()) {
@@ -192,8 +197,14 @@ void Form::keyPressEvent(QKeyEvent* event) {
     if (button->isVisible()) button->click();  // a disabled button does nothing
 }
 
+void Form::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    placement_.Noticed();
+}
+
 void Form::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    placement_.Noticed();
     if (loaded_) RunGuarded(this, [this] { Form_Resize(); });
 }
 

@@ -88,9 +88,11 @@ class Form : public QWidget, public virtual Object {
     void SetCancelButton(QAbstractButton* button);
     void SetDefaultButton(QPushButton* button);
 
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

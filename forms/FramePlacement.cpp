@@ -30,6 +30,19 @@ QMargins BordersOf(const QWidget& window) {
     return borders;
 }
 
+bool IsPlain(const QWidget& window) {
+    return !(window.windowState() &
+             (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen));
+}
+
+// A frame and the state that it belongs to come as two messages, in either order and, on a busy
+// machine, far apart: a frame as large as the screen may be that of a state not yet told.
+bool FillsScreen(const QWidget& window, const QRect& outer) {
+    constexpr int kRounding = 2;
+    const QSize room = window.screen()->availableGeometry().size();
+    return outer.width() >= room.width() - kRounding && outer.height() >= room.height() - kRounding;
+}
+
 }  // namespace
 
 QRect WithinReach(QRect frame) {
@@ -72,6 +85,14 @@ TwipRect FramePlacement::Frame() const {
             side(wanted_.Width, outer.width(), outerThen.width(), inner.width(), innerThen.width()),
             side(wanted_.Height, outer.height(), outerThen.height(), inner.height(),
                  innerThen.height())};
+}
+
+// The toolkit's own memory of it takes a maximised frame that comes before its state for an
+// ordinary one.
+void FramePlacement::Noticed() {
+    if (!IsPlain(window_)) return;
+    const Pixels now = Now();
+    if (!FillsScreen(window_, now.Outer)) ordinary_ = now.Inner;
 }
 
 void FramePlacement::Shown() {
@@ -128,8 +149,8 @@ void FramePlacement::ScheduleStep(int milliseconds) {
 // waiting in a nested event loop would let other handlers in.
 void FramePlacement::Step() {
     if (stepsLeft_ == 0) return;
-    if (!window_.isVisible() || !window_.windowHandle()) {
-        stepsLeft_ = 0;
+    if (!window_.isVisible() || !window_.windowHandle() || !IsPlain(window_)) {
+        stepsLeft_ = 0;  // a person who has maximised it already is not contradicted
         return;
     }
     --stepsLeft_;
@@ -141,9 +162,7 @@ void FramePlacement::Step() {
 }
 
 FramePlacement::Pixels FramePlacement::Now() const {
-    const bool plain = !(window_.windowState() &
-                         (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen));
-    const QRect inner = plain ? window_.geometry() : window_.normalGeometry();
+    const QRect inner = IsPlain(window_) || ordinary_.isNull() ? window_.geometry() : ordinary_;
     const QMargins borders = BordersOf(window_);
     return {inner.marginsAdded(borders.isNull() ? usualBorders : borders), inner};
 }

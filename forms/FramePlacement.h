@@ -28,6 +28,8 @@ class FramePlacement {
 
     // Left or Top has been assigned: nobody else places the window.
     [[nodiscard]] bool Placed() const noexcept { return wanted_.Left || wanted_.Top; }
+    // The window has been moved or sized, or its state has changed.
+    void Noticed();
     // The window has been shown: the thickness of its borders can now be learnt.
     void Shown();
     // No step of an assignment is outstanding.
@@ -56,6 +58,7 @@ class FramePlacement {
     QWidget& window_;
     Sides wanted_;
     Pixels applied_;  // what the assignment came down to
+    QRect ordinary_;  // the inner rectangle while last neither maximised nor minimised
     int stepsLeft_ = 0;
 };
 

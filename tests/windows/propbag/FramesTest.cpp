@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScreen>
 
 #include "app/FrmMainDemo.h"
 #include "tests/windows/propbag/PropBagFixture.h"
@@ -116,21 +117,25 @@ TEST_F(FramesTest, AWindowOfAMonitorThatIsGoneIsSeenAndKeepsItsPlace) {
     EXPECT_TRUE(Stored() == stored) << "the monitor may be back tomorrow";
 }
 
+// The window manager tells the frame and the state one by one, and on a busy machine the frame of a
+// maximised window comes long before it is said to be maximised.
 TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
-    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
-        GTEST_SKIP() << "open fault: under load the toolkit may take the maximised frame, if it "
-                        "comes right after the first one, for the ordinary one";
+    for (const bool frameFirst : {false, true}) {
+        SCOPED_TRACE(frameFirst);
+        auto window = Open();
+        const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
+        if (frameFirst) window->setGeometry(window->screen()->availableGeometry());
+        window->showMaximized();
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return window->isMaximized() &&
+                   window->frameGeometry().width() > 15 + ToPixels(before.Width);
+        }));
+        Close(window);
+        window = Open();
+        EXPECT_NEAR(window->Width(), before.Width, 15 * 12);
+        EXPECT_NEAR(window->Height(), before.Height, 15 * 40);
+        Close(window);
     }
-    auto window = Open();
-    const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
-    window->showMaximized();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return window->isMaximized() && window->geometry() != window->normalGeometry(); }));
-    Close(window);
-    window = Open();
-    EXPECT_NEAR(window->Width(), before.Width, 15 * 12);
-    EXPECT_NEAR(window->Height(), before.Height, 15 * 40);
-    Close(window);
 }
 
 }  // namespace
