@@ -34,7 +34,7 @@ FrmMainDemo::FrmMainDemo()
       closeBtn_(new QPushButton(QStringLiteral("&Close"), this)) {
     SetCaption(u"Zorvane - Class Code Generator Demonstration");
     resize(ToPixels(9600), ToPixels(7680));
-    setMinimumSize(ToPixels(8100), ToPixels(6900));
+    setMinimumSize(ToPixels(9300), ToPixels(6300));
 
     editLabel1_->setObjectName(QStringLiteral("EditLabel1"));
     editLabel1_->setAlignment(Qt::AlignCenter);

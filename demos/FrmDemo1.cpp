@@ -9,7 +9,6 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSaveFile>
-#include <QScreen>
 #include <QStandardPaths>
 #include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
@@ -123,28 +122,32 @@ void FrmDemo1::LayOut() {
     count->addWidget(label2_);
     count->addStretch();
 
-    auto* buttons = new QVBoxLayout;
+    auto* runs = new QVBoxLayout;
     for (QPushButton* button : contenders_) {
         button->setMinimumHeight(ToPixels(450));
-        buttons->addWidget(button);
+        runs->addWidget(button);
     }
+    runs->addStretch();
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(copyBtn_);
+    buttons->addWidget(saveBtn_);
     buttons->addStretch();
-    for (QPushButton* button : {copyBtn_, saveBtn_, orderBtn_, closeBtn_}) {
-        buttons->addWidget(button);
-    }
+    buttons->addWidget(orderBtn_);
+    buttons->addWidget(closeBtn_);
     auto* table = new QVBoxLayout;
     table->addWidget(list_, 1000);  // as high as it may be before the rest stays empty
     table->addStretch(1);
     auto* upper = new QHBoxLayout;
     upper->setSpacing(10);
-    upper->addLayout(table);
-    upper->addLayout(buttons, 1);
+    upper->addLayout(table, 1000);  // as wide as it may be, likewise
+    upper->addLayout(runs, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
     layout->addLayout(count);
     layout->addLayout(upper);
     layout->addWidget(chart_, 1);
+    layout->addLayout(buttons);
 
     QWidget* previous = text1_;
     for (QWidget* next : std::initializer_list<QWidget*>{
@@ -153,10 +156,7 @@ void FrmDemo1::LayOut() {
         setTabOrder(previous, next);
         previous = next;
     }
-    // On a small screen the chart gives way.
-    constexpr int kFrame = 40;
-    const int room = screen()->availableGeometry().height() - kFrame;
-    resize(ToPixels(10800), std::min(ToPixels(10200), room));
+    resize(ToPixels(10800), ToPixels(10200));
     contenders_[0]->setFocus();
 }
 
@@ -171,12 +171,15 @@ void FrmDemo1::Form_Load() {
     for (int row = 1; row <= TimingTable::kRows; ++row) {
         list_->AddRow({ToQString(TimingTable::Description(row))});
     }
-    // All columns and rows without scrolling, and at least half of the rows.
+    // All columns and rows without scrolling; on a small screen a third of the rows, two
+    // containers.
     const int frame = 2 * list_->frameWidth();
     const int heading = list_->header()->sizeHint().height();
     const int row = list_->sizeHintForRow(0);
-    list_->setFixedWidth(list_->header()->length() + frame);
-    list_->setMinimumHeight(heading + row * TimingTable::kRows / 2 + frame);
+    const int all = list_->header()->length() + frame;
+    list_->setMinimumWidth(all - 2 * list_->header()->sectionSize(TimingTable::kColumns - 1));
+    list_->setMaximumWidth(all);
+    list_->setMinimumHeight(heading + row * TimingTable::kRows / 3 + frame);
     list_->setMaximumHeight(heading + row * TimingTable::kRows + frame);
     Refresh();
     Screen::The().SetMousePointer(Pointer::Default);

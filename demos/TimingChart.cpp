@@ -31,7 +31,7 @@ TimingChart::TimingChart(const TimingTable& table, QWidget* parent)
 }
 
 QSize TimingChart::minimumSizeHint() const {
-    return {34 * fontMetrics().averageCharWidth() * 2, 11 * fontMetrics().height()};
+    return {34 * fontMetrics().averageCharWidth() * 2, 10 * fontMetrics().height()};
 }
 
 QSize TimingChart::sizeHint() const {

@@ -223,11 +223,13 @@ bool Form::CloseOwned() {
     return true;
 }
 
-// Over the owner, or in the middle of the screen; one more window beside its owner stands aside.
+// No larger than the screen, as far as its minimum size lets it; over the owner, or in the middle
+// of the screen; one more window beside its owner stands aside.
 void Form::Place(const Form* owner) {
     constexpr int kAside = 28;
     const QRect room = (owner ? owner->screen() : screen())->availableGeometry();
     const QMargins borders = FramePlacement::UsualBorders();
+    resize(size().boundedTo(room.size().shrunkBy(borders)));
     const bool beside = owner && owner->isVisible();
     QRect frame(QPoint(), size().grownBy(borders));
     frame.moveCenter(beside ? owner->placement_.Outer().center() : room.center());

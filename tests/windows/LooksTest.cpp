@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <set>
 
@@ -133,9 +134,10 @@ TEST_P(Looks, NothingIsCutOffLiesOutsideOrOnAnother) {
             }
             if (const auto* wrap = dynamic_cast<WrapButton*>(control)) {
                 const QSize room = wrap->size() - QSize(24, 8);
-                const QSize taken =
-                    WrappedSize(wrap->font(), ForDisplay(wrap->text()), room.width());
-                EXPECT_LE(taken.height(), room.height());
+                const QString caption = ForDisplay(wrap->text());
+                const QFont shown = FittingFont(wrap->font(), caption, room);
+                EXPECT_GE(shown.pointSizeF(), 9) << "as it is painted";
+                EXPECT_LE(WrappedSize(shown, caption, room.width()).height(), room.height());
             } else if (auto* button = qobject_cast<QPushButton*>(control)) {
                 EXPECT_GE(button->width(), button->minimumSizeHint().width());
                 EXPECT_GE(button->height(), button->minimumSizeHint().height());
@@ -150,6 +152,10 @@ TEST_P(Looks, NothingIsCutOffLiesOutsideOrOnAnother) {
             }
         }
     }
+}
+
+TEST_P(Looks, FitsTheScreen) {
+    EXPECT_TRUE(form_->screen()->availableGeometry().contains(form_->frameGeometry()));
 }
 
 TEST_P(Looks, NoTwoControlsShareAMnemonic) {
