@@ -41,9 +41,10 @@ void KeyListDemo::Fill(Random& random) {
     }
 }
 
-void KeyListDemo::ReSort(int button) {
+void KeyListDemo::ReSort(int button, bool descending) {
     constexpr std::array kColumnNames{u"Key", u"Item", u"Itemstring", u"Itemlong"};
     const bool named = button >= 1 && button <= 3;
+    list_.SetDescending(descending);
     list_.SortBy(kColumnNames.at(named ? static_cast<std::size_t>(button) : 0));
     list_.Sort();
 }

@@ -22,7 +22,7 @@ class KeyListDemo {
     // Adds records until there are kRecords, with items drawn from `random`.
     void Fill(Random& random);
     // Orders by what button 0..3 stands for: key, item, string item, long item; any other is 0.
-    void ReSort(int button);
+    void ReSort(int button, bool descending = false);
     // Position, key, item, string item and long item of a record; raises 28500 outside 1..Count().
     [[nodiscard]] Row RowAt(std::int32_t position);
     [[nodiscard]] std::int32_t Count() const noexcept { return list_.Count(); }

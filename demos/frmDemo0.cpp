@@ -34,9 +34,11 @@ frmDemo0::frmDemo0()
     closeBtn_->setObjectName(QStringLiteral("CloseBtn"));
     On(orderBtn_, &QPushButton::clicked, [this] { OrderBtn_Click(); });
     On(closeBtn_, &QPushButton::clicked, [this] { CloseBtn_Click(); });
+    // A heading does what its button does, and the other way round when it is clicked again.
     On(list_, &ListView::ColumnClick, [this](int column) {
         const int button = KeyListDemo::ButtonOfColumn(column);
-        if (button >= 0) Command1_Click(static_cast<std::int16_t>(button));
+        const bool again = list_->SortColumn() == column && !list_->SortDescending();
+        if (button >= 0) ReSort(button, again);
     });
     SetCancelButton(closeBtn_);
     LayOut();
@@ -44,7 +46,7 @@ frmDemo0::frmDemo0()
 
 void frmDemo0::LayOut() {
     resize(ToPixels(10200), ToPixels(8100));
-    setMinimumSize(ToPixels(9150), ToPixels(5400));
+    setMinimumSize(ToPixels(9300), ToPixels(5400));
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : command1_) buttons->addWidget(button);
     buttons->addStretch();
@@ -68,7 +70,7 @@ void frmDemo0::LayOut() {
 }
 
 void frmDemo0::Form_Load() {
-    constexpr std::array kWidths{1100.0F, 2000.0F, 2400.0F, 2000.0F, 1700.0F};
+    constexpr std::array kWidths{1100.0F, 2000.0F, 2100.0F, 1700.0F, 1700.0F};
     description_->SetCaption(KeyListDemo::Description());
     Demo().Fill(ProgramRandom());
     for (int column = 0; column < KeyListDemo::kColumns; ++column) {
@@ -82,16 +84,6 @@ void frmDemo0::Form_Load() {
     list_->SetSearchColumn(KeyListDemo::ColumnOfButton(0));
 }
 
-void frmDemo0::Command1_Click(std::int16_t Index) {
-    Screen::The().SetMousePointer(Pointer::Hourglass);
-    Demo().ReSort(Index);
-    ShowList();
-    const int column = KeyListDemo::ColumnOfButton(Index);
-    list_->SetSortColumn(column);
-    list_->SetSearchColumn(column);
-    Screen::The().SetMousePointer(Pointer::Default);
-}
-
 void frmDemo0::CloseBtn_Click() {
     Unload();
 }
@@ -103,6 +95,16 @@ void frmDemo0::OrderBtn_Click() {
 KeyListDemo& frmDemo0::Demo() {
     if (!demo_) demo_.emplace();
     return *demo_;
+}
+
+void frmDemo0::ReSort(int button, bool descending) {
+    Screen::The().SetMousePointer(Pointer::Hourglass);
+    Demo().ReSort(button, descending);
+    ShowList();
+    const int column = KeyListDemo::ColumnOfButton(button);
+    list_->SetSortColumn(column, descending);
+    list_->SetSearchColumn(column);
+    Screen::The().SetMousePointer(Pointer::Default);
 }
 
 void frmDemo0::ShowList() {

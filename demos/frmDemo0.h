@@ -21,7 +21,7 @@ class frmDemo0 : public Form {
     frmDemo0();
 
     void CloseBtn_Click();
-    void Command1_Click(std::int16_t Index);
+    void Command1_Click(std::int16_t Index) { ReSort(Index, false); }
     void OrderBtn_Click();
 
   Q_SIGNALS:
@@ -33,6 +33,7 @@ class frmDemo0 : public Form {
   private:
     KeyListDemo& Demo();  // created on first use, kept for the window's life
     void LayOut();
+    void ReSort(int button, bool descending);
     void ShowList();
 
     std::optional<KeyListDemo> demo_;

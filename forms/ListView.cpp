@@ -27,7 +27,8 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), model_(new ListModel(th
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
-        SetSortColumn(sortColumn_);  // the header has just moved or turned its mark by itself
+        SetSortColumn(sortColumn_,
+                      sortDescending_);  // the header has just moved or turned its mark by itself
         Q_EMIT ColumnClick(column);
     });
 
@@ -85,10 +86,12 @@ void ListView::SetRows(std::vector<QStringList> rows) {
     scrollToTop();
 }
 
-void ListView::SetSortColumn(std::optional<int> column) {
+void ListView::SetSortColumn(std::optional<int> column, bool descending) {
     sortColumn_ = column;
+    sortDescending_ = descending;
     header()->setSortIndicatorShown(column.has_value());
-    header()->setSortIndicator(column.value_or(-1), Qt::AscendingOrder);
+    header()->setSortIndicator(column.value_or(-1),
+                               descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 QString ListView::AsText(Rows which, bool withHeader) const {

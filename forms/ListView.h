@@ -36,9 +36,10 @@ class ListView : public QTreeView {
     void SetSearchColumn(int column) noexcept { searchColumn_ = column; }
     // What is typed next begins a new word.
     void ForgetTyped() { typed_.clear(); }
-    // The column that the header marks as ascending; none unmarks.
-    void SetSortColumn(std::optional<int> column);
+    // The column that the header marks as ordered; none unmarks.
+    void SetSortColumn(std::optional<int> column, bool descending = false);
     [[nodiscard]] std::optional<int> SortColumn() const noexcept { return sortColumn_; }
+    [[nodiscard]] bool SortDescending() const noexcept { return sortDescending_; }
 
     // Rows as lines of tab-separated cells, the header first on request; all rows, or the selected
     // ones.
@@ -62,6 +63,7 @@ class ListView : public QTreeView {
     QString typed_;
     int searchColumn_ = 0;
     std::optional<int> sortColumn_;
+    bool sortDescending_ = false;
 };
 
 }  // namespace zorvane

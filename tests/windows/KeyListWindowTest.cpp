@@ -81,9 +81,19 @@ TEST_F(frmDemo0Test, EachButtonAndEachHeaderGivesTheSameOrderTiesIncluded) {
             EXPECT_EQ(now, records) << "no record lost, none twice";
         }
     }
+    Click(Control(window_.Get(), "Command1", 3));
+    const QString least = list_->Cell(1, 4);
+    ClickHeader(1);
+    for (const bool again : {false, true, false}) {
+        ClickHeader(4);
+        EXPECT_EQ(list_->SortDescending(), again);
+        EXPECT_EQ(list_->header()->sortIndicatorOrder() == Qt::DescendingOrder, again);
+        EXPECT_EQ(Ordered(4), !again);
+        EXPECT_EQ(list_->Cell(again ? 1000 : 1, 4), least);
+    }
     ClickHeader(4);
-    ClickHeader(4);
-    EXPECT_TRUE(Ordered(4)) << "a second click does not turn the order round";
+    Click(Control(window_.Get(), "Command1", 3));
+    EXPECT_TRUE(Ordered(4)) << "a button always begins with the least";
     ClickHeader(0);
     EXPECT_EQ(list_->SortColumn(), 4) << "Index is no order of its own";
     EXPECT_EQ(list_->header()->sortIndicatorSection(), 4);
