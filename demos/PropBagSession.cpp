@@ -1,9 +1,25 @@
 #include "demos/PropBagSession.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "platform/NumberText.h"
 #include "runtime/FileWords.h"
 
 namespace zorvane {
+namespace {
+
+PropBagSession::Obstacle ObstacleAt(const Text& path) {
+    namespace fs = std::filesystem;
+    if (modZorvane::CanWriteFileWords(path)) return PropBagSession::Obstacle::None;
+    std::error_code unknown;
+    const fs::file_status found = fs::status(path.ToUtf8(), unknown);
+    if (!fs::exists(found)) return PropBagSession::Obstacle::Folder;
+    return fs::is_regular_file(found) ? PropBagSession::Obstacle::ReadOnly
+                                      : PropBagSession::Obstacle::NoFile;
+}
+
+}  // namespace
 
 ZVPropertyBag& PropBagSession::Bag() {
     if (!bag_) bag_ = MakeObject<ZVPropertyBag>();
@@ -15,7 +31,7 @@ Text PropBagSession::EntryName(std::int32_t number) {
 }
 
 void PropBagSession::Load(const Text& path) {
-    lasting_ = modZorvane::CanWriteFileWords(path);
+    keeping_ = ObstacleAt(path);
     Bag().SetContents(modZorvane::ReadFileWords(path));
 }
 

@@ -20,8 +20,10 @@ class PropBagSession {
     // Kept: a closed window gives its number back, even while windows of higher numbers are open.
     std::int32_t Counter = 0;
 
-    // Whether what the windows store will outlast the program.
-    [[nodiscard]] bool Lasting() const noexcept { return lasting_; }
+    // What keeps the windows' settings from outlasting the program, as found when loading: the
+    // folder takes no file, the file may not be written, or what has its name is none.
+    enum class Obstacle { None, Folder, ReadOnly, NoFile };
+    [[nodiscard]] Obstacle Keeping() const noexcept { return keeping_; }
 
     // The bag becomes what the file holds: nothing where there is no such file or another kind of
     // one. Never raises for a file.
@@ -31,7 +33,7 @@ class PropBagSession {
 
   private:
     Ref<ZVPropertyBag> bag_;
-    bool lasting_ = true;  // until a file that cannot be written is loaded
+    Obstacle keeping_ = Obstacle::None;
 };
 
 }  // namespace zorvane

@@ -60,6 +60,26 @@ ShownColours Readable(OleColour back, OleColour fore, const QPalette& palette) {
     return shown;
 }
 
+struct Notice {
+    Text Line, Reason;
+};
+
+Notice NoticeOf(PropBagSession::Obstacle obstacle) {
+    switch (obstacle) {
+        case PropBagSession::Obstacle::None:
+            break;
+        case PropBagSession::Obstacle::Folder:
+            return {u"Settings cannot be kept here.", u"The program's folder cannot be written."};
+        case PropBagSession::Obstacle::ReadOnly:
+            return {u"Settings cannot be kept: read-only.",
+                    u"The file beside the program that keeps them may not be written."};
+        case PropBagSession::Obstacle::NoFile:
+            return {u"Settings cannot be kept: no file.",
+                    u"What has the name of the file that keeps them is a folder or a device."};
+    }
+    return {};
+}
+
 // As the window itself tells it: before a window is mapped the toolkit knows nothing of borders.
 QRect FrameOf(const Form& window) {
     return {ToPixels(window.Left()), ToPixels(window.Top()), ToPixels(window.Width()),
@@ -146,11 +166,10 @@ void frmDemo2::Form_Load() {
     number_ = ++session_.Counter;
     label1_->SetCaption(Text(u"Form No : ") + LongText(number_));
     label2_->SetCaption(kExplanation);
-    if (!session_.Lasting()) {
-        label3_->SetCaption(u"Settings cannot be kept here.");
-        label3_->setToolTip(QStringLiteral("The program's folder cannot be written."));
-        label3_->show();
-    }
+    const Notice notice = NoticeOf(session_.Keeping());
+    label3_->SetCaption(notice.Line);
+    label3_->setToolTip(ToQString(notice.Reason));
+    label3_->setVisible(!notice.Line.Empty());
     Form_Resize();
     Screen::The().SetMousePointer(Pointer::Default);
 }

@@ -1,4 +1,7 @@
+#include <sys/stat.h>
+
 #include <QAction>
+#include <QDir>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -231,17 +234,29 @@ TEST_F(frmDemo2Test, ALargeFontIsScrolledAndCoversNothing) {
     Close(window);
 }
 
-TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysSo) {
-    auto window = Open();
-    EXPECT_FALSE(Control<QLabel>(window.Get(), "Label3")->isVisible());
-    Close(window);
-    file_ = ToText(folder_.filePath(QStringLiteral("no folder/PropBag.dat")));
-    window = Open();
-    const auto* line = Control<QLabel>(window.Get(), "Label3");
-    EXPECT_TRUE(line->isVisible());
-    EXPECT_TRUE(line->text().contains("cannot be kept"));
-    EXPECT_LE(line->fontMetrics().horizontalAdvance(line->text()), line->width()) << "one line";
-    Close(window);
+TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysWhy) {
+    const QDir folder(folder_.path());
+    ASSERT_TRUE(folder.mkdir("a folder") && QFile::link("/dev/null", folder.filePath("a device")));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(folder.filePath("a fifo")), 0600), 0);
+    const struct {
+        const char* name;
+        const char* line;  // null: none
+    } rows[] = {{"PropBag.dat", nullptr},
+                {"no folder/PropBag.dat", "Settings cannot be kept here."},
+                {"a folder", "Settings cannot be kept: no file."},
+                {"a fifo", "Settings cannot be kept: no file."},
+                {"a device", "Settings cannot be kept: no file."}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        file_ = ToText(folder.filePath(row.name));
+        auto window = Open();
+        const auto* line = Control<QLabel>(window.Get(), "Label3");
+        EXPECT_EQ(line->isVisible(), row.line != nullptr);
+        EXPECT_EQ(line->text(), row.line ? row.line : "");
+        EXPECT_EQ(line->toolTip().isEmpty(), row.line == nullptr);
+        EXPECT_LE(line->fontMetrics().horizontalAdvance(line->text()), line->width()) << "one line";
+        Close(window);
+    }
     EXPECT_EQ(dialogs_.Said.size(), 0U) << "nothing more is said";
 }
 
