@@ -12,7 +12,7 @@
 namespace zorvane {
 
 FrmThank::FrmThank() : Form("FrmThank") {
-    SetCaption(u"Zorvane - Class Code Generator Demonstration");
+    SetCaption(u"Zorvane - Thank You");
 
     auto* logo = new LogoBox(this);
     logo->setObjectName(QStringLiteral("picLogo"));
