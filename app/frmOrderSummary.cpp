@@ -3,36 +3,20 @@
 #include <QClipboard>
 #include <QDate>
 #include <QDir>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSaveFile>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include "app/Version.h"
 #include "forms/Dialogs.h"
 #include "forms/Label.h"
+#include "forms/SaveText.h"
 #include "forms/Strings.h"
 
 namespace zorvane {
-namespace {
-
-// Nothing, or why the text could not be written.
-QString WriteText(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        file.write(text.toUtf8());
-        if (file.commit()) return {};
-    }
-    return file.errorString();
-}
-
-}  // namespace
-
 frmOrderSummary::frmOrderSummary(const Order& order)
     : Form("frmOrderSummary"), text_(new QPlainTextEdit(this)), status_(new Label(this)) {
     SetCaption(u"Order Summary");
@@ -105,20 +89,13 @@ void frmOrderSummary::PrintBtn_Click() {
 }
 
 void frmOrderSummary::SaveBtn_Click() {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const auto path =
-        Dialogs::Current().SaveFileName(this, QStringLiteral("Save the Order"),
-                                        documents.filePath(QStringLiteral("Zorvane order.txt")),
-                                        QStringLiteral("Text files (*.txt);;All files (*)"));
-    if (!path) return;
-    const QString failure = WriteText(*path, SummaryText());
-    if (failure.isEmpty()) {
-        status_->SetCaption(Text(u"Saved as ") + ToText(QDir::toNativeSeparators(*path)));
-    } else {
-        Dialogs::Current().Message(this, windowTitle(),
-                                   QStringLiteral("The order could not be saved.\n") + failure,
-                                   Dialogs::Kind::Warning);
-    }
+    const auto path = SaveText(this,
+                               {.Title = QStringLiteral("Save the Order"),
+                                .Name = QStringLiteral("Zorvane order.txt"),
+                                .Filter = QStringLiteral("Text files (*.txt);;All files (*)"),
+                                .Failure = QStringLiteral("The order could not be saved.")},
+                               SummaryText());
+    if (path) status_->SetCaption(Text(u"Saved as ") + ToText(QDir::toNativeSeparators(*path)));
 }
 
 QString frmOrderSummary::SummaryText() const {

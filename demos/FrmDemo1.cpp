@@ -1,25 +1,22 @@
 #include "demos/FrmDemo1.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
-#include <QSaveFile>
-#include <QStandardPaths>
 #include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "demos/TimingChart.h"
-#include "forms/Dialogs.h"
 #include "forms/FontRecord.h"
 #include "forms/Label.h"
 #include "forms/ListView.h"
+#include "forms/SaveText.h"
 #include "forms/Screen.h"
 #include "forms/Strings.h"
 #include "platform/NumberText.h"
@@ -65,6 +62,7 @@ FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
       label1_(new Label(this)),
       text1_(new QLineEdit(this)),
       label2_(new Label(this)),
+      lblStatus_(new Label(this)),
       list_(new ListView(this)),
       chart_(new TimingChart(table_, this)),
       copyBtn_(Button("CopyBtn", QStringLiteral("Cop&y Table"))),
@@ -77,6 +75,8 @@ FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
     label1_->setBuddy(text1_);
     label2_->setObjectName(QStringLiteral("Label2"));
     label2_->SetCaption(u"Min: 2000  .....  Max: 10000 Items");
+    lblStatus_->setObjectName(QStringLiteral("lblStatus"));
+    lblStatus_->setAccessibleName(QStringLiteral("Status"));
     text1_->setObjectName(QStringLiteral("Text1"));
     text1_->setAccessibleName(QStringLiteral("Number of items in collection"));
     text1_->setMaxLength(12);
@@ -114,12 +114,15 @@ QPushButton* FrmDemo1::Button(const char* name, const QString& caption) {
 void FrmDemo1::LayOut() {
     label1_->setWordWrap(false);
     label2_->setWordWrap(false);
+    lblStatus_->setWordWrap(false);
     auto* count = new QHBoxLayout;
     count->addWidget(label1_);
     text1_->setFixedWidth(ToPixels(1100));
     count->addWidget(text1_);
     count->addSpacing(12);
     count->addWidget(label2_);
+    count->addSpacing(12);
+    count->addWidget(lblStatus_);
     count->addStretch();
 
     auto* runs = new QVBoxLayout;
@@ -190,7 +193,13 @@ void FrmDemo1::RunContender(Contender contender) {
     Screen::The().SetMousePointer(Pointer::Hourglass);
     ClearColumn(column);
     const ItemCount count = ReadItemCount(ToText(text1_->text()));
-    if (count.Corrected) text1_->setText(ToQString(*count.Corrected));
+    lblStatus_->SetCaption(Text());
+    if (count.Corrected) {
+        const bool most = count.Items == TestData::kItems;
+        lblStatus_->SetCaption((most ? u"Lowered to " : u"Raised to ") + *count.Corrected +
+                               (most ? u", the most." : u", the least."));
+        text1_->setText(ToQString(*count.Corrected));
+    }
     run_->Run(contender, count.Items, [&](const TimingCell& cell) {
         table_.Set(column, count.Items, cell);
         AddToList(cell.Row, column, cell.Shown);
@@ -232,20 +241,12 @@ void FrmDemo1::OrderBtn_Click() {
 }
 
 void FrmDemo1::SaveBtn_Click() {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const auto path =
-        Dialogs::Current().SaveFileName(this, QStringLiteral("Save the Times"),
-                                        documents.filePath(QStringLiteral("Zorvane times.csv")),
-                                        QStringLiteral("Tables (*.csv);;All files (*)"));
-    if (!path) return;
-    QSaveFile file(*path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(ToQString(table_.AsCsv()).toUtf8());
-        if (file.commit()) return;
-    }
-    Dialogs::Current().Message(
-        this, windowTitle(), QStringLiteral("The times could not be saved.\n") + file.errorString(),
-        Dialogs::Kind::Warning);
+    (void)SaveText(this,
+                   {.Title = QStringLiteral("Save the Times"),
+                    .Name = QStringLiteral("Zorvane times.csv"),
+                    .Filter = QStringLiteral("Tables (*.csv);;All files (*)"),
+                    .Failure = QStringLiteral("The times could not be saved.")},
+                   ToQString(table_.AsCsv()));
 }
 
 }  // namespace zorvane

@@ -52,6 +52,7 @@ class FrmDemo1 : public Form {
     Label* label1_;
     QLineEdit* text1_;
     Label* label2_;
+    Label* lblStatus_;
     ListView* list_;
     TimingChart* chart_;
     std::array<QPushButton*, kContenders.size()> contenders_{};

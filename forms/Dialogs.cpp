@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -83,10 +84,13 @@ bool Dialogs::Print(QWidget* owner, const QString& title, const QString& text) {
 
 std::optional<QString> Dialogs::SaveFileName(QWidget* owner, const QString& title,
                                              const QString& suggested, const QString& filter) {
-    const QString path = QFileDialog::getSaveFileName(owner, title, suggested, filter, nullptr,
-                                                      QFileDialog::DontUseNativeDialog);
-    if (path.isEmpty()) return std::nullopt;
-    return path;
+    QFileDialog dialog(owner, title, QFileInfo(suggested).path(), filter);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QFileInfo(suggested).suffix());
+    dialog.selectFile(suggested);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.selectedFiles().value(0);
 }
 
 ScopedDialogs::ScopedDialogs(Dialogs& dialogs) : before_(std::exchange(replacement, &dialogs)) {}

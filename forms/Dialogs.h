@@ -36,7 +36,8 @@ class Dialogs {
     virtual void Message(QWidget* owner, const QString& title, const QString& message, Kind kind);
     // Prints plain text on the printer that the person picks; false when cancelled.
     virtual bool Print(QWidget* owner, const QString& title, const QString& text);
-    // A path to write to; an existing file has been agreed to.
+    // A path to write to, with the ending of `suggested` where none was given; an existing file has
+    // been agreed to.
     virtual std::optional<QString> SaveFileName(QWidget* owner, const QString& title,
                                                 const QString& suggested, const QString& filter);
 };

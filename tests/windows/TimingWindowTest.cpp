@@ -108,15 +108,17 @@ TEST_F(FrmDemo1Test, CorrectsTheItemCountAndKeepsWhatIsWithinItsBounds) {
         const char* typed;
         const char* shown;
         const char* operations;
-    } rows[] = {{"5", "50", "50"},
-                {"20000", "10000", "10,000"},
+        const char* said = "";
+    } rows[] = {{"5", "50", "50", "Raised to 50, the least."},
+                {"20000", "10000", "10,000", "Lowered to 10000, the most."},
                 {"2000.5", "2000.5", "2,000"},
-                {"many", "50", "50"},
-                {"", "50", "50"}};
+                {"many", "50", "50", "Raised to 50, the least."},
+                {"", "50", "50", "Raised to 50, the least."}};
     for (const auto& row : rows) {
         count_->setText(row.typed);
         Press("Command3");
         EXPECT_EQ(count_->text(), row.shown) << row.typed;
+        EXPECT_EQ(Control<QLabel>(window_.Get(), "lblStatus")->text(), row.said) << row.typed;
         const QModelIndex cell = list_->model()->index(0, 4);
         EXPECT_TRUE(cell.data(Qt::ToolTipRole)
                         .toString()
