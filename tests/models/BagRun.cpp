@@ -38,6 +38,7 @@ std::string Shown(const Variant& value) {
     }
     if (value.IsArray()) return "array of " + std::to_string(value.AsArray().Count());
     std::ostringstream shown;
+    shown.exceptions(std::ios::badbit);  // lack of memory is no text
     shown << value;
     return shown.str();
 }
@@ -216,6 +217,17 @@ class Run : public StepRun {
                   [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; }},
                  {"Key", [&] { return bag_.Key(position); },
                   [&] { return model_.entry(position, "Key", "Index = ").name; }},
+                 {"NewEnum",
+                  [&] {
+                      std::string all;
+                      for (const Variant& value : bag_.NewEnum()) all += Shown(value) + ',';
+                      return all;
+                  },
+                  [&] {
+                      std::string all;
+                      for (const auto& row : model_.rows) all += Shown(row.value) + ',';
+                      return all;
+                  }},
                  {"PropIsObject", [&] { return bag_.PropIsObject(v); },
                   [&] { return at != 0 && !model_.at(at).objName.Empty(); }},
                  {"ItemFn",
@@ -284,6 +296,15 @@ class Run : public StepRun {
                    "=" + Shown(value) + ", not " + row.name.ToUtf8() + "=" + Shown(row.value);
         }
         return {};
+    }
+
+    // Writing by position ends the order by name before anything else.
+    std::string FailedStateDiffers() override {
+        BagModel model = model_;
+        if (!bag_.Sorted()) model_.sorted = model_.unique = false;
+        std::string differs = StateDiffers(true);
+        std::swap(model_, model);
+        return differs;
     }
 
     ZVPropertyBag bag_;

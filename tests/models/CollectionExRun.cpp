@@ -20,9 +20,17 @@ class Run : public ListRun<CollectionEx> {
         } else if (kind < 2) {
             const std::int32_t size = Below(60), step = 15 + Below(10);
             const auto ratio = static_cast<float>(Below(12)) / 4;
-            Do(
+            DoAtOnce(
                 "SetMemory", [&] { collection_.SetMemory(size, step, ratio); },
                 [&] { SetMemory(size, step, ratio); });
+        } else if (kind < 3) {
+            Do(
+                "NewEnum",
+                [&] {
+                    const Enumerator items = collection_.NewEnum();
+                    return items.end() - items.begin();
+                },
+                [&] { return Snapshot().size(); });
         } else if (kind < 4) {
             Do(
                 "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); });
@@ -115,6 +123,14 @@ class Run : public ListRun<CollectionEx> {
     }
     static bool Before(const Row& a, const Row& b) { return a.key->Units() < b.key->Units(); }
 
+    const std::vector<Variant>& Snapshot() {
+        if (!snapshot_) {
+            snapshot_.emplace();
+            for (const Row& row : rows_) snapshot_->push_back(row.item);
+        }
+        return *snapshot_;
+    }
+
     bool StateIsOther() override {
         const auto slots = static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
         if (collection_.Count() != Count() || collection_.Sorted() != sorted_ ||
@@ -131,8 +147,15 @@ class Run : public ListRun<CollectionEx> {
         }
         if (!std::ranges::equal(collection_, items)) return true;
         if (Below(4) != 0) return false;
-        if (!snapshot_) snapshot_ = items;
-        return !std::ranges::equal(collection_.NewEnum(), *snapshot_);
+        return !std::ranges::equal(collection_.NewEnum(), Snapshot());
+    }
+
+    // More room may be planned before memory runs out.
+    std::string FailedStateDiffers() override {
+        const std::int32_t planned = std::exchange(capacity_, collection_.Capacity());
+        std::string differs = StateDiffers(true);
+        capacity_ = planned;
+        return differs;
     }
 
     std::int32_t capacity_ = 1000, initialSize_ = 1000, growStep_ = 1000;

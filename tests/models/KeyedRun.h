@@ -1,6 +1,7 @@
 #pragma once
 // KeyedRun: any operations on a keyed container and on its model.
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -41,6 +42,8 @@ class KeyedRun : public StepRun {
                                     "_",
                                     u"\u8000",
                                     u"\uFFEF",
+                                    u"\uFFFF\uFFFF\uFFFF\uFFFF",
+                                    u"\uFFFF\uFFFF\uFFFF\uFFFF1",
                                     Text(std::u16string(130, u'x') + u"1"),
                                     Text(std::u16string(130, u'x') + u"2"),
                                     Text(std::u16string(130, u'x') + u"\u0100"),
@@ -80,9 +83,10 @@ class KeyedRun : public StepRun {
         }
     }
 
-    template <class Items>
+    template <class Items = std::initializer_list<Variant>>
     static std::string Joined(const Items& items) {
         std::ostringstream all;
+        all.exceptions(std::ios::badbit);  // lack of memory is no text
         for (const Variant& item : items) all << item << ',';
         return all.str();
     }
@@ -234,7 +238,17 @@ class KeyedRun : public StepRun {
                                 static_cast<std::int32_t>(1 + Below(60)), Chance(80), Chance(80)});
         for (std::int32_t i = 0; i < n; ++i) source.Cells.push_back(SourceRecord());
         source.CountAnswer = n;
-        Do(
+        if (Chance(50)) {
+            return Do(
+                "CopyFrom, elsewhere",
+                [&] {
+                    Container other;
+                    other.CopyFrom(source, mark);
+                    return other.Count();
+                },
+                [&] { return n; });
+        }
+        DoAtOnce(
             "CopyFrom", [&] { container_.CopyFrom(source, mark); },
             [&] { model_.copyFrom(source.Cells, n, mark); });
     }
@@ -262,6 +276,22 @@ class KeyedRun : public StepRun {
             }
         }
         return {};
+    }
+
+    // A look-up may have sorted by key before memory ran out.
+    std::string FailedStateDiffers() override {
+        std::vector<std::string> ours, models;
+        for (std::int32_t i = 1; i <= container_.Count(); ++i) {
+            ours.push_back(OutcomeOf([&] { return container_.Key(i); }) +
+                           Joined({container_.Item(i)}));
+        }
+        for (std::int32_t i = 1; i <= model_.count(); ++i) {
+            models.push_back(OutcomeOf([&] { return model_.at(i).key; }) +
+                             Joined({model_.at(i).item}));
+        }
+        std::ranges::sort(ours);
+        std::ranges::sort(models);
+        return ours == models ? "" : "the entries are others";
     }
 
     static constexpr const char* kItemString = Model::kItemString;

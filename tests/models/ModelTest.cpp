@@ -14,6 +14,15 @@ TEST(Models, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
     }
 }
 
+// Catches an operation that is half done when memory runs out, and one that cannot be tried again.
+TEST(Models, AnOperationThatRanOutOfMemoryIsAsIfNeverTried) {
+    for (const Modelled& modelled : kModelled) {
+        for (std::uint32_t seed = 1; seed <= 9; ++seed) {
+            ASSERT_EQ(RunSeed(modelled, kFailing + seed, 500), "");
+        }
+    }
+}
+
 // A counter that is wrong from its third multiple of seven on.
 class WrongRun : public StepRun {
     void Operate() override {

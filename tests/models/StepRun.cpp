@@ -23,6 +23,13 @@ unsigned StepRun::Below(unsigned limit) noexcept {
     return static_cast<unsigned>((mixed >> 32) % limit);
 }
 
+void StepRun::NoteFailure(std::int64_t number) {
+    FailAllocation(0);
+    if (!untrue_.empty()) return;
+    untrue_ = FailedStateDiffers();
+    if (!untrue_.empty()) untrue_ = "after failure " + std::to_string(number) + ", " + untrue_;
+}
+
 std::optional<StepRun::Disagreement> StepRun::Go(const Steps& steps) {
     for (std::size_t i = 0; i < steps.size(); ++i) {
         random_ = steps[i];
@@ -31,16 +38,26 @@ std::optional<StepRun::Disagreement> StepRun::Go(const Steps& steps) {
         ours_ = models_ = "";
         Operate();
         if (told_) *told_ << what_ << ": " << ours_ << '\n';
-        std::string wrong;
-        if (ours_ != models_) wrong = ours_ + ", the model: " + models_;
+        std::string wrong = untrue_;
+        if (wrong.empty() && ours_ != models_) wrong = ours_ + ", the model: " + models_;
         if (wrong.empty()) wrong = StateDiffers(i + 1 == steps.size());
-        if (!wrong.empty()) return Disagreement{i + 1, what_ + ": " + wrong};
+        if (!wrong.empty()) return Disagreement{i + 1, what_ + (": " + wrong)};
     }
     return std::nullopt;
 }
 
+namespace {
+
+std::unique_ptr<StepRun> Start(const Modelled& modelled, std::uint32_t kind) {
+    auto run = modelled.Start(kind & ~kFailing);
+    if ((kind & kFailing) != 0) run->FailAllocations();
+    return run;
+}
+
+}  // namespace
+
 std::string RunSteps(const Modelled& modelled, std::uint32_t kind, Steps steps) {
-    auto wrong = modelled.Start(kind)->Go(steps);
+    auto wrong = Start(modelled, kind)->Go(steps);
     if (!wrong) return {};
     steps.resize(wrong->Step);
     // Leaves out halves, quarters and so on down to single steps, as long as something is wrong.
@@ -50,7 +67,7 @@ std::string RunSteps(const Modelled& modelled, std::uint32_t kind, Steps steps) 
             const auto begin = fewer.begin() + static_cast<std::ptrdiff_t>(from);
             const std::size_t length = std::min(piece, steps.size() - from);
             fewer.erase(begin, begin + static_cast<std::ptrdiff_t>(length));
-            const auto still = modelled.Start(kind)->Go(fewer);
+            const auto still = Start(modelled, kind)->Go(fewer);
             if (still) {
                 fewer.resize(still->Step);
                 steps = std::move(fewer);
@@ -60,7 +77,7 @@ std::string RunSteps(const Modelled& modelled, std::uint32_t kind, Steps steps) 
         }
     }
     std::ostringstream told;
-    const auto run = modelled.Start(kind);
+    const auto run = Start(modelled, kind);
     run->TellTo(told);
     wrong = run->Go(steps);
     return std::string(modelled.Name) + ", kind " + std::to_string(kind) + ", " +

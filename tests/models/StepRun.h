@@ -7,12 +7,15 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <span>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
 
 namespace zorvane {
@@ -29,6 +32,8 @@ class StepRun {
         std::string What;
     };
     std::optional<Disagreement> Go(const Steps& steps);
+    // Every allocation of every operation fails once: what failed must be as if never tried.
+    void FailAllocations() { failing_ = true; }
     // Go writes down each step, what was drawn for it and what came of it.
     void TellTo(std::ostream& told) { told_ = &told; }
 
@@ -37,30 +42,61 @@ class StepRun {
     // How the states differ; "" when they do not. A costly look may wait for the last step.
     [[nodiscard]] virtual std::string StateDiffers(bool last) = 0;
 
+    // The same after an operation that found no memory.
+    [[nodiscard]] virtual std::string FailedStateDiffers() { return StateDiffers(true); }
+
     [[nodiscard]] unsigned Below(unsigned limit) noexcept;
     [[nodiscard]] bool Chance(unsigned percent) noexcept { return Below(100) < percent; }
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
     template <class Value>
     Value Drawn(Value value) {
-        if (told_) *told_ << '[' << OutcomeOf([&] { return value; }) << "] ";
+        if (told_) *told_ << '[' << OutcomeOf([&] { return value; }).substr(0, 30) << "] ";
         return value;
     }
 
     template <class Ours, class Models>
     void Do(const char* what, Ours&& ours, Models&& models) {
         what_ = what;
-        ours_ = OutcomeOf(ours);
-        models_ = OutcomeOf(models);
+        ours_ = OutcomeOf([&] { return failing_ ? AfterEveryFailure(ours) : ours(); });
+        if (untrue_.empty()) models_ = OutcomeOf(models);
+    }
+    // For an operation that may stop halfway, so that it cannot be tried again.
+    template <class Ours, class Models>
+    void DoAtOnce(const char* what, Ours&& ours, Models&& models) {
+        const bool failing = std::exchange(failing_, false);
+        Do(what, ours, models);
+        failing_ = failing;
     }
 
   private:
+    template <class Operation>
+    auto AfterEveryFailure(Operation&& operation) {
+        for (std::int64_t number = 1;; ++number) {
+            const Failing failing(number);
+            try {
+                return operation();
+            } catch (const std::bad_alloc&) {
+                NoteFailure(number);
+            }
+        }
+    }
+    struct Failing {
+        explicit Failing(std::int64_t number) { FailAllocation(number); }
+        ~Failing() { FailAllocation(0); }
+    };
+    void NoteFailure(std::int64_t number);
+
     std::uint64_t random_ = 0;
     std::int32_t number_ = 0;
-    std::string what_, ours_, models_;
+    const char* what_ = "";
+    std::string ours_, models_, untrue_;
+    bool failing_ = false;
     std::ostream* told_ = nullptr;
 };
 
-// Something that has a model. The kind, any number, chooses how many keys there are and the like.
+// Something that has a model. The kind, any number, chooses how many keys there are and the like;
+// those with the bit kFailing set run with failing allocations.
+inline constexpr std::uint32_t kFailing = 128;
 struct Modelled {
     const char* Name;
     std::unique_ptr<StepRun> (*Start)(std::uint32_t kind);

@@ -1,6 +1,7 @@
 #include "tests/support/AllocationFaults.h"
 
 #include <cstdlib>
+#include <new>
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "forms/Form.h"
 
 #include <QPushButton>
+#include <QScreen>
 
 #include "platform/Error.h"
 #include "tests/windows/Drive.h"
@@ -195,6 +196,22 @@ TEST_F(FormTest, AFrameComesBackExactlyTenTimesOverAndWithinReach) {
             now = {form->Left(), form->Top(), form->Width(), form->Height()};
             ASSERT_EQ(now, saved) << "cycle " << cycle;
         }
+    }
+}
+
+TEST_F(FormTest, AFrameIsMovedWhenTooLittleOfItsTitleCanBeHeld) {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const struct {
+        const char* what;
+        QPoint at;
+        bool stays;
+    } rows[] = {{"enough to the right", {area.right() - 99, 50}, true},
+                {"too little to the right", {area.right() - 39, 50}, false},
+                {"enough at the foot", {50, area.bottom() - 19}, true},
+                {"too little at the foot", {50, area.bottom() - 9}, false}};
+    for (const auto& [what, at, stays] : rows) {
+        const QRect frame(at, QSize(200, 150));
+        EXPECT_EQ(WithinReach(frame) == frame, stays) << what;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "forms/Colour.h"
+#include "forms/FitText.h"
 #include "forms/FontRecord.h"
 #include "forms/Strings.h"
 #include "forms/Twips.h"
@@ -73,19 +74,29 @@ TEST(FormFontTest, HostileValuesStillGiveAFont) {
         double Size;
         std::int16_t Weight;
         int Shown;
+        bool Bold = false;
     };
-    for (const auto& [what, size, weight, shown] : {Case{"no weight is plain", 9, 0, 400},
-                                                    {"negative", -1, -5, 400},
-                                                    {"no number", NAN, 32767, 1000},
-                                                    {"endless", INFINITY, 700, 700}}) {
+    for (const auto& [what, size, weight, shown, bold] : {Case{"no weight is plain", 9, 0, 400},
+                                                          {"negative", -1, -5, 400},
+                                                          {"no number", NAN, 32767, 1000},
+                                                          {"endless", INFINITY, 700, 700},
+                                                          {"bold", 9, 400, 700, true},
+                                                          {"more than bold", 9, 900, 900, true}}) {
         FontRecord record;
         record.Size = size;
         record.Weight = weight;
+        record.Bold = bold;
         const QFont font = ToQFont(record);
         EXPECT_GT(font.pointSizeF(), 0) << what;
         EXPECT_LT(font.pointSizeF(), 3000) << what;
         EXPECT_EQ(static_cast<int>(font.weight()), shown) << what;
     }
+}
+
+TEST(FormFontTest, ATextThatFitsNowhereIsStillReadable) {
+    const QFont font = FittingFont(CompactFont(9), "a long text", QSize(4, 4), 6);
+    EXPECT_LT(font.pointSizeF(), 9);
+    EXPECT_GE(font.pointSizeF(), 6);
 }
 
 TEST(FormFontTest, EnterTakesTheDialogUnchangedAndEscapeEndsItWhole) {

@@ -72,6 +72,18 @@ TEST_F(ListViewTest, CopiesSelectedRowsAsTabbedTextAndTable) {
     EXPECT_TRUE(html.contains("<td>a&lt;b</td>"));
 }
 
+TEST_F(ListViewTest, TheViewIsToldOfACellAndNewRowsHaveNoOldToolTips) {
+    int told = 0;
+    QObject::connect(list_.model(), &QAbstractItemModel::dataChanged, [&] { ++told; });
+    list_.SetCell(1, 1, "2");
+    EXPECT_EQ(told, 1);
+    const auto toolTip = [&] { return list_.model()->index(0, 1).data(Qt::ToolTipRole); };
+    list_.SetCellToolTip(1, 1, "tip");
+    EXPECT_EQ(toolTip(), "tip");
+    list_.SetRows({{"other", "1"}});
+    EXPECT_TRUE(toolTip().isNull());
+}
+
 TEST_F(ListViewTest, AHundredThousandRowsAreShownAtOnce) {
     std::vector<QStringList> rows(100000, QStringList{"row", "1"});
     QElapsedTimer clock;

@@ -4,7 +4,6 @@
 
 #include <type_traits>
 
-#include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
 #include "tests/support/ReleaseAtEnd.h"
 #include "tests/support/ScriptedSource.h"
@@ -207,42 +206,6 @@ TEST(ZVCollectionEx, AReleaseThatCallsBackFindsTheCollectionWhole) {
 TEST(ZVCollectionEx, AReleaseAtItsEndStillFindsTheCollectionStanding) {
     ExpectReleasesMayAddAtTheEnd<ZVCollectionEx>(
         [](ZVCollectionEx& c, const Variant& item, const Text& key) { c.Add(item, key); });
-}
-
-TEST(ZVCollectionEx, AFailedAllocationLeavesTheCollectionAsItWas) {
-    const struct {
-        const char* what;
-        void (*operate)(ZVCollectionEx&);
-    } rows[] = {
-        {"Add at the end", [](ZVCollectionEx& c) { c.Add(1, u"zz"); }},
-        {"Add in the middle", [](ZVCollectionEx& c) { c.Add(1, u"k5x"); }},
-        {"Add with a generated key",
-         [](ZVCollectionEx& c) {
-             c.SetSorted(false);
-             c.Add(1, u"");
-         }},
-        {"Remove from the middle", [](ZVCollectionEx& c) { c.Remove(u"k5"); }},
-        {"SetItemString", [](ZVCollectionEx& c) { c.SetItemString(3, u"text"); }},
-        {"Sort by slot", [](ZVCollectionEx& c) { c.SortBy(u"HashIndex", true); }},
-        {"read a slot", [](ZVCollectionEx& c) { static_cast<void>(c.CopyItemValue(1, 2)); }},
-    };
-    for (const auto& row : rows) {
-        const auto make = [] {
-            ZVCollectionEx collection;
-            for (int i = 0; i < 16; ++i) collection.Add(i, Text("k") + std::to_string(i));
-            return collection;
-        };
-        const std::string before = KeysOf(make());
-        const int failures =
-            WithEveryAllocationFailing(make, row.operate, [&](ZVCollectionEx& c, bool failed) {
-                if (failed) {
-                    EXPECT_EQ(KeysOf(c), before) << row.what;
-                }
-                c.Add(0, u"after");
-                EXPECT_TRUE(c.Contains(u"after")) << row.what;
-            });
-        EXPECT_GT(failures, 0) << row.what;
-    }
 }
 
 }  // namespace

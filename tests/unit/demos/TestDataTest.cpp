@@ -35,6 +35,7 @@ TEST(BuildTestData, KeepsToTheLengthsCodesAndValuesThatARoundedDrawCanGive) {
     EXPECT_EQ(*units.begin(), u' ');
     EXPECT_TRUE(units.contains(0x20AC));  // code 128 is the euro sign of the code page
     EXPECT_TRUE(units.contains(0x0081));  // code 129 is open in it and stays
+    EXPECT_TRUE(units.contains(0x0178));  // code 159, the last of them
     EXPECT_TRUE(units.contains(0x00A0));
     const auto [least, greatest] = std::ranges::minmax(data.Values);
     EXPECT_GE(least, 0);

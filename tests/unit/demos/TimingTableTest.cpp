@@ -61,6 +61,7 @@ TEST(TimingTable_Export, HasALinePerDescribedRowAndQuotesWhatNeedsIt) {
     TimingTable table;
     table.Set(1, 2000, {10, u"Not Applicable", {0.0015, 1000}});
     table.Set(4, 2000, {1, u"1,5 \"x\"", {0.25, 2000}});
+    table.Set(1, 2000, {2, u"1\r2", {0.0015, 1000}});
     const auto lines = table.Lines();
     ASSERT_EQ(lines.size(), 10u);
     for (const auto& line : lines) EXPECT_EQ(line.size(), 13u);
@@ -72,6 +73,7 @@ TEST(TimingTable_Export, HasALinePerDescribedRowAndQuotesWhatNeedsIt) {
     EXPECT_NE(csv.find("\r\nAdd method,,,,\"1,5 \"\"x\"\"\",,,,250.000000,,,,125000.0\r\n"),
               std::string::npos)
         << csv;
+    EXPECT_NE(csv.find("\r\nItem method (by string),\"1\r2\","), std::string::npos) << csv;
     EXPECT_TRUE(csv.ends_with("\r\n"));
     const std::string html = table.AsHtml().ToUtf8();
     EXPECT_NE(html.find("<tr><td>Sub-Total.. Add &amp; Item methods</td><td></td>"),

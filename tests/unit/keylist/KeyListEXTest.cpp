@@ -4,7 +4,6 @@
 
 #include <type_traits>
 
-#include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
 #include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
@@ -209,62 +208,6 @@ TEST(KeyListEX, LateBoundMembersAnswerAsTheTypedOnes) {
     EXPECT_EQ(object.Call(u"item", a), Variant(u"a"));
     EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Weight"); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Item"); }), 5);
-}
-
-// A failed allocation leaves the list as it was, entry by entry.
-TEST(KeyListEX, AFailedAllocationLeavesTheListAsItWas) {
-    const struct {
-        const char* what;
-        void (*operate)(KeyListEX&);
-    } rows[] = {
-        {"Add at the end", [](KeyListEX& list) { list.Add(1, u"zz"); }},
-        {"Add in the middle", [](KeyListEX& list) { list.Add(1, u"k5x"); }},
-        {"Remove from the middle", [](KeyListEX& list) { list.Remove(u"k5"); }},
-        {"SetItemString", [](KeyListEX& list) { list.SetItemString(3, u"text"); }},
-        {"Sort", [](KeyListEX& list) { list.SortBy(u"ItemLong", true); }},
-        {"SetKey", [](KeyListEX& list) { list.SetKey(2, u"k7x"); }},
-    };
-    for (const auto& row : rows) {
-        const auto make = [] {
-            KeyListEX list;
-            for (int i = 0; i < 16; ++i) {
-                list.Add(i, Text("k") + std::to_string(i));
-                list.SetItemLong(Text("k") + std::to_string(i), -i);
-            }
-            return list;
-        };
-        const std::string before = KeysOf(make());
-        const int failures =
-            WithEveryAllocationFailing(make, row.operate, [&](KeyListEX& list, bool failed) {
-                if (failed) {
-                    EXPECT_EQ(KeysOf(list), before) << row.what;
-                }
-                for (int i = 0; i < 16 && failed; ++i) {
-                    EXPECT_EQ(list.Item(Text("k") + std::to_string(i)), Variant(i)) << row.what;
-                }
-                list.Add(0, u"after");
-                EXPECT_TRUE(list.Contains(u"after")) << row.what;
-            });
-        EXPECT_GT(failures, 0) << row.what;
-    }
-}
-
-TEST(KeyListEX, AFailedReSortBeforeALookUpIsMadeUpByTheNextLookUp) {
-    const auto make = [] {
-        KeyListEX list;
-        for (int i = 0; i < 16; ++i) list.Add(i, Text("k") + std::to_string(i));
-        for (int i = 1; i <= 16; ++i) list.SetItemLong(i, i * 7 % 16);
-        list.SortBy(u"ItemLong", true);
-        return list;
-    };
-    const int failures = WithEveryAllocationFailing(
-        make, [](KeyListEX& list) { static_cast<void>(list.Item(u"k5")); },
-        [](KeyListEX& list, bool) {
-            for (int i = 0; i < 16; ++i) {
-                EXPECT_EQ(list.Item(Text("k") + std::to_string(i)), Variant(i));
-            }
-        });
-    EXPECT_GT(failures, 0);
 }
 
 }  // namespace

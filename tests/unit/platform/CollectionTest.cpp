@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "tests/support/AllocationFaults.h"
 #include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
 
@@ -65,31 +64,6 @@ TEST(Collection_Enumeration, GoesOnOverRemovalsWithoutLeavingTheItems) {
         collection.Remove(1);
     }
     EXPECT_EQ(visited, 2);
-}
-
-TEST(Collection_Memory, WhenItRunsOutTheEntriesStayAsTheyWere) {
-    const auto make = [] {
-        const auto collection = MakeObject<Collection>();
-        // As many as the table of keys has room for: the next one makes it grow.
-        for (int i = 1; i <= 16; ++i) collection->Add(i, {.Key = Text(u"K") + Variant(i).ToText()});
-        return collection;
-    };
-    const std::string before = ItemsOf(*make());
-    for (const int at : {1, 8, 16}) {
-        const int failures = WithEveryAllocationFailing(
-            make, [&](auto& c) { c->Add(99, {.Key = u"new", .After = at}); },
-            [&](auto& c, bool failed) {
-                if (failed) {
-                    EXPECT_EQ(ItemsOf(*c), before) << at;
-                }
-                for (int i = 1; i <= 16; ++i) {
-                    EXPECT_EQ(c->Item(Text(u"k") + Variant(i).ToText()), Variant(i)) << at;
-                }
-                EXPECT_EQ(NumberRaisedBy([&] { c->Add(0, {.Key = u"NEW"}); }), failed ? 0 : 457);
-                c->Remove(u"new");
-            });
-        EXPECT_GT(failures, 1) << at;
-    }
 }
 
 }  // namespace

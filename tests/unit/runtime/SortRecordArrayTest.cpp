@@ -107,6 +107,10 @@ TEST(SortRecordArray, AComparerThatRaisesMovesNothing) {
               }),
               13);
     EXPECT_EQ(items, before);
+    // Where there is but one, nobody asks for its text.
+    const auto one = SortedOrder(
+        1, [&](std::uint32_t) { return &items[7]; }, CompareVariant, 0, false);
+    EXPECT_EQ(one.size(), 1u);
 }
 
 }  // namespace

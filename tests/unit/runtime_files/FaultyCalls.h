@@ -47,6 +47,11 @@ class Armed {
     // The call was made.
     [[nodiscard]] bool Hit() const noexcept { return seen_ >= fault_.Nth || AllocationHasFailed(); }
 
+    // The permissions that files were made with, all together.
+    [[nodiscard]] mode_t MadeWith() const noexcept { return madeWith_; }
+    static void NoteMade(mode_t mode) noexcept {
+        if (armed_) armed_->madeWith_ |= mode;
+    }
     [[nodiscard]] static bool RefusesUnnamedFiles() noexcept {
         return armed_ && !armed_->unnamedFiles_;
     }
@@ -69,6 +74,7 @@ class Armed {
     Fault fault_;
     bool unnamedFiles_;
     int seen_ = 0;
+    mode_t madeWith_ = 0;
 };
 
 }  // namespace zorvane
@@ -116,6 +122,7 @@ int __wrap_openat(int directory, const char* name, int flags, mode_t mode) {
         errno = EOPNOTSUPP;
         return -1;
     }
+    if ((flags & (O_CREAT | O_TMPFILE)) != 0) Armed::NoteMade(mode);
     return Armed::Fails("openat") ? -1 : __real_openat(directory, name, flags, mode);
 }
 

@@ -70,6 +70,7 @@ TEST(WriteFileWords, EachFailureOfTheSystemLeavesOldOrNewAsStated) {
             const Armed fault(c.fault);
             WriteFileWords(folder.At("file"), WordsOf(kWords));
             EXPECT_TRUE(fault.Hit());
+            EXPECT_EQ(fault.MadeWith() & 0077, 0u) << "a private file is open while it is saved";
         }
         EXPECT_TRUE(folder.Bytes("file") == (c.expected == Old ? kOld : kNew));
         EXPECT_EQ(folder.State("file").st_ino == inode, c.expected != New);
