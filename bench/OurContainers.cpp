@@ -66,7 +66,7 @@ class Ours {
     bool absent() { return Has(keys_.absent); }
     std::int64_t sum() {
         std::int64_t total = 0;
-        for (const Variant& item : container_.NewEnum()) total += item.ToLong();
+        for (const Variant& item : container_) total += item.ToLong();
         return total;
     }
     void removeKey(std::size_t i) { container_.Remove(keys_.asked[i]); }

@@ -78,15 +78,15 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     std::int32_t position = end ? Count() + 1 : Options.Position;
     if (Sorted()) {
         static_cast<void>(BinaryExists(Key, position));
-    } else {
-        const auto place = PlaceBeforeOrAfter(Options, Count(),
-                                              [&](const Text& key) -> std::optional<std::int32_t> {
-                                                  const auto named = Holder(key);
-                                                  if (!named) return std::nullopt;
-                                                  return records_.PositionOf(*named);
-                                              });
-        if (place && place->Wrong) return Fail(*place->Wrong, Key, raise);
-        if (place) position = place->Position;
+    } else if (Options.NamesPlace()) {
+        const Place place = PlaceBeforeOrAfter(Options, Count(),
+                                               [&](const Text& key) -> std::optional<std::int32_t> {
+                                                   const auto named = Holder(key);
+                                                   if (!named) return std::nullopt;
+                                                   return records_.PositionOf(*named);
+                                               });
+        if (place.Wrong) return Fail(*place.Wrong, Key, raise);
+        position = place.Position;
     }
     const bool inOrder = Sorted() && InSearchOrder();
 
@@ -104,12 +104,14 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     return position;
 }
 
-void ZVCollectionEx::Append(CollectionRecord record) {
+void ZVCollectionEx::Append(SourceRecord source) {
+    CollectionRecord& record = source.Record;
+    const bool foreign = source.HashCode != 0 && source.HashCode != HashOf(record.Key);
+    foreignCodes_.reserve(foreignCodes_.size() + (foreign ? 1 : 0));
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
     const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
     index_.Insert(record.Key.FoldedHash(), number);
-    foreignCodes_ =
-        foreignCodes_ || (record.HashCode != 0 && record.HashCode != HashOf(record.Key));
+    NoteForeignCode(number, foreign ? source.HashCode : 0);
     record.AddedAt = additions_++;
     records_.OfNumber(number) = std::move(record);
     capacity_ = std::max(capacity_, Count());
@@ -132,7 +134,8 @@ void ZVCollectionEx::Clear() {
     KeyIndex none;
     swap(index_, none);
     settings_ = {.Granularity = std::max(Granularity(), kLeastGranularity)};
-    foreignCodes_ = false;
+    foreignCodes_.clear();
+    seats_ = {};
     Rehash(UsableStep(Granularity()));
     NoteKeyOrder(true);
     SelectKey();
@@ -144,8 +147,8 @@ std::span<const SortColumn> ZVCollectionEx::Columns() noexcept {
         {u"itemstring", offsetof(CollectionRecord, ItemString), VarType::String},
         {u"itemlong", offsetof(CollectionRecord, ItemLong), VarType::Long},
         {u"item", offsetof(CollectionRecord, Item), VarType::Variant},
-        {u"hashindex", offsetof(CollectionRecord, HashIndex), VarType::Long},
-        {u"hashcode", offsetof(CollectionRecord, HashCode), VarType::Long},
+        {u"hashindex", kHashIndexColumn, VarType::Long},
+        {u"hashcode", kHashCodeColumn, VarType::Long},
     }};
     return kColumns;
 }
@@ -156,10 +159,10 @@ Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) c
     const CollectionRecord& record = records_.At(Index);
     switch (Column) {
         case 1:
-            return HashCodeOf(record);
+            return HashCodeOf(records_.NumberAt(Index));
         case 2:
             SeatRecords();
-            return record.HashIndex;
+            return seats_[static_cast<std::size_t>(Index) - 1];
         case 3:
             return record.Item;
         case 4:
@@ -184,18 +187,6 @@ Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const
     return QuietCode(failure);
 }
 
-std::optional<RecordNumber> ZVCollectionEx::FindNumber(const Variant& vKeyIndex) const {
-    const KeyOrPosition named = Classify(vKeyIndex);
-    if (named.Is == KeyOrPosition::Kind::Key) return Holder(*named.Key);
-    if (named.Position < 1 || named.Position > Count()) return std::nullopt;
-    return records_.NumberAt(named.Position);
-}
-
-CollectionRecord* ZVCollectionEx::FindRecord(const Variant& vKeyIndex) {
-    const auto number = FindNumber(vKeyIndex);
-    return number ? &records_.OfNumber(*number) : nullptr;
-}
-
 Text ZVCollectionEx::GeneratedKey() const {
     Text key;
     do {
@@ -204,18 +195,18 @@ Text ZVCollectionEx::GeneratedKey() const {
     return key;
 }
 
-std::int32_t ZVCollectionEx::HashCodeOf(const CollectionRecord& record) noexcept {
-    if (record.HashCode == 0) record.HashCode = HashOf(record.Key);
-    return record.HashCode;
+std::int32_t ZVCollectionEx::HashCodeOf(RecordNumber number) const noexcept {
+    const auto code = std::ranges::lower_bound(foreignCodes_, number, {}, &ForeignCode::Number);
+    const bool noted = code != foreignCodes_.end() && code->Number == number;
+    if (noted && code->HashCode != 0) return code->HashCode;
+    return HashOf(records_.OfNumber(number).Key);
 }
 
 // Same text without regard to case, and same hash code: identical texts have that by themselves.
-std::optional<RecordNumber> ZVCollectionEx::Holder(const Text& key) const {
-    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-        const CollectionRecord& record = records_.OfNumber(number);
-        if (record.Key == key && !foreignCodes_) return true;
-        return EqualTexts(record.Key, key, CompareMode::Text) && HashCodeOf(record) == HashOf(key);
-    });
+bool ZVCollectionEx::HasKey(RecordNumber number, const Text& key) const noexcept {
+    const Text& own = records_.OfNumber(number).Key;
+    if (foreignCodes_.empty() && own == key) return true;
+    return EqualTexts(own, key, CompareMode::Text) && HashCodeOf(number) == HashOf(key);
 }
 
 Text ZVCollectionEx::Key(std::int32_t Index) const {
@@ -227,14 +218,24 @@ Enumerator ZVCollectionEx::NewEnum() const {
     return Enumerator(std::make_shared<const std::vector<Variant>>(begin(), end()));
 }
 
-CollectionRecord ZVCollectionEx::ReadRecord(Object& source, std::int32_t index) {
-    CollectionRecord record;
-    record.HashCode = SourceCell(source, index, 1).ToLong();
-    record.Item = SourceCell(source, index, 3);
-    record.ItemLong = SourceCell(source, index, 4).ToLong();
-    record.ItemString = SourceCell(source, index, 5).ToText();
-    record.Key = SourceCell(source, index, 6).ToText();
-    return record;
+auto ZVCollectionEx::ReadRecord(Object& source, std::int32_t index) -> SourceRecord {
+    SourceRecord read;
+    read.HashCode = SourceCell(source, index, 1).ToLong();
+    read.Record.Item = SourceCell(source, index, 3);
+    read.Record.ItemLong = SourceCell(source, index, 4).ToLong();
+    read.Record.ItemString = SourceCell(source, index, 5).ToText();
+    read.Record.Key = SourceCell(source, index, 6).ToText();
+    return read;
+}
+
+// The code that a source gave a record, or 0: the record has its key's own.
+void ZVCollectionEx::NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept {
+    const auto code = std::ranges::lower_bound(foreignCodes_, number, {}, &ForeignCode::Number);
+    if (code != foreignCodes_.end() && code->Number == number) {
+        code->HashCode = hashCode;
+    } else if (hashCode != 0) {
+        foreignCodes_.insert(code, {number, hashCode});
+    }
 }
 
 // A new capacity, and every live record seated anew in position order.
@@ -257,31 +258,46 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     CollectionRecord doomed = std::move(records_.OfNumber(*number));
     index_.Erase(doomed.Key.FoldedHash(), *number);
     records_.Erase(position);
+    NoteForeignCode(*number, 0);
     seated_ = false;
     settings_.Changed = true;
     if (ReturnItem) return std::move(doomed.Item);
     return position;
 }
 
-// Gives every record the slot that it has in a table of 2 * Capacity() + 1 slots after all that
-// happened to it: first those of the last re-hash in position order, then the later ones in theirs.
+void ZVCollectionEx::RenumberCodes(
+    const std::function<RecordNumber(RecordNumber)>& newNumberOf) noexcept {
+    for (ForeignCode& code : foreignCodes_) code.Number = newNumberOf(code.Number);
+    std::ranges::sort(foreignCodes_, {}, &ForeignCode::Number);
+}
+
+// Finds the slot of every record in a table of 2 * Capacity() + 1 slots after all that happened to
+// it: first those of the last re-hash in position order, then the later ones in theirs.
 void ZVCollectionEx::SeatRecords() const {
     if (seated_) return;
+    const auto count = static_cast<std::size_t>(Count());
     SlotTable table(static_cast<std::uint32_t>(capacity_) * 2 + 1);
-    const auto seat = [&](const CollectionRecord& record) {
-        record.HashIndex = static_cast<std::int32_t>(table.Seat(HashCodeOf(record)));
+    std::vector<std::int32_t> seats(count);
+    struct Later {
+        std::uint64_t addedAt;
+        std::size_t at;
     };
-    std::vector<const CollectionRecord*> later;
-    for (std::int32_t i = 1; i <= Count(); ++i) {
-        const CollectionRecord& record = records_.At(i);
-        if (record.AddedAt < rehashedAt_) {
-            seat(record);
+    std::vector<Later> later;
+    const auto seat = [&](std::size_t at) {
+        const RecordNumber number = records_.NumberAt(static_cast<std::int32_t>(at) + 1);
+        seats[at] = static_cast<std::int32_t>(table.Seat(HashCodeOf(number)));
+    };
+    for (std::size_t at = 0; at < count; ++at) {
+        const std::uint64_t addedAt = records_.At(static_cast<std::int32_t>(at) + 1).AddedAt;
+        if (addedAt < rehashedAt_) {
+            seat(at);
         } else {
-            later.push_back(&record);
+            later.push_back({addedAt, at});
         }
     }
-    std::ranges::sort(later, {}, &CollectionRecord::AddedAt);
-    for (const CollectionRecord* record : later) seat(*record);
+    std::ranges::sort(later, {}, &Later::addedAt);
+    for (const Later& next : later) seat(next.at);
+    seats_ = std::move(seats);
     seated_ = true;
 }
 
@@ -295,14 +311,19 @@ void ZVCollectionEx::SetGranularity(std::int32_t value) {
 }
 
 bool ZVCollectionEx::Sort() {
-    // These two columns exist only once somebody asks for them.
-    if (sortOffset_ == offsetof(CollectionRecord, HashIndex)) SeatRecords();
-    if (sortOffset_ == offsetof(CollectionRecord, HashCode)) {
+    if (sortOffset_ != kHashIndexColumn && sortOffset_ != kHashCodeColumn) {
+        return KeyedRecords::Sort();
+    }
+    std::vector<std::int32_t> column;
+    if (sortOffset_ == kHashIndexColumn) {
+        SeatRecords();
+        column = seats_;
+    } else {
         for (std::int32_t i = 1; i <= Count(); ++i) {
-            static_cast<void>(HashCodeOf(records_.At(i)));
+            column.push_back(HashCodeOf(records_.NumberAt(i)));
         }
     }
-    return KeyedRecords::Sort();
+    return SortByFields([&](std::uint32_t i) { return &column[i]; });
 }
 
 void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept {
@@ -311,7 +332,8 @@ void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept {
     std::swap(left.capacity_, right.capacity_);
     std::swap(left.additions_, right.additions_);
     std::swap(left.rehashedAt_, right.rehashedAt_);
-    std::swap(left.foreignCodes_, right.foreignCodes_);
+    left.foreignCodes_.swap(right.foreignCodes_);
+    left.seats_.swap(right.seats_);
     std::swap(left.seated_, right.seated_);
 }
 

@@ -13,8 +13,10 @@
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/Enumerator.h"
 #include "runtime/AddOptions.h"
@@ -29,8 +31,6 @@ struct CollectionRecord {
     Text ItemString;
     std::uint64_t AddedAt = 0;  // counts additions: who was seated after whom
     std::int32_t ItemLong = 0;
-    mutable std::int32_t HashCode = 0;   // of Key; 0 = not computed yet
-    mutable std::int32_t HashIndex = 0;  // the slot; known after SeatRecords alone
 };
 
 class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
@@ -91,33 +91,67 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
 
   private:
     friend class KeyedRecords<ZVCollectionEx, CollectionRecord>;
+    static constexpr bool kLookUpReorders = false;
     static constexpr const char16_t* kTypeName = u"ZVCollectionEx";
     // Kept: the source of ItemString's errors has a small s here.
     static constexpr std::u16string_view kItemStringMember = u"::Itemstring";
 
-    void Append(CollectionRecord record);
+    // A record as CopyFrom reads it.
+    struct SourceRecord {
+        CollectionRecord Record;
+        std::int32_t HashCode = 0;
+    };
+    // A hash code that came from a source and is not the key's own; 0: no more.
+    struct ForeignCode {
+        RecordNumber Number = 0;
+        std::int32_t HashCode = 0;
+    };
+    // Columns that are in no record; they are made when asked for.
+    static constexpr std::size_t kHashCodeColumn = sizeof(CollectionRecord);
+    static constexpr std::size_t kHashIndexColumn = sizeof(CollectionRecord) + 1;
+
+    void Append(SourceRecord source);
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
-    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) const;
-    [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex);
+    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) const noexcept {
+        const KeyOrPosition named = Classify(vKeyIndex);
+        if (named.Is == KeyOrPosition::Kind::Key) return Holder(*named.Key);
+        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
+        return records_.NumberAt(named.Position);
+    }
+    [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
+        const auto number = FindNumber(vKeyIndex);
+        return number ? &records_.OfNumber(*number) : nullptr;
+    }
     [[nodiscard]] Text GeneratedKey() const;
-    [[nodiscard]] static std::int32_t HashCodeOf(const CollectionRecord& record) noexcept;
-    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
-    [[nodiscard]] static CollectionRecord ReadRecord(Object& source, std::int32_t index);
+    [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
+    // The record that has the key: mostly the one with the very text.
+    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const noexcept {
+        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+            if (records_.OfNumber(number).Key.SharesWith(key) && foreignCodes_.empty()) return true;
+            return HasKey(number, key);
+        });
+    }
+    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
+    void NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept;
+    [[nodiscard]] static SourceRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;
     template <class NewNumberOf>
     void Renumbered(NewNumberOf&& newNumberOf) noexcept {
         index_.Renumber(newNumberOf);
+        RenumberCodes(newNumberOf);
         Rehash(capacity_);
     }
+    void RenumberCodes(const std::function<RecordNumber(RecordNumber)>& newNumberOf) noexcept;
     void SeatRecords() const;
 
     KeyIndex index_;  // every record under the folded hash of its key
     std::int32_t capacity_ = 0;
     std::uint64_t additions_ = 0;
-    std::uint64_t rehashedAt_ = 0;  // records added before are seated in position order
-    bool foreignCodes_ = false;     // a copied HashCode may differ from the key's own
-    mutable bool seated_ = false;   // every HashIndex is known
+    std::uint64_t rehashedAt_ = 0;             // records added before are seated in position order
+    std::vector<ForeignCode> foreignCodes_;    // by number
+    mutable std::vector<std::int32_t> seats_;  // HashIndex by position, while seated_
+    mutable bool seated_ = false;
 };
 
 }  // namespace zorvane

@@ -65,20 +65,9 @@ void CollectionEx::Add(Variant Item, const Text& Key, const CollectionExAdd& Opt
 // Where an unsorted collection puts a new entry.
 std::int32_t CollectionEx::PlaceFor(const CollectionExAdd& options) const {
     if (options.Before && options.After) RaisePlatform(PlatformError::InvalidCall);
-    if (options.Before) return PositionOf(*options.Before);
-    if (options.After) return PositionOf(*options.After) + 1;
+    if (options.Before) return records_.PositionOf(NumberOf(*options.Before));
+    if (options.After) return records_.PositionOf(NumberOf(*options.After)) + 1;
     return Count() + 1;
-}
-
-Variant CollectionEx::Item(const Variant& vKeyIndex) const {
-    if (vKeyIndex.IsText()) {
-        const auto number = FindKey(vKeyIndex.TextUnchecked());
-        if (!number) RaisePlatform(PlatformError::InvalidCall);
-        return records_.OfNumber(*number).Item;
-    }
-    const std::int32_t position = vKeyIndex.ToLong();
-    CheckIndex(position);
-    return records_.At(position).Item;
 }
 
 void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
@@ -104,12 +93,6 @@ void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
 Enumerator CollectionEx::NewEnum() {
     if (!snapshot_) snapshot_ = std::make_shared<const std::vector<Variant>>(begin(), end());
     return Enumerator(snapshot_);
-}
-
-bool CollectionEx::Exists(const Variant& vKeyIndex) const {
-    if (vKeyIndex.IsText()) return FindKey(vKeyIndex.TextUnchecked()).has_value();
-    const double value = vKeyIndex.ToDouble();
-    return value >= 1 && value <= Count();
 }
 
 std::int32_t CollectionEx::Index(const Text& Key) const {
@@ -188,15 +171,8 @@ void CollectionEx::Set(std::u16string_view member, const Variant& value, Argumen
     SetSorted(value.ToBoolean());
 }
 
-void CollectionEx::CheckIndex(std::int32_t position) const {
-    if (position < 1 || position > Count()) RaisePlatform(PlatformError::OutOfRange);
-}
-
-std::optional<RecordNumber> CollectionEx::FindKey(const Text& key) const noexcept {
-    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-        const Text& other = records_.OfNumber(number).Key;
-        return other.SharesWith(key) || EqualLowerCase(other, key);
-    });
+bool CollectionEx::HasKey(RecordNumber number, const Text& key) const noexcept {
+    return EqualLowerCase(records_.OfNumber(number).Key, key);
 }
 
 // Where a lower-cased key belongs among sorted ones.
@@ -204,18 +180,6 @@ std::int32_t CollectionEx::FindSorted(const Text& lowered) const noexcept {
     return records_.PartitionPoint([&](const Record& record) {
         return CompareTexts(record.Key, lowered, CompareMode::Binary) < 0;
     });
-}
-
-// The position of a key (raises 5) or of a position (raises 9).
-std::int32_t CollectionEx::PositionOf(const Variant& vKeyIndex) const {
-    if (vKeyIndex.IsText()) {
-        const auto number = FindKey(vKeyIndex.TextUnchecked());
-        if (!number) RaisePlatform(PlatformError::InvalidCall);
-        return records_.PositionOf(*number);
-    }
-    const std::int32_t position = vKeyIndex.ToLong();
-    CheckIndex(position);
-    return position;
 }
 
 // Plans for another capacity and makes room for it.

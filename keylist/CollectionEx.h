@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "platform/Enumerator.h"
+#include "platform/Error.h"
 #include "platform/Object.h"
 #include "platform/Variant.h"
 #include "runtime/ItemIterator.h"
@@ -71,7 +72,9 @@ class CollectionEx : public Object {
     void Add(Variant Item, const Text& Key, const CollectionExAdd& Options = {});
 
     // Raises 5 for an absent key and 9 for a position outside 1..Count().
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const;
+    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
+        return records_.OfNumber(NumberOf(vKeyIndex)).Item;
+    }
     // As Item; Quiet: nothing happens instead of 5 and 9.
     void Remove(const Variant& vKeyIndex, bool Quiet = false);
 
@@ -81,7 +84,11 @@ class CollectionEx : public Object {
 
     // Whether a key is present; of any other value, whether it lies in 1..Count().
     // Kept: it is compared as it stands, so 2.5 is present in a collection of three.
-    [[nodiscard]] bool Exists(const Variant& vKeyIndex) const;
+    [[nodiscard]] bool Exists(const Variant& vKeyIndex) const {
+        if (vKeyIndex.IsText()) return FindKey(vKeyIndex.TextUnchecked()).has_value();
+        const double value = vKeyIndex.ToDouble();
+        return value >= 1 && value <= Count();
+    }
     // The position of a key, or -1.
     [[nodiscard]] std::int32_t Index(const Text& Key) const;
     // The key at a position, lower-cased. Raises 9 outside 1..Count().
@@ -111,11 +118,30 @@ class CollectionEx : public Object {
     friend void swap(CollectionEx& left, CollectionEx& right) noexcept;
 
   private:
-    void CheckIndex(std::int32_t position) const;
-    [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& key) const noexcept;
+    void CheckIndex(std::int32_t position) const {
+        const auto at = static_cast<std::uint32_t>(position) - 1;
+        if (at >= static_cast<std::uint32_t>(Count())) RaisePlatform(PlatformError::OutOfRange);
+    }
+    // The entry that has a key: mostly the one with the very text.
+    [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& key) const noexcept {
+        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+            return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
+        });
+    }
     [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
+    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
+    // The entry of a key (raises 5) or at a position (raises 9).
+    [[nodiscard]] RecordNumber NumberOf(const Variant& vKeyIndex) const {
+        if (!vKeyIndex.IsText()) {
+            const std::int32_t position = vKeyIndex.ToLong();
+            CheckIndex(position);
+            return records_.NumberAt(position);
+        }
+        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        if (!number) RaisePlatform(PlatformError::InvalidCall);
+        return *number;
+    }
     [[nodiscard]] std::int32_t PlaceFor(const CollectionExAdd& options) const;
-    [[nodiscard]] std::int32_t PositionOf(const Variant& vKeyIndex) const;
     void Rehash(std::int32_t capacity);
     void ReleaseAll() noexcept;
     void SortRecords();

@@ -48,15 +48,15 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     const Search found = Look(Key);
     if (found.Found && Unique()) return Fail(Failure::KeyPresent, Key, Options.ReturnItem);
     std::int32_t position = std::clamp(found.Position, 1, Count() + 1);
-    if (!Sorted()) {
-        const auto place = PlaceBeforeOrAfter(Options, Count(),
-                                              [&](const Text& key) -> std::optional<std::int32_t> {
-                                                  const Search named = Look(key);
-                                                  if (!named.Found) return std::nullopt;
-                                                  return named.Position;
-                                              });
-        if (place && place->Wrong) return Fail(*place->Wrong, Key, Options.ReturnItem);
-        if (place) position = place->Position;
+    if (!Sorted() && Options.NamesPlace()) {
+        const Place place = PlaceBeforeOrAfter(Options, Count(),
+                                               [&](const Text& key) -> std::optional<std::int32_t> {
+                                                   const Search named = Look(key);
+                                                   if (!named.Found) return std::nullopt;
+                                                   return named.Position;
+                                               });
+        if (place.Wrong) return Fail(*place.Wrong, Key, Options.ReturnItem);
+        position = place.Position;
     }
     const bool inOrder = Sorted() && InSearchOrder();
     // A search out of order may have missed the key.
@@ -155,17 +155,9 @@ std::optional<RecordNumber> KeyListEX::FindNumber(const Variant& vKeyIndex) {
     return records_.NumberAt(found.Position);
 }
 
-KeyListRecord* KeyListEX::FindRecord(const Variant& vKeyIndex) {
-    const auto number = FindNumber(vKeyIndex);
-    return number ? &records_.OfNumber(*number) : nullptr;
-}
-
-// Some entry that has the key, whatever the order.
-std::optional<RecordNumber> KeyListEX::Holder(const Text& key) const {
-    return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-        const Text& own = records_.OfNumber(number).Key;
-        return own == key || (Mode() == CompareMode::Text && EqualTexts(own, key, Mode()));
-    });
+bool KeyListEX::HasKey(RecordNumber number, const Text& key) const noexcept {
+    const Text& own = records_.OfNumber(number).Key;
+    return own == key || (Mode() == CompareMode::Text && EqualTexts(own, key, Mode()));
 }
 
 Text KeyListEX::Key(std::int32_t Index) const {
@@ -215,8 +207,9 @@ KeyListRecord KeyListEX::ReadRecord(Object& source, std::int32_t index) {
 
 Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     snapshot_.reset();
-    const Variant kept = KeptIfReordering(vKeyIndex);
-    const Variant& named = kept.IsEmpty() ? vKeyIndex : kept;
+    const bool reorders = ReordersFor(vKeyIndex);
+    const Variant kept = reorders ? vKeyIndex : Variant();
+    const Variant& named = reorders ? kept : vKeyIndex;
     const auto number = FindNumber(named);
     if (!number) {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, named);

@@ -87,6 +87,7 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
 
   private:
     friend class KeyedRecords<KeyListEX, KeyListRecord>;
+    static constexpr bool kLookUpReorders = true;
     static constexpr const char16_t* kTypeName = u"KeyListEX";
     static constexpr std::u16string_view kItemStringMember = u"::ItemString";
 
@@ -94,8 +95,21 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
     [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex);
-    [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex);
-    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const;
+    [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex) {
+        const KeyOrPosition named = Classify(vKeyIndex);
+        if (named.Is == KeyOrPosition::Kind::Position) return AtPosition(named.Position);
+        const bool byHash = named.Is == KeyOrPosition::Kind::Key && !repeats_ &&
+                            (!Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder()));
+        const auto number = byHash ? Holder(*named.Key) : FindNumber(vKeyIndex);
+        return number ? &records_.OfNumber(*number) : nullptr;
+    }
+    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
+    // Some entry that has the key, whatever the order: mostly the one with the very text.
+    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const noexcept {
+        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+            return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
+        });
+    }
     [[nodiscard]] Search Look(Text key);
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
     void Rename(RecordNumber number, Text& key) noexcept;

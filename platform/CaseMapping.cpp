@@ -111,33 +111,71 @@ int CompareMapped(Units left, Units right) noexcept {
     return static_cast<int>(right.Done()) - static_cast<int>(left.Done());
 }
 
-constexpr std::uint64_t Lanes(std::uint16_t value) {
-    return value * 0x0001000100010001u;
+// The standard view compares such units one by one.
+bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
+    return left.empty() ||
+           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
-// `count` units (1 to 4) as the hash sees them, the first in the low bits, zeros behind the last.
-std::uint64_t FoldSlowly(const char16_t* units, std::size_t count) noexcept {
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i < count; ++i) {
+// How many of `count` units two texts begin with alike.
+std::size_t SharedLead(const char16_t* left, const char16_t* right, std::size_t count) noexcept {
+    std::size_t at = 0;
+    for (; at + 4 <= count; at += 4) {
+        std::uint64_t a = 0;
+        std::uint64_t b = 0;
+        std::memcpy(&a, left + at, sizeof a);
+        std::memcpy(&b, right + at, sizeof b);
+        if (a != b) break;
+    }
+    while (at < count && left[at] == right[at]) ++at;
+    return at;
+}
+
+// Eight units side by side; compilers make it a vector where the machine has one.
+using EightUnits [[gnu::vector_size(16)]] = std::uint16_t;
+struct TwoWords {
+    std::uint64_t First;
+    std::uint64_t Second;
+};
+constexpr EightUnits Every(std::uint16_t unit) {
+    return EightUnits{unit, unit, unit, unit, unit, unit, unit, unit};
+}
+// All bits of the units within first..last.
+EightUnits Within(EightUnits units, std::uint16_t first, std::uint16_t last) noexcept {
+    const EightUnits span = Every(static_cast<std::uint16_t>(last - first));
+    return static_cast<EightUnits>(units - Every(first) <= span);
+}
+
+// As the hash sees them, unit by unit.
+EightUnits FoldedOneByOne(EightUnits units) noexcept {
+    for (int i = 0; i < 8; ++i) {
         // A pair's halves are hashed by being halves alone: letters beyond the plane are rare.
-        const char16_t unit = IsSurrogate(units[i]) ? char16_t{0xD800} : kHash(units[i]);
-        word |= static_cast<std::uint64_t>(unit) << (16 * i);
+        units[i] = IsSurrogate(units[i]) ? std::uint16_t{0xD800} : kHash(units[i]);
     }
-    return word;
+    return units;
 }
 
-// The same for `count` units that stand in a word, at once where they are simple: below U+00C0 only
-// ASCII letters and the micro sign change.
-std::uint64_t FoldWord(std::uint64_t word, const char16_t* units, std::size_t count) noexcept {
-    const std::uint64_t micro = word ^ Lanes(0xB5);
-    const std::uint64_t isMicro = (micro - Lanes(1)) & ~micro & Lanes(0x8000);
-    const std::uint64_t above = (word & Lanes(0xFF00)) | (word & (word << 1) & Lanes(0x80));
-    if (std::endian::native != std::endian::little || (above | isMicro) != 0) {
-        return FoldSlowly(units, count);
+// The same at once where all are below U+0100: there the letters change by a bit, but for the micro
+// sign, which is at home elsewhere.
+TwoWords Folded(EightUnits units) noexcept {
+    const auto odd = std::bit_cast<TwoWords>((units & Every(0xFF00)) | Within(units, 0xB5, 0xB5));
+    if ((odd.First | odd.Second) != 0) return std::bit_cast<TwoWords>(FoldedOneByOne(units));
+    constexpr std::uint16_t kTimes = 0xD7;  // stands among the capitals and is none
+    const EightUnits capital =
+        Within(units, 'A', 'Z') | Within(units, 0xC0, kTimes - 1) | Within(units, kTimes + 1, 0xDE);
+    return std::bit_cast<TwoWords>(units | (capital & Every(0x20)));
+}
+
+// The first and the last four units of 4 to 8, or all of fewer.
+EightUnits FewUnits(const char16_t* units, std::size_t count) noexcept {
+    EightUnits few{};
+    if (count < 4) {
+        for (std::size_t i = 0; i < count; ++i) few[i] = units[i];
+        return few;
     }
-    const std::uint64_t capital =
-        (word + Lanes(0x80 - 'A')) & ~(word + Lanes(0x80 - 'Z' - 1)) & Lanes(0x80);
-    return word | (capital >> 2);
+    std::memcpy(&few, units, 8);
+    std::memcpy(reinterpret_cast<std::byte*>(&few) + 8, units + count - 4, 8);
+    return few;
 }
 
 }  // namespace
@@ -166,45 +204,51 @@ int CompareTexts(std::u16string_view left, std::u16string_view right, CompareMod
     if (mode == CompareMode::Text) {
         return CompareMapped(FoldedUnits(left, kFold), FoldedUnits(right, kFold));
     }
-    const int order = left.compare(right);
-    return (order > 0) - (order < 0);
+    const std::size_t shorter = std::min(left.size(), right.size());
+    const std::size_t at = SharedLead(left.data(), right.data(), shorter);
+    if (at < shorter) return left[at] < right[at] ? -1 : 1;
+    return (left.size() > right.size()) - (left.size() < right.size());
 }
 
 bool EqualTexts(std::u16string_view left, std::u16string_view right, CompareMode mode) noexcept {
     if (left.size() != right.size()) return false;  // neither mode changes a length
-    if (left.empty() ||
-        std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
-        return true;
-    }
+    if (SameUnits(left, right)) return true;
     return mode == CompareMode::Text && CompareTexts(left, right, mode) == 0;
 }
 
 bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcept {
     if (left.size() != right.size()) return false;
-    return left == right ||
+    return SameUnits(left, right) ||
            CompareMapped(LoweredUnits(left, kLower), LoweredUnits(right, kLower)) == 0;
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
-    // Four units a step, mixed by a multiplication whose high bits are folded back.
+    // Eight units a step into two hashes, each mixed by a multiplication whose high bits are folded
+    // back. The last step takes the last eight, whatever the step before took of them.
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
-    std::uint64_t hash = kMix ^ units.size();
-    const auto take = [&](std::uint64_t word) {
+    const auto mixed = [](std::uint64_t hash, std::uint64_t word) {
         hash = (hash ^ word) * kMix;
-        hash ^= hash >> 29;
+        return hash ^ (hash >> 29);
     };
-    const char16_t* at = units.data();
-    std::size_t left = units.size();
-    for (; left >= 4; at += 4, left -= 4) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, at, sizeof word);
-        take(FoldWord(word, at, 4));
+    std::uint64_t first = kMix ^ units.size();
+    std::uint64_t second = ~kMix;
+    const auto take = [&](EightUnits eight) {
+        const TwoWords folded = Folded(eight);
+        first = mixed(first, folded.First);
+        second = mixed(second, folded.Second);
+    };
+    const auto eightAt = [&](std::size_t at) {
+        EightUnits eight;
+        std::memcpy(&eight, units.data() + at, sizeof eight);
+        return eight;
+    };
+    if (units.size() < 8) {
+        take(FewUnits(units.data(), units.size()));
+    } else {
+        for (std::size_t at = 0; at + 8 < units.size(); at += 8) take(eightAt(at));
+        take(eightAt(units.size() - 8));
     }
-    if (left != 0) {
-        std::uint64_t word = 0;
-        for (std::size_t i = 0; i < left; ++i) word |= std::uint64_t{at[i]} << (16 * i);
-        take(FoldWord(word, at, left));
-    }
+    const std::uint64_t hash = mixed(first, second);
     const auto folded = static_cast<std::uint32_t>((hash * 0xD6E8FEB86659FD93u) >> 32);
     return folded != 0 ? folded : 1;
 }

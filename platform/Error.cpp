@@ -35,4 +35,8 @@ Error::Error(std::int32_t number, Text source, Text description)
       Description(description.Empty() ? Text(DefaultDescription(number)) : std::move(description)),
       what_(Description.ToUtf8()) {}
 
+void RaisePlatform(PlatformError number) {
+    throw Error(number);
+}
+
 }  // namespace zorvane

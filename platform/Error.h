@@ -40,9 +40,7 @@ class Error : public std::exception {
     std::string what_;  // the description in UTF-8
 };
 
-[[noreturn]] inline void RaisePlatform(PlatformError number) {
-    throw Error(number);
-}
+[[noreturn]] void RaisePlatform(PlatformError number);
 
 // Resume-next: runs one statement; an Error ends that statement alone. Anything else passes
 // through. Gives whether the statement ran to its end.

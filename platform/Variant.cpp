@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <ostream>
 
 #include "platform/CaseMapping.h"
@@ -27,6 +28,13 @@ double DecimalValue(const Decimal& value) {
         std::ldexp(static_cast<double>(value.High), 64) + static_cast<double>(value.Low);
     const double scaled = whole / std::pow(10.0, value.Scale);
     return value.Negative ? -scaled : scaled;
+}
+
+// The counted value whose bytes a payload begins with.
+template <class T>
+T& Counted(std::int64_t& payload) noexcept {
+    static_assert(sizeof(T) <= sizeof payload && alignof(T) <= alignof(std::int64_t));
+    return *std::launder(reinterpret_cast<T*>(&payload));
 }
 
 }  // namespace
@@ -84,24 +92,24 @@ Variant Variant::FromScalarBits(VarType type, std::uint64_t bits) noexcept {
     return {type, static_cast<std::int64_t>(bits)};
 }
 
-void Variant::Share(const Variant& other) noexcept {
-    type_ = other.type_;
-    if (type_ == VarType::String) {
-        std::construct_at(&text_, other.text_);
-    } else if (type_ == VarType::Object) {
-        std::construct_at(&object_, other.object_);
+void Variant::Retain(VarType type, std::int64_t payload) noexcept {
+    // A reference that nobody lets go again.
+    if (type == VarType::String) {
+        static_cast<void>(new (&payload) Text(Counted<Text>(payload)));
+    } else if (type == VarType::Object) {
+        static_cast<void>(new (&payload) Ref<Object>(Counted<Ref<Object>>(payload)));
     } else {
-        std::construct_at(&array_, other.array_);
+        static_cast<void>(new (&payload) Array(Counted<Array>(payload)));
     }
 }
 
-void Variant::Release() noexcept {
-    if (type_ == VarType::String) {
-        std::destroy_at(&text_);
-    } else if (type_ == VarType::Object) {
-        std::destroy_at(&object_);
+void Variant::Release(VarType type, std::int64_t payload) noexcept {
+    if (type == VarType::String) {
+        std::destroy_at(&Counted<Text>(payload));
+    } else if (type == VarType::Object) {
+        std::destroy_at(&Counted<Ref<Object>>(payload));
     } else {
-        std::destroy_at(&array_);
+        std::destroy_at(&Counted<Array>(payload));
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -33,19 +34,12 @@ struct Decimal {
 class Variant {
   public:
     Variant() noexcept : Variant(VarType::Empty, std::int64_t{0}) {}
-    Variant(bool value) noexcept : Variant(VarType::Boolean, std::int64_t{0}) {
-        integer_ = value ? std::int16_t{-1} : std::int16_t{0};
-    }
-    Variant(std::uint8_t value) noexcept : Variant(VarType::Byte, std::int64_t{0}) {
-        byte_ = value;
-    }
-    Variant(std::int16_t value) noexcept : Variant(VarType::Integer, std::int64_t{0}) {
-        integer_ = value;
-    }
-    Variant(std::int32_t value) noexcept : Variant(VarType::Long, std::int64_t{0}) {
-        long_ = value;
-    }
-    Variant(float value) noexcept : Variant(VarType::Single, std::int64_t{0}) { single_ = value; }
+    Variant(bool value) noexcept
+        : Variant(VarType::Boolean, PayloadOf<std::int16_t>(value ? -1 : 0)) {}
+    Variant(std::uint8_t value) noexcept : Variant(VarType::Byte, PayloadOf(value)) {}
+    Variant(std::int16_t value) noexcept : Variant(VarType::Integer, PayloadOf(value)) {}
+    Variant(std::int32_t value) noexcept : Variant(VarType::Long, PayloadOf(value)) {}
+    Variant(float value) noexcept : Variant(VarType::Single, PayloadOf(value)) {}
     Variant(double value) noexcept : type_(VarType::Double), double_(value) {}
     Variant(Text value) noexcept : type_(VarType::String), text_(std::move(value)) {}
     Variant(std::u16string_view units) : Variant(Text(units)) {}
@@ -70,14 +64,12 @@ class Variant {
     static Variant FromError(std::int32_t status) noexcept;
     static Variant Null() noexcept { return {VarType::Null, std::int64_t{0}}; }
 
-    Variant(const Variant& other) noexcept : Variant() {
-        if (other.Owns()) {
-            Share(other);
-        } else {
-            Relocate(this, &other, 1);  // nothing counted: the bytes are the value
-        }
+    // A value that counts nothing is its two words; they stay in registers, as nothing here takes
+    // an address.
+    Variant(const Variant& other) noexcept : Variant(other.Words()) {
+        if (Owns()) Retain(type_, bits_);
     }
-    Variant(Variant&& other) noexcept : Variant() { swap(*this, other); }
+    Variant(Variant&& other) noexcept : Variant(other.Words()) { other.Assume({}); }
     Variant& operator=(const Variant& other) noexcept {
         Variant copy(other);
         swap(*this, copy);
@@ -89,7 +81,7 @@ class Variant {
         return *this;
     }
     ~Variant() {
-        if (Owns()) Release();
+        if (Owns()) Release(type_, bits_);
     }
 
     [[nodiscard]] VarType Type() const noexcept { return type_; }
@@ -139,11 +131,9 @@ class Variant {
     // Same type and same value; objects by identity, floats bit by bit.
     friend bool operator==(const Variant& left, const Variant& right);
     friend void swap(Variant& left, Variant& right) noexcept {
-        alignas(Variant) std::byte kept[sizeof(Variant)];
-        auto* const passing = reinterpret_cast<Variant*>(kept);
-        Relocate(passing, &left, 1);
-        Relocate(&left, &right, 1);
-        Relocate(&right, passing, 1);
+        const Raw kept = left.Words();
+        left.Assume(right.Words());
+        right.Assume(kept);
     }
     friend std::ostream& operator<<(std::ostream& out, const Variant& value);
 
@@ -151,11 +141,39 @@ class Variant {
     Variant(VarType type, std::int64_t bits) noexcept : type_(type), bits_(bits) {}
 
     [[nodiscard]] std::int32_t ConvertedToLong() const;
-    void Share(const Variant& other) noexcept;  // this is Empty, the other counted
     [[nodiscard]] bool Owns() const noexcept {
         return type_ == VarType::String || type_ == VarType::Object || IsArrayType(type_);
     }
-    void Release() noexcept;
+    // One reference more, or less, to what the payload of a counted type names.
+    static void Release(VarType type, std::int64_t payload) noexcept;
+    static void Retain(VarType type, std::int64_t payload) noexcept;
+
+    // The value's bytes.
+    struct Raw {
+        std::uint64_t Head = 0;
+        std::uint64_t Payload = 0;
+    };
+    explicit Variant(const Raw& raw) noexcept : type_(VarType::Empty), bits_(0) { Assume(raw); }
+    void Assume(const Raw& raw) noexcept {
+        auto* const bytes = reinterpret_cast<std::byte*>(this);
+        std::memcpy(bytes, &raw.Head, sizeof raw.Head);
+        std::memcpy(bytes + sizeof raw.Head, &raw.Payload, sizeof raw.Payload);
+    }
+    // A scalar's payload: its bytes first, zeros behind.
+    template <class Scalar>
+    static std::int64_t PayloadOf(Scalar value) noexcept {
+        std::int64_t payload = 0;
+        std::memcpy(&payload, &value, sizeof value);
+        return payload;
+    }
+    // Word by word: a value is often read just after its words were written one by one.
+    [[nodiscard]] Raw Words() const noexcept {
+        const auto* const bytes = reinterpret_cast<const std::byte*>(this);
+        Raw raw;
+        std::memcpy(&raw.Head, bytes, sizeof raw.Head);
+        std::memcpy(&raw.Payload, bytes + sizeof raw.Head, sizeof raw.Payload);
+        return raw;
+    }
 
     VarType type_;
     std::uint8_t scale_ = 0;  // Decimal only, as are the next two

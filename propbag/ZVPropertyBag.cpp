@@ -56,13 +56,14 @@ Variant ZVPropertyBag::Add(Variant Item, Text Key, const AddOptions& Options) {
             return fail(Failure::KeyPresent, u"::Key", kKeyLabel, Key);
         }
         position = found.Position;
-    } else if (const auto place = PlaceBeforeOrAfter(
-                   Options, Count(), [](const Text&) { return std::optional<std::int32_t>(); })) {
+    } else if (Options.NamesPlace()) {
+        const Place place = PlaceBeforeOrAfter(
+            Options, Count(), [](const Text&) { return std::optional<std::int32_t>(); });
         // A neighbour that is not there fails as looking it up would; an unsorted bag finds no
         // name.
         const Variant& neighbour = Options.Before ? *Options.Before : *Options.After;
-        if (place->Wrong) return fail(Failure::NoItem, u"::Item", kKeyIndexLabel, neighbour);
-        position = place->Position;
+        if (place.Wrong) return fail(Failure::NoItem, u"::Item", kKeyIndexLabel, neighbour);
+        position = place.Position;
     }
     return Insert(position, {std::move(Item), std::move(Key), {}});
 }

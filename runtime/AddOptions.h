@@ -14,6 +14,8 @@ struct AddOptions {
     std::optional<Variant> After = {};   // ... or behind this one; Before takes precedence
     std::int32_t Position = 0;           // ... or here, where the class uses it; 0 = not given
     bool ReturnItem = false;             // give back the item and raise failures, instead of codes
+
+    [[nodiscard]] bool NamesPlace() const noexcept { return Before || After; }
 };
 
 // A position 1..count+1, or what is wrong with the Before or After that was given.
@@ -22,12 +24,10 @@ struct Place {
     std::optional<Failure> Wrong;
 };
 
-// Where Before or After lead in a list of `count` entries; nothing when neither is given.
+// Where Before or After, one of which is given, lead in a list of `count` entries.
 // `find(const Text& key)` gives an std::optional position.
 template <class Find>
-[[nodiscard]] std::optional<Place> PlaceBeforeOrAfter(const AddOptions& options, std::int32_t count,
-                                                      Find&& find) {
-    if (!options.Before && !options.After) return std::nullopt;
+[[nodiscard]] Place PlaceBeforeOrAfter(const AddOptions& options, std::int32_t count, Find&& find) {
     const KeyOrPosition named = Classify(options.Before ? *options.Before : *options.After);
     std::int64_t position = named.Position;  // wide: After may be the greatest position there is
     if (named.Is == KeyOrPosition::Kind::Neither) return Place{0, Failure::BadPosition};

@@ -37,8 +37,7 @@ class KeyIndex {
     }
     // Room for `count` entries in all; may throw, then nothing changed.
     void Reserve(std::uint32_t count) {
-        const std::uint32_t wanted = std::bit_ceil(std::max(kLeast, count * 2));
-        if (wanted > slots_.size()) Resize(wanted);
+        if (count * 2 > slots_.size()) Resize(std::bit_ceil(std::max(kLeast, count * 2)));
     }
     // Needs room that Reserve has made.
     void Insert(std::uint32_t hash, RecordNumber number) noexcept {
@@ -84,10 +83,8 @@ class KeyIndex {
     };
     static constexpr std::uint32_t kLeast = 16;
 
-    // The hash is well mixed in its high bits; multiplying spreads what shares them.
-    [[nodiscard]] std::uint32_t Home(std::uint32_t hash) const noexcept {
-        return (hash * 0x9E3779B1u) >> shift_;
-    }
+    // The hash is well mixed in its high bits.
+    [[nodiscard]] std::uint32_t Home(std::uint32_t hash) const noexcept { return hash >> shift_; }
     [[nodiscard]] std::uint32_t Next(std::uint32_t at) const noexcept { return (at + 1) & mask_; }
     void Resize(std::uint32_t size) {
         std::vector<Slot> slots(size);

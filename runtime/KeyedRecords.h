@@ -8,11 +8,13 @@
 //   ReadRecord(source, i), Append(record)   for CopyFrom
 //   FindRecord(v)       the record that a key or position names, or null; may re-sort
 //   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
+//   kLookUpReorders     whether FindRecord may sort by key first
 //   kTypeName, kItemStringMember
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <tuple>
@@ -82,16 +84,18 @@ class KeyedRecords : public Object {
     // integer). Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no such entry, and
     // for an argument of any other type. A look-up by key may re-sort by key: positions known
     // before it are then stale.
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) { return Find(vKeyIndex, u"::Item").Item; }
+    [[nodiscard]] Variant Item(const Variant& vKeyIndex) {
+        return Find(vKeyIndex, kItemMember).Item;
+    }
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
-        swap(Find(vKeyIndex, u"::Item").Item, value);
+        swap(Find(vKeyIndex, kItemMember).Item, value);
     }
     [[nodiscard]] std::int32_t ItemLong(const Variant& vKeyIndex) {
-        return Find(vKeyIndex, u"::ItemLong").ItemLong;
+        return Find(vKeyIndex, kItemLongMember).ItemLong;
     }
     void SetItemLong(const Variant& vKeyIndex, std::int32_t value) {
-        Find(vKeyIndex, u"::ItemLong").ItemLong = value;
+        Find(vKeyIndex, kItemLongMember).ItemLong = value;
     }
     [[nodiscard]] Text ItemString(const Variant& vKeyIndex) {
         return Find(vKeyIndex, Derived::kItemStringMember).ItemString;
@@ -171,24 +175,19 @@ class KeyedRecords : public Object {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
     [[nodiscard]] Record& Find(const Variant& vKeyIndex, std::u16string_view member) {
-        if (Record* record = AtPosition(vKeyIndex)) return *record;
-        const Variant kept = KeptIfReordering(vKeyIndex);
-        const Variant& named = kept.IsEmpty() ? vKeyIndex : kept;
-        if (Record* record = Self().FindRecord(named)) return *record;
-        RaiseError(Failure::NoItem, member, kKeyIndexLabel, named);
+        if (ReordersFor(vKeyIndex)) return FindKept(vKeyIndex, member);
+        if (Record* record = Self().FindRecord(vKeyIndex)) return *record;
+        RaiseError(Failure::NoItem, member, kKeyIndexLabel, vKeyIndex);
     }
-    // The record at a position given as a Long, the most frequent argument; null for any other.
-    [[nodiscard]] Record* AtPosition(const Variant& vKeyIndex) noexcept {
-        if (vKeyIndex.Type() != VarType::Long) return nullptr;
-        const std::int32_t position = vKeyIndex.LongUnchecked();
+    // The record at a position; null outside 1..Count().
+    [[nodiscard]] Record* AtPosition(std::int32_t position) noexcept {
         const bool inside =
             static_cast<std::uint32_t>(position) - 1 < static_cast<std::uint32_t>(Count());
         return inside ? &records_.At(position) : nullptr;
     }
-    // A copy of an argument that a re-sort may pull away (it may live in a record); Empty when no
-    // re-sort is due.
-    [[nodiscard]] Variant KeptIfReordering(const Variant& vKeyIndex) const noexcept {
-        return sortComparer_ == keyComparer_ ? Variant() : vKeyIndex;
+    // Whether looking this up sorts first, which may pull an argument away that lives in a record.
+    [[nodiscard]] bool ReordersFor(const Variant& vKeyIndex) const noexcept {
+        return Derived::kLookUpReorders && sortComparer_ != keyComparer_ && vKeyIndex.IsText();
     }
     // True when a key search would find the records in the order that it assumes.
     [[nodiscard]] bool InSearchOrder() const noexcept {
@@ -237,6 +236,8 @@ class KeyedRecords : public Object {
         }
     }
     [[nodiscard]] Search SearchSorted(const Text& key, bool firstOfEquals) const;
+    // Sort, with fieldAt(i) as the address of the selected column in the record at position i + 1.
+    bool SortByFields(const std::function<const void*(std::uint32_t)>& fieldAt);
     void SelectKey() noexcept {
         sortOffset_ = offsetof(Record, Key);
         sortComparer_ = keyComparer_ = modZorvane::CompareString;
@@ -249,6 +250,14 @@ class KeyedRecords : public Object {
     modZorvane::Comparer keyComparer_ = nullptr;   // as recorded when "key" was last selected
 
   private:
+    // Constants, since a compiler would measure such literals at each call.
+    static constexpr std::u16string_view kItemMember = u"::Item";
+    static constexpr std::u16string_view kItemLongMember = u"::ItemLong";
+
+    [[nodiscard]] Record& FindKept(const Variant kept, std::u16string_view member) {
+        if (Record* record = Self().FindRecord(kept)) return *record;
+        RaiseError(Failure::NoItem, member, kKeyIndexLabel, kept);
+    }
     template <class Field>
     bool Fetch(const Variant& vKeyIndex, Field Record::*field, Field& value) {
         const Record* record = Self().FindRecord(vKeyIndex);
@@ -332,14 +341,19 @@ std::span<const LateMember<Derived>> KeyedRecords<Derived, Record>::Members() no
 
 template <class Derived, class Record>
 bool KeyedRecords<Derived, Record>::Sort() {
+    return SortByFields([&](std::uint32_t i) -> const void* {
+        const auto* record = &records_.At(static_cast<std::int32_t>(i) + 1);
+        return reinterpret_cast<const std::byte*>(record) + sortOffset_;
+    });
+}
+
+template <class Derived, class Record>
+bool KeyedRecords<Derived, Record>::SortByFields(
+    const std::function<const void*(std::uint32_t)>& fieldAt) {
     if (Count() < 1 || !sortComparer_) return false;
-    const auto order = modZorvane::SortedOrder(
-        static_cast<std::size_t>(Count()),
-        [&](std::uint32_t i) -> const void* {
-            const auto* record = &records_.At(static_cast<std::int32_t>(i) + 1);
-            return reinterpret_cast<const std::byte*>(record) + sortOffset_;
-        },
-        sortComparer_, settings_.Compare, settings_.Descending);
+    const auto order =
+        modZorvane::SortedOrder(static_cast<std::size_t>(Count()), fieldAt, sortComparer_,
+                                settings_.Compare, settings_.Descending);
     records_.Reorder(order, [&](auto&& newNumberOf) { Self().Renumbered(newNumberOf); });
     NoteKeyOrder(sortOffset_ == offsetof(Record, Key));
     return true;

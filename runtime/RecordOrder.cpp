@@ -19,7 +19,7 @@ std::uint32_t CountBelow(const std::uint64_t* values, std::uint32_t count,
     const std::uint64_t* base = values;
     while (count > 1) {
         const std::uint32_t half = count / 2;
-        base += base[half - 1] < limit ? half : 0;
+        base += half & (0u - static_cast<std::uint32_t>(base[half - 1] < limit));
         count -= half;
     }
     return static_cast<std::uint32_t>(base - values) + (*base < limit ? 1 : 0);
@@ -89,32 +89,32 @@ std::uint32_t RecordOrder::StartOf(std::uint32_t block) const noexcept {
     return start;
 }
 
-// The block that holds a position, which becomes the position within it. The end belongs to the
-// last.
-std::uint32_t RecordOrder::FindBlock(std::uint32_t& position) const noexcept {
+// The block that holds a position; the end belongs to the last. The cursor stands there then.
+std::uint32_t RecordOrder::FindBlock(std::uint32_t position) const noexcept {
+    if (cursor_.count != 0 && position - cursor_.from < cursor_.count) return cursor_.block;
     const auto size = static_cast<std::uint32_t>(blocks_.size());
     std::uint32_t block = 0;
+    std::uint32_t from = 0;
     for (std::uint32_t step = std::bit_floor(size); step != 0; step /= 2) {
         const std::uint32_t next = block + step;
-        if (next <= size && sums_[next] <= position) {
+        if (next <= size && from + sums_[next] <= position) {
             block = next;
-            position -= sums_[next];
+            from += sums_[next];
         }
     }
-    if (block == size) {
-        --block;
-        position += blocks_[block]->count;
-    }
+    if (block == size) from -= blocks_[--block]->count;
+    MoveCursor(block, from);
     return block;
 }
 
+void RecordOrder::MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept {
+    const Block& there = *blocks_[block];
+    cursor_ = {from, there.count, there.Numbers(), block};
+}
+
 RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
-    std::uint32_t within = position;
-    const Block& block = *blocks_[FindBlock(within)];
-    cursorFrom_ = position - within;
-    cursorCount_ = block.count;
-    cursorNumbers_ = block.Numbers();
-    return block.Numbers()[within];
+    static_cast<void>(FindBlock(position));
+    return cursor_.numbers[position - cursor_.from];
 }
 
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
@@ -129,32 +129,33 @@ std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
         if (differing != kStride) break;
     }
     while (numbers[from] != number) ++from;
-    return StartOf(block.ordinal) + from;
+    if (cursor_.count == 0 || cursor_.block != block.ordinal) {
+        MoveCursor(block.ordinal, StartOf(block.ordinal));
+    }
+    return cursor_.from + from;
 }
 
 // The positions from..to whose prefix is the given one; both the place for it when there is none.
 std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
     std::uint64_t prefix) const noexcept {
     const auto size = static_cast<std::uint32_t>(blocks_.size());
-    // The first position whose prefix is not below the limit, given how many blocks begin below it.
-    const auto firstFrom = [&](std::uint64_t limit, std::uint32_t begunBelow) {
-        if (begunBelow == 0) return 0u;
-        const Block& block = *blocks_[begunBelow - 1];
-        return StartOf(begunBelow - 1) + CountBelow(block.Prefixes(), block.count, limit);
+    // The first position whose prefix is not below the limit, and the cursor into its block.
+    const auto firstFrom = [&](std::uint64_t limit) {
+        const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, limit);
+        const std::uint32_t at = begun == 0 ? 0 : begun - 1;
+        const Block& block = *blocks_[at];
+        MoveCursor(at, StartOf(at));
+        return cursor_.from + (begun == 0 ? 0 : CountBelow(block.Prefixes(), block.count, limit));
     };
-    const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, prefix);
-    const std::uint32_t first = firstFrom(prefix, begun);
-    if (prefix == UINT64_MAX) return {first, count_};
-    const std::uint32_t begunPast = CountBelow(firstPrefixes_.data(), size, prefix + 1);
-    if (begunPast == begun && begun != 0) {
-        // The usual case: all within one block, and most often none.
-        const Block& block = *blocks_[begun - 1];
-        const std::uint32_t start = StartOf(begun - 1);
-        std::uint32_t past = first - start;
-        while (past < block.count && block.Prefixes()[past] == prefix) ++past;
-        return {first, start + past};
-    }
-    return {first, firstFrom(prefix + 1, begunPast)};
+    const std::uint32_t first = firstFrom(prefix);
+    const Block& block = *blocks_[cursor_.block];
+    std::uint32_t past = first - cursor_.from;
+    while (past < block.count && block.Prefixes()[past] == prefix) ++past;
+    // Most often that is all; else the equal ones go on in the blocks behind.
+    const bool goesOn = past == block.count && cursor_.block + 1 < size &&
+                        firstPrefixes_[cursor_.block + 1] == prefix;
+    if (!goesOn) return {first, cursor_.from + past};
+    return {first, prefix == UINT64_MAX ? count_ : firstFrom(prefix + 1)};
 }
 
 // Makes room in a full block: its rear half, or at the very end only a little, goes into a new one.
@@ -180,6 +181,7 @@ void RecordOrder::Split(std::uint32_t at) {
     blocks_.insert(blocks_.begin() + at + 1, std::move(fresh));
     RebuildSums();
     NoteOwner(*blocks_[at + 1]);
+    ForgetCursor();
 }
 
 void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix) {
@@ -189,14 +191,18 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
         owners_.swap(owners);
         for (const auto& block : blocks_) NoteOwner(*block);
     }
-    std::uint32_t within = position;
-    std::uint32_t at = FindBlock(within);
-    if (blocks_[at]->count == kBlock) {
-        Split(at);
-        within = position;
-        at = FindBlock(within);
+    // What is to stand right behind the cursor's numbers may as well join them.
+    if (cursor_.count == 0 || position - cursor_.from > cursor_.count) {
+        static_cast<void>(FindBlock(position));
     }
+    if (cursor_.count == kBlock) {
+        Split(cursor_.block);
+        static_cast<void>(FindBlock(position));
+    }
+    const std::uint32_t at = cursor_.block;
+    const std::uint32_t from = cursor_.from;
     Block& block = *blocks_[at];
+    const std::uint32_t within = position - from;
     OpenGap(block, within);
     block.Numbers()[within] = number;
     if (HasPrefixes()) {
@@ -206,25 +212,26 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
     owners_[number & (owners_.size() - 1)] = &block;
     AddToSums(at, 1);
     ++count_;
-    ForgetCursor();
+    MoveCursor(at, from);
 }
 
 void RecordOrder::Erase(std::uint32_t position) noexcept {
-    std::uint32_t within = position;
-    const std::uint32_t at = FindBlock(within);
+    const std::uint32_t at = FindBlock(position);
+    const std::uint32_t from = cursor_.from;
     Block& block = *blocks_[at];
-    CloseGap(block, within);
+    CloseGap(block, position - from);
     --count_;
     if (block.count != 0 || blocks_.size() == 1) {
         if (HasPrefixes()) firstPrefixes_[at] = block.count != 0 ? block.Prefixes()[0] : 0;
         AddToSums(at, 0u - 1u);
+        MoveCursor(at, from);
     } else {
         if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
         blocks_.erase(blocks_.begin() + at);
         sums_.pop_back();
         RebuildSums();
+        ForgetCursor();
     }
-    ForgetCursor();
 }
 
 // Makes room at `within` in a block that is not full: the shorter side moves, if it has room.

@@ -27,8 +27,8 @@ class RecordOrder {
     // asked.
     [[nodiscard]] RecordNumber At(std::uint32_t position) const noexcept {
         if (isRun_) return first_ + position;
-        const std::uint32_t within = position - cursorFrom_;
-        return within < cursorCount_ ? cursorNumbers_[within] : Seek(position);
+        const std::uint32_t within = position - cursor_.from;
+        return within < cursor_.count ? cursor_.numbers[within] : Seek(position);
     }
     [[nodiscard]] std::uint32_t Count() const noexcept { return count_; }
     // The position of a number that stands here. Run O(1); blocks O(kBlock) on 4-byte numbers.
@@ -112,8 +112,9 @@ class RecordOrder {
     void CloseGap(Block& block, std::uint32_t within) const noexcept;
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
         std::uint64_t prefix) const noexcept;
-    [[nodiscard]] std::uint32_t FindBlock(std::uint32_t& position) const noexcept;
-    void ForgetCursor() const noexcept { cursorCount_ = 0; }
+    [[nodiscard]] std::uint32_t FindBlock(std::uint32_t position) const noexcept;
+    void ForgetCursor() const noexcept { cursor_.count = 0; }
+    void MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept;
     void NoteOwner(const Block& block) noexcept;
     void OpenGap(Block& block, std::uint32_t within) const noexcept;
     template <class Before>
@@ -146,10 +147,15 @@ class RecordOrder {
     // (which begins at first_).
     std::vector<Block*> owners_;
 
-    // The block that answered last: runs of neighbouring positions cost O(1) each.
-    mutable std::uint32_t cursorFrom_ = 0;
-    mutable std::uint32_t cursorCount_ = 0;
-    mutable const RecordNumber* cursorNumbers_ = nullptr;
+    // The block that was looked at or changed last: what is done next is mostly done there, and
+    // costs no search of the sums. No numbers: no block.
+    struct Cursor {
+        std::uint32_t from = 0;  // position of its first number
+        std::uint32_t count = 0;
+        const RecordNumber* numbers = nullptr;
+        std::uint32_t block = 0;
+    };
+    mutable Cursor cursor_;
 };
 
 }  // namespace zorvane

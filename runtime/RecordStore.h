@@ -2,9 +2,9 @@
 // RecordStore: records in an order, each with a number that stays its own while it lives.
 //
 // Records never move one by one: inserting or removing shifts 4-byte numbers (RecordOrder), and
-// growth or a sort moves all records once, as raw bytes. Every unused record is zero. A Record must
-// be relocatable (platform/Relocate.h) with all-zero bytes as its empty state. Positions count
-// from 1.
+// growth or a sort moves all records once, as raw bytes. Memory is touched as records need it. A
+// Record must be relocatable (platform/Relocate.h) with all-zero bytes as its empty state.
+// Positions count from 1.
 
 #include <algorithm>
 #include <bit>
@@ -114,9 +114,7 @@ class RecordStore {
     static constexpr std::uint32_t kLeast = 16;
 
     static Record* Allocate(std::size_t places) {
-        auto* records = static_cast<Record*>(::operator new(places * sizeof(Record)));
-        ZeroFill(records, places);
-        return records;
+        return static_cast<Record*>(::operator new(places * sizeof(Record)));
     }
     static void Free(Record* records) noexcept { ::operator delete(static_cast<void*>(records)); }
     [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
@@ -143,7 +141,9 @@ RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t pr
         if (count == Places()) Grow(count + 1, order_.First(), count);
         const bool inFront = at == 0 && count != 0;
         order_.ResizeRun(inFront ? order_.First() - 1 : order_.First(), count + 1);
-        return order_.At(at);
+        const RecordNumber number = order_.At(at);
+        ZeroFill(&OfNumber(number), 1);
+        return number;
     }
     if (order_.IsRun()) LeaveRun();
     const RecordNumber number = NextNumber();
@@ -153,6 +153,7 @@ RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t pr
     } else {
         vacant_.pop_back();
     }
+    ZeroFill(&OfNumber(number), 1);
     return number;
 }
 
@@ -187,12 +188,11 @@ template <class Record>
 void RecordStore<Record>::Erase(std::int32_t position) noexcept {
     const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
     const std::uint32_t count = order_.Count();
-    const RecordNumber number = order_.At(at);
-    ZeroFill(&OfNumber(number), 1);
     if (order_.IsRun()) {
         order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
         return;
     }
+    const RecordNumber number = order_.At(at);
     order_.Erase(at);
     vacant_.push_back(number);
     if (count == 1) order_.SetRun(0, 0);
