@@ -26,7 +26,7 @@ struct Order {
         {"txtCountry", u"Co&untry:", u"Country", u"Country"},
         {"txtPhone", u"&Telephone:", u"Telephone", u"With the country code",
          OrderField::Kind::Phone},
-        {"txtEmail", u"&E-mail:", u"E-mail", u"name@company.com", OrderField::Kind::Mail},
+        {"txtEmail", u"&E-mail:", u"E-mail", u"name@example.com", OrderField::Kind::Mail},
         {"txtLicenses", u"&Licenses:", u"Licenses", u"How many", OrderField::Kind::Number},
     }};
 
