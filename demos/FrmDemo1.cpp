@@ -137,18 +137,17 @@ void FrmDemo1::LayOut() {
     buttons->addStretch();
     buttons->addWidget(orderBtn_);
     buttons->addWidget(closeBtn_);
-    auto* table = new QVBoxLayout;
-    table->addWidget(list_, 1000);  // as high as it may be before the rest stays empty
-    table->addStretch(1);
-    auto* upper = new QHBoxLayout;
+    auto* box = new QWidget(this);
+    auto* upper = new QHBoxLayout(box);
+    upper->setContentsMargins(0, 0, 0, 0);
     upper->setSpacing(10);
-    upper->addLayout(table, 1000);  // as wide as it may be, likewise
+    upper->addWidget(list_, 1000);
     upper->addLayout(runs, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
     layout->addLayout(count);
-    layout->addLayout(upper);
+    layout->addWidget(box, 1000);  // as high as the list may be, and the chart what is left
     layout->addWidget(chart_, 1);
     layout->addLayout(buttons);
 
@@ -183,7 +182,7 @@ void FrmDemo1::Form_Load() {
     list_->setMinimumWidth(all - 2 * list_->header()->sectionSize(TimingTable::kColumns - 1));
     list_->setMaximumWidth(all);
     list_->setMinimumHeight(heading + row * TimingTable::kRows / 3 + frame);
-    list_->setMaximumHeight(heading + row * TimingTable::kRows + frame);
+    list_->parentWidget()->setMaximumHeight(heading + row * TimingTable::kRows + frame);
     Refresh();
     Screen::The().SetMousePointer(Pointer::Default);
 }

@@ -1,6 +1,7 @@
 #include "demos/frmDemo0.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -46,7 +47,7 @@ frmDemo0::frmDemo0()
 
 void frmDemo0::LayOut() {
     resize(ToPixels(10200), ToPixels(8100));
-    setMinimumSize(ToPixels(9300), ToPixels(5400));
+    setMinimumSize(ToPixels(9150), ToPixels(5400));
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : command1_) buttons->addWidget(button);
     buttons->addStretch();
@@ -70,7 +71,7 @@ void frmDemo0::LayOut() {
 }
 
 void frmDemo0::Form_Load() {
-    constexpr std::array kWidths{1100.0F, 2000.0F, 2100.0F, 1700.0F, 1700.0F};
+    constexpr std::array kWidths{1100.0F, 2000.0F, 2400.0F, 2000.0F, 1700.0F};
     description_->SetCaption(KeyListDemo::Description());
     Demo().Fill(ProgramRandom());
     for (int column = 0; column < KeyListDemo::kColumns; ++column) {
@@ -79,6 +80,7 @@ void frmDemo0::Form_Load() {
                          kWidths.at(static_cast<std::size_t>(column)),
                          number ? Qt::AlignRight : Qt::AlignLeft);
     }
+    list_->header()->setSectionResizeMode(2, QHeaderView::Stretch);  // whatever room there is
     ShowList();
     list_->SetSortColumn(KeyListDemo::ColumnOfButton(0));
     list_->SetSearchColumn(KeyListDemo::ColumnOfButton(0));
