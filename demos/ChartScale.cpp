@@ -41,7 +41,8 @@ ChartScale::ChartScale(std::span<const double> seconds) {
     if (logarithmic_) {
         // A whole decade below the shortest, so that its bar can be seen.
         bottom_ = std::floor(std::log10(least) - 0.15);
-        top_ = std::ceil(std::log10(greatest));
+        // The logarithm of a power of ten may come out a little above the whole number.
+        top_ = std::ceil(std::log10(greatest) - 1e-9);
         MarkDecades();
     } else {
         top_ = greatest;
