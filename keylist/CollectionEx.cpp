@@ -25,11 +25,13 @@ constexpr std::int32_t kRoomAtOnce = 1 << 16;
 }  // namespace
 
 void CollectionEx::SetMemory(std::int32_t InitialSize, std::int32_t GrowStep, float TableRatio) {
-    initialSize_ = std::max(InitialSize, kLeastSize);
+    const std::int32_t size = std::max(InitialSize, kLeastSize);
+    Rehash(std::max(size, Count()));  // may fail, so it comes first
+    initialSize_ = size;
     tableRatio_ = TableRatio >= kLeastRatio ? TableRatio : kLeastRatio;
     growStep_ = GrowStep < kLeastSize ? initialSize_ : GrowStep;
-    if (Count() == 0) Clear();
-    Rehash(std::max(initialSize_, Count()));
+    ItemSnapshot stale;
+    if (Count() == 0) stale = std::exchange(snapshot_, nullptr);
 }
 
 void CollectionEx::Clear() noexcept {

@@ -20,7 +20,7 @@ class Run : public ListRun<CollectionEx> {
         } else if (kind < 2) {
             const std::int32_t size = Below(60), step = 15 + Below(10);
             const auto ratio = static_cast<float>(Below(12)) / 4;
-            DoAtOnce(
+            Do(
                 "SetMemory", [&] { collection_.SetMemory(size, step, ratio); },
                 [&] { SetMemory(size, step, ratio); });
         } else if (kind < 3) {
