@@ -4,14 +4,12 @@
 #include <bit>
 #include <functional>
 #include <numeric>
+#include <utility>
 
-#include "runtime/GapSort.h"
+#include "runtime/WideGapSort.h"
 
 namespace zorvane::modZorvane {
 namespace {
-
-// A rank above the index of the value that has it.
-using Ranked = std::uint64_t;
 
 constexpr std::uint64_t RankOf(Ranked ranked) {
     return ranked >> 32;
@@ -20,26 +18,35 @@ constexpr std::uint32_t IndexOf(Ranked ranked) {
     return static_cast<std::uint32_t>(ranked);
 }
 
-// `ascending` holds every value in ascending order, `ties` tells whether ranks repeat.
-std::vector<std::uint32_t> FinishOrder(std::vector<Ranked> ascending, bool ties, bool descending) {
-    if (ties) {
-        // Back into the order of the indexes, where the gap sort has to start.
-        std::vector<Ranked> given(ascending.size());
-        for (const Ranked ranked : ascending) given[IndexOf(ranked)] = ranked;
-        ascending = std::move(given);
-        GapSort(ascending, descending, [](Ranked a, Ranked b) {
-            return (RankOf(a) > RankOf(b)) - (RankOf(a) < RankOf(b));
-        });
-    } else if (descending) {
-        std::ranges::reverse(ascending);
-    }
-    std::vector<std::uint32_t> order(ascending.size());
-    std::ranges::transform(ascending, order.begin(), IndexOf);
-    return order;
+std::vector<std::uint32_t> IndexesOf(std::span<const Ranked> ranked) {
+    std::vector<std::uint32_t> indexes(ranked.size());
+    std::ranges::transform(ranked, indexes.begin(), IndexOf);
+    return indexes;
 }
 
-bool SharesRanks(std::span<const Ranked> ascending) {
-    return std::ranges::adjacent_find(ascending, {}, RankOf) != ascending.end();
+// `given` stands in the order of the indexes, where the gap sort has to start.
+std::vector<std::uint32_t> OrderWithTies(std::vector<Ranked> given, bool descending) {
+    WideGapSort(given, descending);
+    return IndexesOf(given);
+}
+
+std::vector<std::uint32_t> OrderWithoutTies(std::vector<Ranked> ascending, bool descending) {
+    if (descending) std::ranges::reverse(ascending);
+    return IndexesOf(ascending);
+}
+
+// Whether two ranks are equal, by a table of those seen: where ranks repeat, a short look mostly
+// tells.
+bool SharesRanks(std::span<const Ranked> given) {
+    const std::size_t size = std::bit_ceil(given.size() * 2);
+    const int shift = 64 - std::countr_zero(size);
+    std::vector<std::uint64_t> seen(size);  // ranks plus one; 0: free
+    return std::ranges::any_of(given, [&](Ranked ranked) {
+        const std::uint64_t rank = RankOf(ranked) + 1;
+        auto at = static_cast<std::size_t>((rank * 0x9E3779B97F4A7C15u) >> shift);
+        while (seen[at] != 0 && seen[at] != rank) at = (at + 1) & (size - 1);
+        return std::exchange(seen[at], rank) == rank;
+    });
 }
 
 // Sorts by a 64-bit key that `less` begins with: one pass into buckets by the leading bits in which
@@ -91,29 +98,62 @@ std::size_t CommonLead(std::span<const std::u16string_view> texts) {
     return lead;
 }
 
+// A value that may be told by its key alone, and where it came from.
+struct Keyed {
+    std::uint64_t key;
+    std::uint32_t index;
+};
+
+// The order of values that stand in ascending order, where same(a, b) tells neighbours that tie.
+template <class Same>
+std::vector<std::uint32_t> OrderOfSorted(std::span<const Keyed> sorted, bool descending,
+                                         Same&& same) {
+    std::vector<Ranked> ascending(sorted.size());
+    std::uint64_t rank = 0;
+    bool ties = false;
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        const bool tied = i > 0 && same(sorted[i - 1], sorted[i]);
+        ties = ties || tied;
+        if (!tied) rank = i;
+        ascending[i] = (rank << 32) | sorted[i].index;
+    }
+    if (!ties) return OrderWithoutTies(std::move(ascending), descending);
+    std::vector<Ranked> given(ascending.size());
+    for (const Ranked ranked : ascending) given[IndexOf(ranked)] = ranked;
+    return OrderWithTies(std::move(given), descending);
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values, bool descending) {
-    std::vector<Ranked> ascending(values.size());
+    if (values.empty()) return {};
+    std::vector<Ranked> given(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
         // Flipping the sign bit turns signed order into unsigned.
         const auto rank = static_cast<std::uint32_t>(values[i]) ^ 0x80000000u;
-        ascending[i] = (Ranked{rank} << 32) | i;
+        given[i] = (Ranked{rank} << 32) | i;
     }
-    if (ascending.empty()) return {};
+    if (SharesRanks(given)) return OrderWithTies(std::move(given), descending);
+    std::vector<Ranked> ascending = std::move(given);
+    SortByBuckets(ascending, RankOf, std::less<>());
+    return OrderWithoutTies(std::move(ascending), descending);
+}
+
+std::vector<std::uint32_t> RankedOrder(std::span<const std::uint64_t> values, bool descending) {
+    if (values.empty()) return {};
+    std::vector<Keyed> sorted(values.size());
+    for (std::uint32_t i = 0; i < values.size(); ++i) sorted[i] = {values[i], i};
     SortByBuckets(
-        ascending, [](Ranked ranked) { return RankOf(ranked); }, std::less<>());
-    const bool ties = SharesRanks(ascending);
-    return FinishOrder(std::move(ascending), ties, descending);
+        sorted, [](const Keyed& keyed) { return keyed.key; },
+        [](const Keyed& a, const Keyed& b) { return a.key < b.key; });
+    return OrderOfSorted(sorted, descending,
+                         [](const Keyed& a, const Keyed& b) { return a.key == b.key; });
 }
 
 std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> texts, CompareMode mode,
                                        bool descending) {
-    struct Keyed {
-        std::uint64_t prefix;  // tells the binary order where it differs; 0 for all in another mode
-        std::uint32_t index;
-    };
     if (texts.empty()) return {};
+    // A prefix tells the binary order where it differs; in another mode all have the same.
     const bool binary = mode == CompareMode::Binary;
     const std::size_t lead = binary ? CommonLead(texts) : 0;
     std::vector<Keyed> sorted(texts.size());
@@ -121,22 +161,14 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> text
         sorted[i] = {binary ? PrefixOf(texts[i], lead) : 0, i};
     }
     const auto compare = [&](const Keyed& a, const Keyed& b) {
-        if (a.prefix != b.prefix) return a.prefix < b.prefix ? -1 : 1;
+        if (a.key != b.key) return a.key < b.key ? -1 : 1;
         return CompareTexts(texts[a.index].substr(lead), texts[b.index].substr(lead), mode);
     };
     SortByBuckets(
-        sorted, [](const Keyed& keyed) { return keyed.prefix; },
+        sorted, [](const Keyed& keyed) { return keyed.key; },
         [&](const Keyed& a, const Keyed& b) { return compare(a, b) < 0; });
-    std::vector<Ranked> ascending(sorted.size());
-    std::uint64_t rank = 0;
-    bool ties = false;
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        const bool same = i > 0 && compare(sorted[i - 1], sorted[i]) == 0;
-        ties = ties || same;
-        if (!same) rank = i;
-        ascending[i] = (rank << 32) | sorted[i].index;
-    }
-    return FinishOrder(std::move(ascending), ties, descending);
+    return OrderOfSorted(sorted, descending,
+                         [&](const Keyed& a, const Keyed& b) { return compare(a, b) == 0; });
 }
 
 }  // namespace zorvane::modZorvane

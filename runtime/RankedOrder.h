@@ -18,6 +18,8 @@ namespace zorvane::modZorvane {
 // tie.
 [[nodiscard]] std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values,
                                                      bool descending);
+[[nodiscard]] std::vector<std::uint32_t> RankedOrder(std::span<const std::uint64_t> values,
+                                                     bool descending);
 [[nodiscard]] std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> texts,
                                                      CompareMode mode, bool descending);
 

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "platform/Relocate.h"
+#include "runtime/WideGapSort.h"
 #include "tests/support/LiteralSort.h"
 #include "tests/unit/Raises.h"
 
@@ -39,7 +40,7 @@ TEST(SortRecordArray, KeptADescendingSortMovesEqualsPastEachOther) {
 }
 
 // Catches a wrong gap, a wrong first gap, and a tie that is told the wrong way, where values are
-// ranked (Long) and where they are compared (Integer).
+// ranked (Long) and where they are compared (Integer), and chains that meet in one vector.
 TEST(SortRecordArray, TiesFallAsInTheLiteralStepsAtEveryGap) {
     std::mt19937 random(5);
     for (const std::size_t n : {0u, 1u, 2u, 3u, 4u, 5u, 12u, 13u, 14u, 40u, 41u, 400u, 3000u}) {
@@ -55,6 +56,15 @@ TEST(SortRecordArray, TiesFallAsInTheLiteralStepsAtEveryGap) {
             LiteralSort(literal, descending, [](const Numbered& a, const Numbered& b) {
                 return (a.value > b.value) - (a.value < b.value);
             });
+            std::vector<Ranked> plain;
+            for (const Numbered& one : ours) {
+                plain.push_back(Ranked{static_cast<std::uint32_t>(one.value) ^ 0x80000000u} << 32 |
+                                static_cast<std::uint32_t>(one.serial));
+            }
+            std::vector<Ranked> wide = plain;
+            PlainGapSort(plain, descending);
+            WideGapSort(wide, descending);
+            ASSERT_EQ(wide, plain) << n << " ranks, shape " << shape;
             SortNumbered(ours, descending, (shape & 2) != 0 ? CompareLong : CompareInteger);
             ASSERT_EQ(ours, literal) << n << " records, shape " << shape;
         }

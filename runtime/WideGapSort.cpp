@@ -1,0 +1,131 @@
+#include "runtime/WideGapSort.h"
+
+#include <cstddef>
+
+#include "runtime/GapSort.h"
+
+#if defined(__x86_64__) && defined(__GNUC__)
+#define ZORVANE_WIDE 1
+#include <immintrin.h>
+#endif
+
+namespace zorvane::modZorvane {
+
+void PlainGapSort(std::vector<Ranked>& elements, bool descending) {
+    GapSort(elements, descending, [](Ranked a, Ranked b) {
+        const std::uint64_t left = a >> 32;
+        const std::uint64_t right = b >> 32;
+        return (left > right) - (left < right);
+    });
+}
+
+#if ZORVANE_WIDE
+namespace {
+
+// Vectors compare signed integers: the top bit of every element is turned before and after.
+constexpr Ranked kTopBit = Ranked{1} << 63;
+constexpr std::ptrdiff_t kLanes = 4;
+
+// The greatest element that has the rank of this one.
+constexpr std::int64_t Ceiling(std::int64_t element) {
+    return element | 0xFFFFFFFF;
+}
+template <bool kDescending>
+bool OutOfPlace(std::int64_t ahead, std::int64_t ceiling) {
+    return (ahead > ceiling) != kDescending;
+}
+
+// Moves `taken` forward along its chain from the hole at `at`.
+template <bool kDescending>
+void Sink(std::int64_t* elements, std::ptrdiff_t at, std::ptrdiff_t gap, std::int64_t taken) {
+    const std::int64_t ceiling = Ceiling(taken);
+    for (; at >= gap && OutOfPlace<kDescending>(elements[at - gap], ceiling); at -= gap) {
+        elements[at] = elements[at - gap];
+    }
+    elements[at] = taken;
+}
+
+[[gnu::target("avx2")]] inline __m256i Load(const std::int64_t* from) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+}
+[[gnu::target("avx2")]] inline void Store(std::int64_t* to, __m256i lanes) {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), lanes);
+}
+template <bool kDescending>
+[[gnu::target("avx2")]] inline __m256i OutOfPlace(__m256i ahead, __m256i ceilings) {
+    const __m256i greater = _mm256_cmpgt_epi64(ahead, ceilings);
+    return kDescending ? _mm256_xor_si256(greater, _mm256_set1_epi64x(-1)) : greater;
+}
+[[gnu::target("avx2")]] inline bool None(__m256i lanes) {
+    return _mm256_testz_si256(lanes, lanes) != 0;
+}
+
+// Moves the four elements at `at`, of which `moving` are out of place, forward along their chains.
+template <bool kDescending>
+[[gnu::target("avx2")]] void SinkFour(std::int64_t* elements, std::ptrdiff_t at, std::ptrdiff_t gap,
+                                      __m256i ahead, __m256i moving) {
+    const __m256i taken = Load(elements + at);
+    const __m256i ceilings = _mm256_or_si256(taken, _mm256_set1_epi64x(Ceiling(0)));
+    __m256i here = taken;
+    for (;;) {
+        Store(elements + at, _mm256_blendv_epi8(here, ahead, moving));
+        at -= gap;
+        if (at < gap) break;
+        here = ahead;
+        ahead = Load(elements + at - gap);
+        const __m256i going = _mm256_and_si256(OutOfPlace<kDescending>(ahead, ceilings), moving);
+        here = _mm256_blendv_epi8(here, taken, _mm256_andnot_si256(going, moving));
+        moving = going;
+        if (!None(moving)) continue;
+        Store(elements + at, here);
+        return;
+    }
+    // Some chains begin here: the rest one by one.
+    std::int64_t values[kLanes];
+    Store(values, taken);
+    const int lanes = _mm256_movemask_pd(_mm256_castsi256_pd(moving));
+    for (int lane = 0; lane < kLanes; ++lane) {
+        if ((lanes >> lane & 1) != 0) Sink<kDescending>(elements, at + lane, gap, values[lane]);
+    }
+}
+
+// One pass with a gap of at least kLanes, so that four neighbours belong to four chains.
+template <bool kDescending>
+[[gnu::target("avx2")]] void WidePass(std::int64_t* elements, std::ptrdiff_t count,
+                                      std::ptrdiff_t gap) {
+    std::ptrdiff_t i = gap;
+    for (; i + kLanes <= count; i += kLanes) {
+        const __m256i ceilings =
+            _mm256_or_si256(Load(elements + i), _mm256_set1_epi64x(Ceiling(0)));
+        const __m256i ahead = Load(elements + i - gap);
+        const __m256i moving = OutOfPlace<kDescending>(ahead, ceilings);
+        if (!None(moving)) SinkFour<kDescending>(elements, i, gap, ahead, moving);
+    }
+    for (; i < count; ++i) Sink<kDescending>(elements, i, gap, elements[i]);
+}
+
+template <bool kDescending>
+void SortWide(std::int64_t* elements, std::ptrdiff_t count) {
+    std::ptrdiff_t gap = 0;
+    while (gap <= count) gap = 3 * gap + 1;
+    for (gap /= 3; gap >= kLanes; gap /= 3) WidePass<kDescending>(elements, count, gap);
+    for (std::ptrdiff_t i = 1; i < count; ++i) Sink<kDescending>(elements, i, 1, elements[i]);
+}
+
+}  // namespace
+
+void WideGapSort(std::vector<Ranked>& elements, bool descending) {
+    if (!__builtin_cpu_supports("avx2")) return PlainGapSort(elements, descending);
+    for (Ranked& element : elements) element ^= kTopBit;
+    auto* const first = reinterpret_cast<std::int64_t*>(elements.data());
+    const auto count = static_cast<std::ptrdiff_t>(elements.size());
+    descending ? SortWide<true>(first, count) : SortWide<false>(first, count);
+    for (Ranked& element : elements) element ^= kTopBit;
+}
+#else
+void WideGapSort(std::vector<Ranked>& elements, bool descending) {
+    PlainGapSort(elements, descending);
+}
+#endif
+
+}  // namespace zorvane::modZorvane
