@@ -7,6 +7,7 @@
 #include <new>
 
 #include "platform/Error.h"
+#include "platform/LargeBlock.h"
 #include "platform/Variant.h"
 
 namespace zorvane {
@@ -54,7 +55,7 @@ Array::Block* Array::Allocate(VarType element, std::int32_t lower, std::int32_t 
         RaisePlatform(PlatformError::OutOfRange);
     }
     const std::size_t bytes = size * static_cast<std::size_t>(count);
-    auto* block = static_cast<Block*>(::operator new(sizeof(Block) + bytes));
+    auto* block = static_cast<Block*>(AllocateBlock(sizeof(Block) + bytes));
     *block = {1, element, lower, count};
     // All-zero bytes are the empty value of every element type.
     if (zeroed || IsCounted(element)) std::memset(block->Data(), 0, bytes);
@@ -99,7 +100,8 @@ Array::~Array() {
         default:
             break;
     }
-    ::operator delete(block_);
+    const std::size_t bytes = ElementSize() * static_cast<std::size_t>(block_->count);
+    FreeBlock(block_, sizeof(Block) + bytes);
 }
 
 Variant Array::At(std::int32_t index) const {

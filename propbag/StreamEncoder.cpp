@@ -1,5 +1,8 @@
 #include "propbag/StreamEncoder.h"
 
+#include <bit>
+#include <cstring>
+
 #include "platform/Error.h"
 #include "propbag/StreamWords.h"
 
@@ -55,9 +58,20 @@ void StreamEncoder::Write(const Variant& value) {
     WriteWord(static_cast<std::uint16_t>(type));
     WriteWord(width);
     if (type == VarType::String) return WriteText(value.TextUnchecked());
-    std::uint64_t bits = value.ScalarBits();
-    for (std::uint16_t byte = 0; byte < width; byte += 2, bits >>= 16) {
-        WriteWord(static_cast<std::uint16_t>(bits & 0xFFFF));
+    WriteScalar(value.ScalarBits(), (width + 1u) / 2);
+}
+
+// The low words of `bits`, the lowest first.
+void StreamEncoder::WriteScalar(std::uint64_t bits, std::size_t words) noexcept {
+    std::int16_t* const to = stream_.data() + position_;
+    position_ += words;
+    constexpr std::size_t kAll = sizeof bits / sizeof *to;
+    if (std::endian::native == std::endian::little && stream_.size() - position_ >= kAll) {
+        std::memcpy(to, &bits, sizeof bits);  // what is too much gets overwritten
+        return;
+    }
+    for (std::size_t i = 0; i < words; ++i, bits >>= 16) {
+        to[i] = static_cast<std::int16_t>(bits & 0xFFFF);
     }
 }
 

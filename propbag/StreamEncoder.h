@@ -36,6 +36,7 @@ class StreamEncoder {
   private:
     void WriteArray(const Array& array);
     void WriteDecimal(const Decimal& value) noexcept;
+    void WriteScalar(std::uint64_t bits, std::size_t words) noexcept;
 
     std::span<std::int16_t> stream_;
     std::size_t position_ = 0;
