@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include "app/Logo.h"
@@ -130,9 +131,11 @@ void frmOrder::OkBtn_Click() {
 }
 
 Order frmOrder::Entered() const {
+    static const QRegularExpression breaks(QStringLiteral("\\R+"));
     Order order;
     for (std::size_t at = 0; at < boxes_.size(); ++at) {
-        order.Answers[at] = ToText(boxes_[at]->text());
+        // A line that was pasted whole brings its end along, and an answer has one line.
+        order.Answers[at] = ToText(boxes_[at]->text().replace(breaks, QStringLiteral(" ")));
     }
     return order;
 }

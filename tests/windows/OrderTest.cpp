@@ -78,11 +78,16 @@ TEST_F(frmOrderTest, RefusesWhileABoxIsEmptyAndPutsTheCursorThere) {
 
 TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
     FillIn(*window_);
+    QGuiApplication::clipboard()->setText("pasted\n");  // a row of a list ends its line
+    auto* phone = Control<QLineEdit>(window_.Get(), "txtPhone");
+    phone->clear();
+    phone->paste();
     for (const char* button : {"BackBtn", "CloseBtn"}) {
         SCOPED_TRACE(button);
         WhenModal<frmOrderSummary> summary([&](frmOrderSummary& window) {
             const QString text = Control<QPlainTextEdit>(&window, "txtSummary")->toPlainText();
             EXPECT_TRUE(text.contains("value 0") && text.contains("value 7"));
+            EXPECT_EQ(text.count('\n'), 5 + 8) << "one line for each answer";
             Click(Control(&window, button));
         });
         QTest::keyClick(window_->focusWidget(), Qt::Key_Return);  // from within a box
