@@ -97,6 +97,21 @@ class Looks : public WindowTest, public testing::WithParamInterface<Window> {
     Ref<Form> form_;
 };
 
+// Catches what a closed window leaves behind for the next, or the sanitizers find it.
+TEST(EveryWindowTest, OpensAndClosesAgainAndAgain) {
+    const auto before = QApplication::allWidgets().size();
+    for (const Window& window : EveryWindow()) {
+        for (int cycle = 0; cycle < 200; ++cycle) {
+            const Ref<Form> form = window.Make();
+            form->show();
+            QCoreApplication::processEvents();
+            form->Unload();
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::allWidgets().size() == before; }))
+            << window.What << " leaves a part of it";
+    }
+}
+
 TEST_P(Looks, EveryControlCanBeNamedByAScreenReader) {
     QAccessibleInterface* window = QAccessible::queryAccessibleInterface(form_.Get());
     ASSERT_NE(window, nullptr);
