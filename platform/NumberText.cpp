@@ -158,7 +158,7 @@ Text DateText(double days) {
     }
     // From days to the civil date: years of 400-year eras that begin on the first of March.
     const std::int64_t shifted = day - 25569 + 719468;
-    const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
+    const std::int64_t era = shifted / 146097;  // never below 0: the year 100 comes later
     const std::int64_t dayOfEra = shifted - era * 146097;
     const std::int64_t yearOfEra =
         (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;

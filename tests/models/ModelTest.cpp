@@ -9,7 +9,7 @@ namespace {
 TEST(Models, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
     for (const Modelled& modelled : kModelled) {
         for (std::uint32_t seed = 1; seed <= 12; ++seed) {
-            ASSERT_EQ(RunSeed(modelled, seed, 2500), "");
+            ASSERT_EQ(RunSeed(modelled, seed, seed == 5 ? 8000 : 2500), "");
         }
     }
 }

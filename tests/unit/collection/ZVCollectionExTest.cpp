@@ -153,6 +153,11 @@ TEST(ZVCollectionEx_CopyFrom, AForeignSourceIsReadDefensively) {
         {"missing cells are empty", 1, {}, ": type 3: 17"},
         {"a cell of a wrong type raises", 1, {0, 0, 0, u"four", u"", u"k"}, "raised 13"},
     };
+    ScriptedSource odd;
+    odd.Cells = {{true, 1, true, 200, u"no Boolean", true}};
+    ZVCollectionEx untouched;
+    EXPECT_EQ(NumberRaisedBy([&] { untouched.CopyFrom(odd); }), 13);
+    EXPECT_FALSE(untouched.Changed() || untouched.Descending()) << "settings come whole or not";
     for (const auto& row : rows) {
         ScriptedSource source;
         source.Cells = {settings, row.record};

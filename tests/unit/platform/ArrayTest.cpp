@@ -29,7 +29,11 @@ TEST(Array_Bounds, AreKeptOrRefused) {
     };
     for (const auto& [what, element, lower, count, error] : rows) {
         Array made;
-        EXPECT_EQ(NumberRaisedBy([&] { made = Array(element, lower, count); }), error) << what;
+        EXPECT_EQ(NumberRaisedBy([&, element = element, lower = lower, count = count] {
+                      made = Array(element, lower, count);
+                  }),
+                  error)
+            << what;
         if (error != 0) continue;
         EXPECT_EQ(made.LowerBound(), lower) << what;
         EXPECT_EQ(made.UpperBound(), lower + std::int64_t{count} - 1) << what;

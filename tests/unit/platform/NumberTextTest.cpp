@@ -51,6 +51,7 @@ TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
     } rows[] = {
         {"blanks before", u" \t 42", 42, true},
         {"blanks behind", u"-2.5e1 ", -25, true},
+        {"ends of lines around", u"\r\n42\v\f\n", 42, true},
         {"letters behind", u"12abc", 12},
         {"a blank", u" ", 0},
         {"plus", u"+5", 5, true},
