@@ -3,7 +3,7 @@
 // Each stands here twice: keyed with the very text objects that were added, and ("other text") with
 // texts of the same units that the container has never met, so that nothing is cached in them.
 
-#include "bench/Harness.h"
+#include "bench/Contender.h"
 #include "collection/ZVCollectionEx.h"
 #include "keylist/CollectionEx.h"
 #include "keylist/KeyListEX.h"

@@ -1,5 +1,5 @@
 // Peers that keep insertion order: a hash for the keys beside a sequence for the positions.
-#include "bench/Harness.h"
+#include "bench/Contender.h"
 
 #include <deque>
 #include <memory>

@@ -1,5 +1,5 @@
 // Peers that keep their items in key order.
-#include "bench/Harness.h"
+#include "bench/Contender.h"
 
 #include <map>
 #include <memory>

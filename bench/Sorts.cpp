@@ -1,5 +1,5 @@
 // Sorts of the containers by every column against std::sort on a user's struct: usage: bench_sorts
-// [greatest size]
+// [greatest size [results]]
 //
 // One run, taking turns; medians; the ratio of our time to std::sort's. The containers' sort moves
 // records and rebuilds the index; std::sort moves structs of the same fields.
@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/Harness.h"
+#include "bench/Data.h"
+#include "bench/Measure.h"
 #include "collection/ZVCollectionEx.h"
 #include "keylist/KeyListEX.h"
 
@@ -79,16 +80,11 @@ double SortUsers(const Data& data, const Data& other, const SortRow& row) {
     return std::chrono::duration<double, std::milli>(Clock::now() - from).count();
 }
 
-double Median(std::vector<double> samples) {
-    const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::size_t greatest = argc > 1 ? std::stoul(argv[1]) : 1000000;
+    Results results(argc > 2 ? argv[2] : "");
     for (const std::size_t n :
          {std::size_t{1000}, std::size_t{10000}, std::size_t{100000}, std::size_t{1000000}}) {
         if (n > greatest) break;
@@ -106,10 +102,16 @@ int main(int argc, char** argv) {
                 collection.push_back(SortOurs<zorvane::ZVCollectionEx>(data, other, row));
                 users.push_back(SortUsers(data, other, row));
             }
-            const double peer = Median(users);
-            std::printf("%-16s%14.3f%16.3f%14.3f%10.2f%10.2f\n", row.label, Median(list),
-                        Median(collection), peer, Median(list) / peer, Median(collection) / peer);
+            const double peer = median(users);
+            std::printf("%-16s%14.3f%16.3f%14.3f%10.2f%10.2f\n", row.label, median(list),
+                        median(collection), peer, median(list) / peer, median(collection) / peer);
             std::fflush(stdout);
+            const auto add = [&](const char* name, double milliseconds) {
+                results.Add("sort", name, n, row.label, "sort", milliseconds * 1e6);
+            };
+            add("KeyListEX", median(list));
+            add("ZVCollectionEx", median(collection));
+            add("std::sort", peer);
         }
     }
     return 0;

@@ -1,5 +1,6 @@
-// Peers of the property stream: the same entries through general-purpose binary writers.
-#include "bench/Harness.h"
+// Peers of the property stream: the same entries through general-purpose binary writers: usage:
+// bench_streams [times as many repeats [results]]
+#include "bench/Measure.h"
 #include "bench/StreamData.h"
 
 #include "propbag/ZVPropertyBag.h"
@@ -32,11 +33,6 @@ double seconds(Clock::time_point t0) {
     return std::chrono::duration<double>(Clock::now() - t0).count();
 }
 
-double median(std::vector<double> v) {
-    std::nth_element(v.begin(), v.begin() + long(v.size() / 2), v.end());
-    return v[v.size() / 2];
-}
-
 // A growing memory stream, so that peers are not charged for stringstream's copying out.
 struct MemoryOut : std::streambuf {
     std::vector<char> bytes;
@@ -55,11 +51,15 @@ struct MemoryIn : std::streambuf {
 
 using Bytes = std::vector<char>;
 
+Results* results = nullptr;  // main's
+
 void report(const char* what, const char* bag, size_t bytes, double write, double read) {
     std::printf("%-26s %-7s %9.3f MB   write %8.3f ms %7.2f GB/s   read %8.3f ms %7.2f GB/s\n",
                 what, bag, double(bytes) / 1e6, write * 1e3, double(bytes) / write / 1e9,
                 read * 1e3, double(bytes) / read / 1e9);
     std::fflush(stdout);
+    results->Add("stream", what, bytes, bag, "write", write * 1e9);
+    results->Add("stream", what, bytes, bag, "read", read * 1e9);
 }
 
 template <class W, class R>
@@ -281,7 +281,9 @@ StreamBag boostRead(Bytes& bytes) {
 #endif
 
 int main(int argc, char** argv) {
-    int scale = argc > 1 ? std::atoi(argv[1]) : 1;  // more repeats
+    const int scale = argc > 1 ? std::atoi(argv[1]) : 1;  // more repeats
+    Results file(argc > 2 ? argv[2] : "");
+    results = &file;
     StreamBag mixed = mixedBag(), big = arrayBag();
     struct {
         const char* name;

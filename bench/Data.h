@@ -1,0 +1,59 @@
+#pragma once
+// The keys and values of a run, and the tagged value that peers hold.
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
+#include <random>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace bench {
+
+// The 16-byte tagged value that peers hold.
+using Value = std::variant<std::monostate, int32_t, double, std::u16string*>;
+static_assert(sizeof(Value) == 16);
+inline int32_t toInt(const Value& v) {
+    if (auto* p = std::get_if<int32_t>(&v)) return *p;
+    if (auto* d = std::get_if<double>(&v)) return int32_t(*d);
+    return 0;
+}
+
+struct Data {
+    std::vector<std::u16string> keys;
+    std::vector<int32_t> values;
+    std::u16string absent = u"cccc";
+    std::vector<uint32_t> shuffled;  // positions 0..n-1 in random order
+    int64_t total = 0;
+};
+
+// random: 8..38 units with codes 32..160; otherwise "String1", "String2", ...
+inline Data makeData(size_t n, bool random, uint64_t seed) {
+    std::mt19937_64 rng(seed);
+    auto draw = [&] { return double(rng() >> 11) * 0x1p-53; };
+    Data d;
+    d.keys.reserve(n);
+    d.values.reserve(n);
+    for (size_t i = 0; i < n; ++i) {
+        d.values.push_back(int32_t(std::nearbyint(draw() * 1000000)));
+        std::u16string k;
+        if (random) {
+            k.resize(size_t(std::nearbyint(draw() * 30 + 8)));
+            for (auto& c : k) c = char16_t(std::nearbyint(draw() * 128 + 32));
+        } else {
+            std::string s = "String" + std::to_string(i + 1);
+            k.assign(s.begin(), s.end());
+        }
+        d.keys.push_back(std::move(k));
+        d.total += d.values.back();
+    }
+    d.shuffled.resize(n);
+    std::iota(d.shuffled.begin(), d.shuffled.end(), 0u);
+    std::shuffle(d.shuffled.begin(), d.shuffled.end(), rng);
+    return d;
+}
+
+}  // namespace bench

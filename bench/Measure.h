@@ -1,0 +1,77 @@
+#pragma once
+// What every benchmark measures with: the processor's time of one thread, medians, and a file of
+// results that tools/bench_report reads.
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+// Processor time of this thread: what another program takes on a shared machine does not count.
+struct Clock {
+    using duration = std::chrono::nanoseconds;
+    using rep = duration::rep;
+    using period = duration::period;
+    using time_point = std::chrono::time_point<Clock>;
+    static constexpr bool is_steady = true;
+    static time_point now() noexcept {
+        timespec t{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+        return time_point(std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec));
+    }
+};
+
+template <class T>
+inline void keep(const T& v) {
+    asm volatile("" : : "r"(v) : "memory");
+}
+
+inline double median(std::vector<double> samples) {
+    if (samples.empty()) return NAN;
+    const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
+    std::nth_element(samples.begin(), middle, samples.end());
+    return *middle;
+}
+
+[[noreturn]] inline void fail(const std::string& who, const char* what) {
+    std::fprintf(stderr, "WRONG RESULT: %s: %s\n", who.c_str(), what);
+    std::exit(2);
+}
+
+// One line per figure: group, contender, items, variant (of keys, bag or column), test, median in
+// nanoseconds. Lines are added to those that stand there; without a path, none is written.
+class Results {
+  public:
+    explicit Results(const std::string& path = {})
+        : file_(path.empty() ? nullptr : std::fopen(path.c_str(), "a")) {
+        if (!path.empty() && file_ == nullptr) {
+            std::perror(path.c_str());
+            std::exit(1);
+        }
+    }
+    Results(const Results&) = delete;
+    Results& operator=(const Results&) = delete;
+    ~Results() {
+        if (file_ != nullptr) std::fclose(file_);
+    }
+
+    void Add(const std::string& group, const std::string& name, std::size_t items,
+             const std::string& variant, const std::string& test, double nanoseconds) {
+        if (file_ == nullptr || std::isnan(nanoseconds)) return;
+        std::fprintf(file_, "%s\t%s\t%zu\t%s\t%s\t%.2f\n", group.c_str(), name.c_str(), items,
+                     variant.c_str(), test.c_str(), nanoseconds);
+    }
+
+  private:
+    std::FILE* file_;
+};
+
+}  // namespace bench
