@@ -120,7 +120,9 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
         return records_.NumberAt(named.Position);
     }
     [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
-        const auto number = FindNumber(vKeyIndex);
+        const KeyOrPosition named = Classify(vKeyIndex);
+        if (named.Is != KeyOrPosition::Kind::Key) return AtPosition(named.Position);
+        const auto number = Holder(*named.Key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
     [[nodiscard]] Text GeneratedKey() const;

@@ -174,10 +174,14 @@ class KeyedRecords : public Object {
     [[nodiscard]] CompareMode Mode() const noexcept {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
-    [[nodiscard]] Record& Find(const Variant& vKeyIndex, std::u16string_view member) {
+    [[nodiscard]] Record& Find(const Variant& vKeyIndex, const std::u16string_view& member) {
+        // A position given as a Long is what loops ask by: here, without a call.
+        if (vKeyIndex.Type() == VarType::Long) {
+            if (Record* record = AtPosition(vKeyIndex.LongUnchecked())) return *record;
+        }
         if (ReordersFor(vKeyIndex)) return FindKept(vKeyIndex, member);
         if (Record* record = Self().FindRecord(vKeyIndex)) return *record;
-        RaiseError(Failure::NoItem, member, kKeyIndexLabel, vKeyIndex);
+        RaiseMissing(member, vKeyIndex);
     }
     // The record at a position; null outside 1..Count().
     [[nodiscard]] Record* AtPosition(std::int32_t position) noexcept {
@@ -254,9 +258,14 @@ class KeyedRecords : public Object {
     static constexpr std::u16string_view kItemMember = u"::Item";
     static constexpr std::u16string_view kItemLongMember = u"::ItemLong";
 
-    [[nodiscard]] Record& FindKept(const Variant kept, std::u16string_view member) {
+    [[nodiscard]] Record& FindKept(const Variant kept, const std::u16string_view& member) {
         if (Record* record = Self().FindRecord(kept)) return *record;
-        RaiseError(Failure::NoItem, member, kKeyIndexLabel, kept);
+        RaiseMissing(member, kept);
+    }
+    // Takes what it needs by reference: whoever finds an entry shall have nothing to prepare.
+    [[noreturn, gnu::noinline]] static void RaiseMissing(const std::u16string_view& member,
+                                                         const Variant& vKeyIndex) {
+        RaiseError(Failure::NoItem, member, kKeyIndexLabel, vKeyIndex);
     }
     template <class Field>
     bool Fetch(const Variant& vKeyIndex, Field Record::*field, Field& value) {
