@@ -42,7 +42,7 @@ void PaintLogo(QPainter& painter, double side) {
 
 QIcon LogoIcon() {
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
         QPixmap picture(side, side);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
