@@ -155,7 +155,8 @@ void FramePlacement::Step() {
     }
     --stepsLeft_;
     const QMargins borders = BordersOf(window_);
-    if (!borders.isNull() || stepsLeft_ == 0) Apply(borders);
+    if (!borders.isNull()) Apply(borders);
+    if (borders.isNull() && stepsLeft_ == 0) Apply(usualBorders);  // they come, but late
     const bool heard = !borders.isNull() && stepsLeft_ < kSteps - 5;
     if (heard && applied_.Outer.size() == Now().Inner.size().grownBy(borders)) stepsLeft_ = 0;
     if (stepsLeft_ != 0) ScheduleStep(kStepTime);

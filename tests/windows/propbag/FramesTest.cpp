@@ -57,10 +57,14 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
     for (int move = 0; move < 8; ++move) {
         auto window = Open();
         const QSize size(400 + 39 * move, 300 + 31 * move);
-        window->move(QPoint(20 + 29 * move, 15 + 23 * move));  // as a person drags it
+        const QPoint place(20 + 29 * move, 15 + 23 * move);
+        window->move(place);  // as a person drags it
         window->resize(size);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window->size() == size; }));
-        QTest::qWait(50);
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return window->size() == size && window->pos() == place &&
+                   RealFrame(*window) == window->frameGeometry();
+        }));
+        QTest::qWait(50);  // at other scales nobody but the toolkit is asked, and it answers early
         const QRect frame = RealFrame(*window);
         Close(window);
         const Variant stored = Stored();
@@ -68,7 +72,7 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
             SCOPED_TRACE(testing::Message() << "move " << move << ", cycle " << cycle);
             session_ = PropBagSession();
             window = Open();
-            EXPECT_EQ(RealFrame(*window), frame);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return RealFrame(*window) == frame; }));
             EXPECT_EQ(window->size(), size);
             Close(window);
             ASSERT_TRUE(Stored() == stored);
@@ -84,14 +88,13 @@ TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
         const Ref<frmDemo2> window = Restored();
         const QRect wanted = ToldFrame(*window);
         WhenModal<frmDemo2> act([&](frmDemo2& first) {
-            QTest::qWait(300);
-            EXPECT_EQ(ToldFrame(first), RealFrame(first));
+            EXPECT_TRUE(QTest::qWaitFor([&] { return ToldFrame(first) == RealFrame(first); }));
             if (opening > 1) {
                 EXPECT_EQ(ToldFrame(first), wanted);
             }
             if (frmDemo2* second = Next(&first, 2)) {
-                QTest::qWait(300);
-                EXPECT_EQ(ToldFrame(*second), RealFrame(*second));
+                EXPECT_TRUE(
+                    QTest::qWaitFor([&] { return ToldFrame(*second) == RealFrame(*second); }));
                 const bool beside = second->Left() > first.Left() + first.Width();
                 EXPECT_EQ(second->Top() == first.Top(), beside);
             }
