@@ -5,7 +5,6 @@
 #include <type_traits>
 
 #include "tests/support/Outcome.h"
-#include "tests/support/ReleaseAtEnd.h"
 #include "tests/support/ScriptedSource.h"
 #include "tests/unit/Raises.h"
 
@@ -179,38 +178,6 @@ TEST(ZVCollectionEx_CopyFrom, AForeignSourceIsReadDefensively) {
         EXPECT_LE(copy.Capacity(), 32768)
             << row.what << ": a copied step must not ask for all memory";
     }
-}
-
-TEST(ZVCollectionEx, AReleaseThatCallsBackFindsTheCollectionWhole) {
-    const struct {
-        const char* what;
-        void (*operate)(ZVCollectionEx&);
-        std::int32_t countSeen;
-    } rows[] = {
-        {"Remove", [](ZVCollectionEx& c) { c.Remove(u"m"); }, 2},
-        {"SetItem", [](ZVCollectionEx& c) { c.SetItem(u"m", 1); }, 3},
-        {"Clear", [](ZVCollectionEx& c) { c.Clear(); }, 0},
-    };
-    for (const auto& row : rows) {
-        ZVCollectionEx collection = Filled({"a", "z"});
-        std::int32_t seen = -1;
-        collection.Add(MakeObject<CountedObject>([&] {
-                           seen = collection.Count();
-                           collection.Remove(u"a");
-                           for (int i = 0; i < 200; ++i)
-                               collection.Add(i, Text("again") + std::to_string(i));
-                           EXPECT_EQ(collection.Item(u"again7"), Variant(7)) << row.what;
-                       }),
-                       u"m");
-        row.operate(collection);
-        EXPECT_EQ(seen, row.countSeen) << row.what;
-        EXPECT_EQ(CountedObject::Alive(), 0) << row.what;
-    }
-}
-
-TEST(ZVCollectionEx, AReleaseAtItsEndStillFindsTheCollectionStanding) {
-    ExpectReleasesMayAddAtTheEnd<ZVCollectionEx>(
-        [](ZVCollectionEx& c, const Variant& item, const Text& key) { c.Add(item, key); });
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
 
 namespace zorvane {
@@ -122,47 +121,6 @@ TEST(CollectionEx_Add, TakesArgumentsThatLiveInTheCollection) {
     collection.Remove(collection.Item(1));  // names itself: the item is a key
     EXPECT_EQ(collection.Count(), 100);
     EXPECT_EQ(collection.Item(100), Variant(u"b"));
-}
-
-TEST(CollectionEx_Release, ComesOnceAndAfterTheCollectionStands) {
-    const struct {
-        const char* what;
-        void (*end)(CollectionEx&);
-        std::int32_t countSeen;
-    } rows[] = {
-        {"Remove", [](CollectionEx& c) { c.Remove(u"object"); }, 1},
-        {"Replace", [](CollectionEx& c) { c.Add(1, u"object", {.Replace = true}); }, 2},
-        {"Clear", [](CollectionEx& c) { c.Clear(); }, 0},
-        {"assignment", [](CollectionEx& c) { c = CollectionEx(); }, 0},
-        {"Add drops the snapshot",
-         [](CollectionEx& c) {
-             static_cast<void>(c.NewEnum());
-             c.Remove(u"object");
-             c.Add(1, u"new");
-         },
-         2},
-    };
-    for (const auto& row : rows) {
-        const auto collection = MakeObject<CollectionEx>();
-        std::int32_t seen = -1;
-        collection->Add(collection, u"itself");  // Clear lets go of it
-        collection->Add(MakeObject<CountedObject>([&, c = collection.Get()] {
-                            seen = c->Count();
-                            c->Remove(u"absent", true);
-                            c->Add(2, u"from the release", {.Replace = true});
-                        }),
-                        u"object");
-        row.end(*collection);
-        EXPECT_EQ(seen, row.countSeen) << row.what;
-        EXPECT_EQ(collection->Item(u"from the release"), Variant(2)) << row.what;
-        EXPECT_EQ(CountedObject::Alive(), 0) << row.what;
-        collection->Clear();
-    }
-}
-
-TEST(CollectionEx_End, LetsAReleaseLookIntoTheDyingCollectionAndAddToIt) {
-    ExpectReleasesMayAddAtTheEnd<CollectionEx>(
-        [](CollectionEx& c, const Variant& item, const Text& key) { c.Add(item, key); });
 }
 
 TEST(CollectionEx_LateBound, ReachesItsMembersByName) {

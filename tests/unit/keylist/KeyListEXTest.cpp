@@ -5,7 +5,6 @@
 #include <type_traits>
 
 #include "tests/support/Outcome.h"
-#include "tests/support/ReleaseAtEnd.h"
 #include "tests/unit/Raises.h"
 
 namespace zorvane {
@@ -158,45 +157,6 @@ TEST(KeyListEX, ArgumentsMayLiveInsideTheList) {
     list.Add(*list.begin(), u"e");
     list.SetItem(2, u"e");
     EXPECT_EQ(list.Remove(*std::next(list.begin())).Type(), VarType::Long);
-}
-
-// Catches a release in the middle of an operation: what it runs finds the list whole.
-TEST(KeyListEX, AReleaseThatCallsBackFindsTheListWhole) {
-    const struct {
-        const char* what;
-        void (*operate)(KeyListEX&);
-        std::int32_t countSeen;
-    } rows[] = {
-        {"Remove", [](KeyListEX& list) { list.Remove(u"m"); }, 3},
-        {"SetItem", [](KeyListEX& list) { list.SetItem(u"m", 1); }, 4},
-        {"Clear", [](KeyListEX& list) { list.Clear(); }, 0},
-        {"CopyFrom", [](KeyListEX& list) { list.CopyFrom(*MakeObject<KeyListEX>()); }, 0},
-    };
-    for (const auto& row : rows) {
-        const auto list = MakeObject<KeyListEX>();
-        std::int32_t seen = -1;
-        list->Add(list, u"a");  // itself: Clear lets go of it
-        list->Add(2, u"z");
-        list->Add(MakeObject<CountedObject>([&, kept = list.Get()] {
-                      seen = kept->Count();
-                      for (int i = 0; i < 40; ++i) kept->Add(i, Text("b") + std::to_string(i));
-                      EXPECT_EQ(kept->Item(u"b7"), Variant(7)) << row.what;
-                  }),
-                  u"m");
-        list->Add(3, u"n");
-        row.operate(*list);
-        EXPECT_EQ(seen, row.countSeen) << row.what;
-        EXPECT_EQ(CountedObject::Alive(), 0) << row.what;
-        list->Clear();
-    }
-}
-
-TEST(KeyListEX, AReleaseAtItsEndStillFindsTheListStanding) {
-    ExpectReleasesMayAddAtTheEnd<KeyListEX>(
-        [](KeyListEX& list, const Variant& item, const Text& key) {
-            list.Add(item, key);
-            static_cast<void>(list.NewEnum());
-        });
 }
 
 TEST(KeyListEX, LateBoundMembersAnswerAsTheTypedOnes) {

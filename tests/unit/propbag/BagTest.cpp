@@ -132,54 +132,6 @@ TEST(ZVPropertyBag_Errors, EachNamesItsMemberAndItsArgument) {
     EXPECT_EQ(Shown(bag), "a=1 b=2");
 }
 
-TEST(ZVPropertyBag_Release, AnObjectWhoseEndAddsToTheDyingBagFindsItStanding) {
-    int calls = 0;
-    {
-        ZVPropertyBag bag;
-        const auto callingBack = [&](Variant added) {
-            return MakeObject<CountedObject>([&, added] {
-                ++calls;
-                bag.Add(added, u"again");
-                EXPECT_EQ(bag.Count(), 1);
-            });
-        };
-        bag.Add(callingBack(callingBack(7)), u"m");
-    }
-    EXPECT_EQ(calls, 2);
-    EXPECT_EQ(CountedObject::Alive(), 0);
-}
-
-// Each way a value can be let go runs the same test: the object's end uses the bag it was in.
-TEST(ZVPropertyBag_Release, AnObjectWhoseEndUsesTheBagFindsItWhole) {
-    const struct {
-        const char* what;
-        std::function<void(ZVPropertyBag&)> letGo;
-        std::int32_t left;
-    } table[] = {
-        {"Remove", [](ZVPropertyBag& bag) { bag.Remove(2); }, 3},
-        {"Write over", [](ZVPropertyBag& bag) { bag.WriteProperty(u"m", 5); }, 4},
-        {"no object", [](ZVPropertyBag& bag) { bag.WriteProperty(u"m", Ref<Object>()); }, 4},
-        {"Default", [](ZVPropertyBag& bag) { bag.WriteProperty(u"m", 5, {.Default = 5}); }, 3},
-        {"Clear", [](ZVPropertyBag& bag) { bag.Clear(); }, 1},
-        {"Contents", [](ZVPropertyBag& bag) { bag.SetContents(Variant()); }, 1},
-        {"CopyFrom", [](ZVPropertyBag& bag) { bag.CopyFrom(ZVPropertyBag()); }, 1},
-        {"CopyFrom itself", [](ZVPropertyBag& bag) { bag.CopyFrom(bag); }, 1},
-    };
-    for (const auto& row : table) {
-        ZVPropertyBag bag = BagOf({{u"a", 1}, {u"z", 3}});
-        int ended = 0;
-        bag.Add(MakeObject<CountedObject>([&] {
-                    ++ended;
-                    bag.WriteProperty(u"from the end", bag.Count());
-                }),
-                u"m");
-        row.letGo(bag);
-        EXPECT_EQ(ended, 1) << row.what;
-        EXPECT_EQ(bag.Count(), row.left) << row.what;
-        EXPECT_EQ(bag.ReadProperty(u"from the end"), Variant(row.left - 1)) << row.what;
-    }
-}
-
 TEST(ZVPropertyBag_Settings, GranularityIsClampedWhenAssigned) {
     ZVPropertyBag bag;
     for (const auto& [assigned, kept] :

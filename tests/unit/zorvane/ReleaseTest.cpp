@@ -1,0 +1,109 @@
+// A value's end may run code that uses the container it was in: it finds the container whole, and
+// comes once, after the operation that let go of it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+#include "collection/ZVCollectionEx.h"
+#include "keylist/CollectionEx.h"
+#include "keylist/KeyListEX.h"
+#include "platform/Collection.h"
+#include "propbag/ZVPropertyBag.h"
+#include "tests/unit/CountedObject.h"
+
+namespace zorvane {
+namespace {
+
+template <class C>
+class Release : public testing::Test {
+  protected:
+    static constexpr bool kPlain = std::is_same_v<C, Collection>;
+    static constexpr bool kBag = std::is_same_v<C, ZVPropertyBag>;
+
+    static void Add(C& c, const Variant& item, const Text& key) {
+        if constexpr (kPlain) {
+            c.Add(item, {.Key = key});
+        } else {
+            c.Add(item, key);
+        }
+    }
+    // Lets `operate` let go of "m", which stood beside "a" and "n" and perhaps the container
+    // itself; its end has to see `left` entries without the latter.
+    template <class Operation>
+    void Try(const char* what, std::int32_t left, Operation&& operate) {
+        const auto c = MakeObject<C>();
+        if constexpr (!kPlain) Add(*c, c, u"itself");
+        const std::int32_t itself = c->Count();
+        Add(*c, 1, u"a");
+        std::int32_t seen = -1;
+        Add(*c, MakeObject<CountedObject>([&, kept = c.Get()] {
+            seen = kept->Count();
+            for (int i = 0; i < 40; ++i) Add(*kept, i, Text("b") + std::to_string(i));
+            EXPECT_EQ(kept->Item(u"b7"), Variant(7)) << what;
+        }),
+            u"m");
+        Add(*c, 3, u"n");
+        operate(*c);
+        EXPECT_EQ(seen, left == 0 ? 0 : left + itself) << what;
+        EXPECT_EQ(c->Item(u"b39"), Variant(39)) << what;
+        EXPECT_EQ(CountedObject::Alive(), 0) << what;
+        if constexpr (!kPlain) c->Clear();
+    }
+};
+using Containers =
+    testing::Types<Collection, CollectionEx, KeyListEX, ZVCollectionEx, ZVPropertyBag>;
+TYPED_TEST_SUITE(Release, Containers);
+
+TYPED_TEST(Release, ComesWhenTheContainerIsWholeAgain) {
+    using C = TypeParam;
+    this->Try("Remove", 2, [](C& c) { c.Remove(u"m"); });
+    if constexpr (!TestFixture::kPlain) {
+        this->Try("Clear", 0, [](C& c) { c.Clear(); });
+        this->Try("assignment", 0, [](C& c) { c = C(); });
+    }
+    if constexpr (requires(C c) { c.SetItem(1, 1); }) {
+        this->Try("SetItem", 3, [](C& c) { c.SetItem(u"m", 1); });
+        this->Try("CopyFrom", 0, [](C& c) { c.CopyFrom(*MakeObject<C>()); });
+    }
+    if constexpr (std::is_same_v<C, CollectionEx>) {
+        this->Try("Replace", 3, [](C& c) { c.Add(1, u"m", {.Replace = true}); });
+        this->Try("Add drops the snapshot", 3, [](C& c) {
+            static_cast<void>(c.NewEnum());
+            c.Remove(u"m");
+            c.Add(1, u"new");
+        });
+    }
+    if constexpr (TestFixture::kBag) {
+        this->Try("write over", 3, [](C& c) { c.WriteProperty(u"m", 5); });
+        this->Try("no object", 3, [](C& c) { c.WriteProperty(u"m", Ref<Object>()); });
+        this->Try("default", 2, [](C& c) { c.WriteProperty(u"m", 5, {.Default = 5}); });
+        this->Try("Contents", 0, [](C& c) { c.SetContents(Variant()); });
+        this->Try("CopyFrom", 0, [](C& c) { c.CopyFrom(C()); });
+        this->Try("CopyFrom itself", 0, [](C& c) { c.CopyFrom(c); });
+    }
+}
+
+// Catches an end that loses, frees twice or never what a release adds to the dying container.
+TYPED_TEST(Release, MayAddAtTheContainersEnd) {
+    int calls = 0;
+    {
+        TypeParam c;
+        const auto callingBack = [&](Variant added) {
+            return MakeObject<CountedObject>([&, added] {
+                ++calls;
+                EXPECT_EQ(c.Count(), 0);
+                this->Add(c, added, Text("again") + std::to_string(calls));
+                EXPECT_EQ(c.Count(), 1);
+                if constexpr (std::is_same_v<TypeParam, KeyListEX>) static_cast<void>(c.NewEnum());
+            });
+        };
+        this->Add(c, callingBack(callingBack(7)), u"key");
+    }
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
+}  // namespace
+}  // namespace zorvane
