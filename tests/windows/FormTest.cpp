@@ -215,6 +215,15 @@ TEST_F(FormTest, AFrameIsMovedWhenTooLittleOfItsTitleCanBeHeld) {
     }
 }
 
+TEST_F(FormTest, AWindowIsNoLargerThanTheScreen) {
+    const auto form = MakeObject<Probe>();
+    const QSize room = form->screen()->availableGeometry().size();
+    form->resize(room * 2);
+    ASSERT_TRUE(Shown(*form));
+    EXPECT_EQ(form->size().boundedTo(room), form->size());
+    form->Unload();
+}
+
 TEST_F(FormTest, OnlyTheSidesThatThePersonChangedAreReadAnew) {
     const auto form = Placed({1501.25F, 1502.5F, 6003.75F, 4504.5F});
     ASSERT_TRUE(QTest::qWaitFor([&] { return form->FrameSettled(); }));

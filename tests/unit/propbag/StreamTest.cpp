@@ -182,8 +182,9 @@ TEST(Stream, KeptWhatTheFormatLosesComesBackAsEmpty) {
          "200A 0004 0001 0000 0000 0000 0000 0000 FFFB FFFF"},
         {"object array, no addresses", ArrayOf(VarType::Object, 0, object),
          "2009 0004 0001 0000 0000 0000 0000 0000 0000 0000"},
-        {"decimal array", ArrayOf(VarType::Decimal, 0, decimal),
-         "200E 0010 0001 0000 0000 0000 0000 0000 0000 8003 0009 0000 0708 0506 0304 0102"},
+        {"decimal array", ArrayOf(VarType::Decimal, 0, decimal, Variant::FromDecimal({.Low = 5})),
+         "200E 0010 0002 0000 0000 0000 0001 0000 0000 8003 0009 0000 0708 0506 0304 0102 "
+         "0000 0000 0000 0000 0005 0000 0000 0000"},
     };
     for (const auto& row : table) {
         ExpectWords(row);
