@@ -61,14 +61,6 @@ TEST(ZVCollectionEx_HashCode, StaysOnBothSidesOfEachBoundary) {
         << "unit 128 must count";
 }
 
-TEST(ZVCollectionEx_Add, TheStoreGrowsByItsStepAlsoForARejectedKey) {
-    ZVCollectionEx collection;
-    for (int i = 0; i < 128; ++i) collection.Add(i, Text("k") + std::to_string(i));
-    EXPECT_EQ(collection.Capacity(), 128);
-    EXPECT_EQ(collection.Add(0, u"k5"), Variant(std::int16_t{-28501}));
-    EXPECT_EQ(collection.Capacity(), 256);
-}
-
 TEST(ZVCollectionEx_Add, KeptKeysThatDifferInCaseAreOneOnlyWhereTheirHashCodesMeet) {
     ZVCollectionEx collection;
     collection.Add(1, u"Abc");

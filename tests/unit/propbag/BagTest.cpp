@@ -30,13 +30,6 @@ ZVPropertyBag BagOf(std::initializer_list<std::pair<const char16_t*, std::int32_
     return bag;
 }
 
-TEST(ZVPropertyBag_Write, NamesAreKeptInOrderAndFoundWithoutRegardToCase) {
-    ZVPropertyBag bag = BagOf({{u"Top", 1}, {u"left", 2}, {u"_x", 3}, {u"\u00C4", 4}, {u"", 5}});
-    bag.WriteProperty(u"TOP", 9);
-    bag.WriteProperty(u"\u00E4", 8);
-    EXPECT_EQ(Shown(bag), "=5 _x=3 left=2 Top=9 Ä=8");
-}
-
 TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
     const Array array = Array::OfWords(Words{1, 2, 3});
     const Variant object = MakeObject<CountedObject>();

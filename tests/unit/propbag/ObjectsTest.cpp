@@ -90,31 +90,12 @@ TEST_F(ZVPropertyBag_Objects, AChainOfObjectsIsMadeAnewByName) {
     EXPECT_EQ(head->Given->ReadProperty(u"Name"), Variant(u"Ann"));
 }
 
-TEST_F(ZVPropertyBag_Objects, AnObjectGivenAsDefaultIsRestoredInPlaceOrInitialised) {
-    bag_.WriteProperty(u"P", MakeObject<Person>(u"Ann"));
-    const auto person = MakeObject<Person>(u"before");
-    EXPECT_EQ(bag_.ReadProperty(u"P", {.Default = person}), Variant(person));
-    EXPECT_EQ(person->Name, u"Ann");
-    EXPECT_EQ(bag_.ReadProperty(u"Q", {.Default = person}), Variant(person));
-    EXPECT_EQ(person->Diary, "read2 init ");
-}
-
 TEST_F(ZVPropertyBag_Objects, KeptADefaultObjectBeatsTheNoObjectMark) {
     bag_.WriteProperty(u"P", Ref<Object>());
     const auto person = MakeObject<Person>(u"stays");
     EXPECT_EQ(bag_.ReadProperty(u"P", {.Default = person}), Variant(person));
     EXPECT_EQ(person->Diary, "read0 ");
     EXPECT_EQ(person->Name, u"stays");
-}
-
-TEST_F(ZVPropertyBag_Objects, NoObjectIsAMarkThatComesBackAsNoObject) {
-    bag_.WriteProperty(u"P", MakeObject<Person>(u"Ann"));
-    bag_.WriteProperty(u"p", Ref<Object>());
-    const ZVPropertyBag bag = Reopened();
-    ASSERT_EQ(bag.Count(), 1);
-    EXPECT_EQ(bag.ObjName(1), u"\r");
-    EXPECT_EQ(bag.ReadProperty(u"P", {.Default = 5}), Variant(Ref<Object>()));
-    EXPECT_EQ(bag.ReadProperty(u"absent", {.Default = Ref<Object>()}), Variant(Ref<Object>()));
 }
 
 TEST_F(ZVPropertyBag_Objects, KeptWithoutAClassNameTheWordsThemselvesComeBack) {
