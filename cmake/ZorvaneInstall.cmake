@@ -8,7 +8,7 @@ set(floors platform runtime keylist collection propbag)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Zorvane)
 
 # Headers that only sources of their own floor include.
-set(within FileReplacement.h GapSort.h LargeBlock.h PosixFile.h PropertyObjects.h RankedOrder.h SameValue.h
+set(within FileReplacement.h GapSort.h PosixFile.h PropertyObjects.h RankedOrder.h SameValue.h
     SlotTable.h StreamEncoder.h StreamWords.h WideGapSort.h)
 set(leave_out "")
 foreach(header IN LISTS within)

@@ -1,6 +1,7 @@
 #pragma once
-// LargeBlock: memory for arrays. Large blocks ask the system for large pages, since touching fresh
-// memory page by page costs more than what is done with it.
+// LargeBlock: memory for arrays, records and indexes. Large blocks ask the system for large pages:
+// touching fresh memory page by page costs more than what is done with it, and so does finding the
+// page of every place that is reached at random.
 
 #include <cstddef>
 
@@ -8,7 +9,7 @@ namespace zorvane {
 
 // `bytes` of memory, aligned for any scalar. Throws std::bad_alloc.
 [[nodiscard]] void* AllocateBlock(std::size_t bytes);
-// Gives back what AllocateBlock(bytes) gave.
+// Gives back what AllocateBlock(bytes) gave, or nothing where block is null.
 void FreeBlock(void* block, std::size_t bytes) noexcept;
 
 }  // namespace zorvane

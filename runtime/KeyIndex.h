@@ -9,8 +9,10 @@
 #include <bit>
 #include <cstdint>
 #include <optional>
-#include <vector>
+#include <utility>
 
+#include "platform/LargeBlock.h"
+#include "platform/Relocate.h"
 #include "runtime/RecordOrder.h"
 
 namespace zorvane {
@@ -37,7 +39,7 @@ class KeyIndex {
     }
     // Room for `count` entries in all; may throw, then nothing changed.
     void Reserve(std::uint32_t count) {
-        if (count * 2 > slots_.size()) Resize(std::bit_ceil(std::max(kLeast, count * 2)));
+        if (count * 2 > slots_.Size()) Resize(std::bit_ceil(std::max(kLeast, count * 2)));
     }
     // Needs room that Reserve has made.
     void Insert(std::uint32_t hash, RecordNumber number) noexcept {
@@ -64,13 +66,13 @@ class KeyIndex {
     // Puts newNumber(number) in the place of every number; the hashes stay.
     template <class NewNumber>
     void Renumber(NewNumber&& newNumber) noexcept {
-        for (Slot& slot : slots_) {
-            if (slot.hash != 0) slot.number = newNumber(slot.number);
+        for (std::uint32_t at = 0; at < slots_.Size(); ++at) {
+            if (slots_[at].hash != 0) slots_[at].number = newNumber(slots_[at].number);
         }
     }
 
     friend void swap(KeyIndex& left, KeyIndex& right) noexcept {
-        left.slots_.swap(right.slots_);
+        swap(left.slots_, right.slots_);
         std::swap(left.mask_, right.mask_);
         std::swap(left.shift_, right.shift_);
         std::swap(left.count_, right.count_);
@@ -86,18 +88,40 @@ class KeyIndex {
     // The hash is well mixed in its high bits.
     [[nodiscard]] std::uint32_t Home(std::uint32_t hash) const noexcept { return hash >> shift_; }
     [[nodiscard]] std::uint32_t Next(std::uint32_t at) const noexcept { return (at + 1) & mask_; }
+    // Slots in one block, all free at first.
+    class Slots {
+      public:
+        Slots() = default;
+        explicit Slots(std::uint32_t size)
+            : slots_(static_cast<Slot*>(AllocateBlock(size * sizeof(Slot)))), size_(size) {
+            ZeroFill(slots_, size);
+        }
+        Slots(const Slots&) = delete;
+        Slots& operator=(const Slots&) = delete;
+        ~Slots() { FreeBlock(slots_, size_ * sizeof(Slot)); }
+        [[nodiscard]] std::uint32_t Size() const noexcept { return size_; }
+        Slot& operator[](std::uint32_t at) const noexcept { return slots_[at]; }
+        friend void swap(Slots& left, Slots& right) noexcept {
+            std::swap(left.slots_, right.slots_);
+            std::swap(left.size_, right.size_);
+        }
+
+      private:
+        Slot* slots_ = nullptr;
+        std::uint32_t size_ = 0;
+    };
     void Resize(std::uint32_t size) {
-        std::vector<Slot> slots(size);
-        slots_.swap(slots);
+        Slots slots(size);
+        swap(slots_, slots);
         mask_ = size - 1;
         shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(size));
         count_ = 0;
-        for (const Slot& slot : slots) {
-            if (slot.hash != 0) Insert(slot.hash, slot.number);
+        for (std::uint32_t at = 0; at < slots.Size(); ++at) {
+            if (slots[at].hash != 0) Insert(slots[at].hash, slots[at].number);
         }
     }
 
-    std::vector<Slot> slots_;
+    Slots slots_;
     std::uint32_t mask_ = 0;
     std::uint32_t shift_ = 0;
     std::uint32_t count_ = 0;

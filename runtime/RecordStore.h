@@ -11,11 +11,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <new>
 #include <span>
 #include <utility>
 #include <vector>
 
+#include "platform/LargeBlock.h"
 #include "platform/Relocate.h"
 #include "runtime/RecordOrder.h"
 
@@ -33,7 +33,7 @@ class RecordStore {
     }
     ~RecordStore() {
         for (std::int32_t position = 1; position <= Count(); ++position) At(position).~Record();
-        Free(records_);
+        Free(records_, Places());
     }
 
     [[nodiscard]] std::int32_t Count() const noexcept {
@@ -114,9 +114,11 @@ class RecordStore {
     static constexpr std::uint32_t kLeast = 16;
 
     static Record* Allocate(std::size_t places) {
-        return static_cast<Record*>(::operator new(places * sizeof(Record)));
+        return static_cast<Record*>(AllocateBlock(places * sizeof(Record)));
     }
-    static void Free(Record* records) noexcept { ::operator delete(static_cast<void*>(records)); }
+    static void Free(Record* records, std::size_t places) noexcept {
+        FreeBlock(records, places * sizeof(Record));
+    }
     [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
     // Makes at least `places` places; numbers first..first+used-1 keep their records.
     void Grow(std::uint32_t places, RecordNumber first, std::uint32_t used);
@@ -229,7 +231,7 @@ void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::ui
         Relocate(records + to, records_ + from, run);
         i += run;
     }
-    Free(records_);
+    Free(records_, Places());
     records_ = records;
     mask_ = wanted - 1;
 }
@@ -246,7 +248,7 @@ void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber
         newNumbers[old & mask_] = i;
         Relocate(records + i, records_ + (old & mask_), 1);
     }
-    Free(records_);
+    Free(records_, Places());
     records_ = records;
     order_.SetRun(0, count);
     vacant_.clear();
