@@ -25,6 +25,7 @@ class KeyedRun : public StepRun {
                                     : 24),
           stateEvery_(kind % 5 == 0 ? 97 : 1),
           calm_(kind % 10 == 5),
+          alike_(kind % 20 == 15),
           target_(calm_ ? 2000 : 20) {}
 
   protected:
@@ -56,7 +57,8 @@ class KeyedRun : public StepRun {
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
-        return Text(std::to_string(1000 + last_));
+        const Text number = std::to_string(1000 + last_);
+        return alike_ && !Chance(10) ? Text(u"\uFFFF\uFFFF\uFFFF\uFFFF") + number : number;
     }
     std::int32_t SomePosition() {
         return static_cast<std::int32_t>(Below(static_cast<unsigned>(model_.count()) + 4)) - 1;
@@ -139,6 +141,7 @@ class KeyedRun : public StepRun {
 
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
         const auto value = Drawn(static_cast<std::int32_t>(Below(9)));
+        if (calm_ && Below(1000) == 0) return RemoveMany(static_cast<std::int32_t>(Below(700)));
         switch (Below(calm_ && !Chance(2) ? 11 : 20)) {
             case 0:
             case 1:
@@ -196,6 +199,20 @@ class KeyedRun : public StepRun {
             default:
                 return OperateOnSettings();
         }
+    }
+
+    // Neighbours, so that whole blocks of an order are emptied.
+    void RemoveMany(std::int32_t many) {
+        const std::int32_t at = Drawn(SomePosition());
+        const auto removeFrom = [=](auto&& remove) {
+            std::int32_t removed = 0;
+            for (std::int32_t i = 0; i < many; ++i) removed += remove(Variant(at)).ToLong() == at;
+            return removed;
+        };
+        DoAtOnce(
+            "Remove many",
+            [&] { return removeFrom([&](const Variant& v) { return container_.Remove(v); }); },
+            [&] { return removeFrom([&](const Variant& v) { return model_.remove(v, false); }); });
     }
 
     void OperateOnSettings() {
@@ -304,7 +321,7 @@ class KeyedRun : public StepRun {
     static constexpr const char* kItemString = Model::kItemString;
     unsigned universe_;
     int stateEvery_;
-    bool calm_;
+    bool calm_, alike_;  // alike: with most keys, four units tell nothing
     unsigned last_ = 0;
     std::int32_t target_;
 };
