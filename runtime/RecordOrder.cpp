@@ -122,17 +122,18 @@ std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     const Block& block = *owners_[number & (owners_.size() - 1)];
     const RecordNumber* const numbers = block.Numbers();
     constexpr std::uint32_t kStride = 32;  // compared together, which the compiler makes wide
-    std::uint32_t from = 0;
-    for (; from + kStride <= block.count; from += kStride) {
-        std::uint32_t differing = 0;
-        for (std::uint32_t i = 0; i < kStride; ++i) differing += numbers[from + i] != number;
-        if (differing != kStride) break;
+    std::uint32_t at = 0;
+    std::uint32_t hit = 0;  // its place in the stride, from 1
+    for (; at + kStride <= block.count; at += kStride) {
+        for (std::uint32_t i = 0; i < kStride; ++i) hit |= numbers[at + i] == number ? i + 1 : 0;
+        if (hit != 0) break;
     }
-    while (numbers[from] != number) ++from;
+    if (hit != 0) at += hit - 1;
+    while (numbers[at] != number) ++at;
     if (cursor_.count == 0 || cursor_.block != block.ordinal) {
         MoveCursor(block.ordinal, StartOf(block.ordinal));
     }
-    return cursor_.from + from;
+    return cursor_.from + at;
 }
 
 // The positions from..to whose prefix is the given one; both the place for it when there is none.
