@@ -30,11 +30,6 @@ std::vector<std::uint32_t> OrderWithTies(std::vector<Ranked> given, bool descend
     return IndexesOf(given);
 }
 
-std::vector<std::uint32_t> OrderWithoutTies(std::vector<Ranked> ascending, bool descending) {
-    if (descending) std::ranges::reverse(ascending);
-    return IndexesOf(ascending);
-}
-
 // Whether two ranks are equal, by a table of those seen: where ranks repeat, a short look mostly
 // tells.
 bool SharesRanks(std::span<const Ranked> given) {
@@ -108,18 +103,18 @@ struct Keyed {
 template <class Same>
 std::vector<std::uint32_t> OrderOfSorted(std::span<const Keyed> sorted, bool descending,
                                          Same&& same) {
-    std::vector<Ranked> ascending(sorted.size());
-    std::uint64_t rank = 0;
-    bool ties = false;
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        const bool tied = i > 0 && same(sorted[i - 1], sorted[i]);
-        ties = ties || tied;
-        if (!tied) rank = i;
-        ascending[i] = (rank << 32) | sorted[i].index;
+    if (std::ranges::adjacent_find(sorted, same) == sorted.end()) {
+        std::vector<std::uint32_t> order(sorted.size());
+        std::ranges::transform(sorted, order.begin(), &Keyed::index);
+        if (descending) std::ranges::reverse(order);
+        return order;
     }
-    if (!ties) return OrderWithoutTies(std::move(ascending), descending);
-    std::vector<Ranked> given(ascending.size());
-    for (const Ranked ranked : ascending) given[IndexOf(ranked)] = ranked;
+    std::vector<Ranked> given(sorted.size());
+    std::uint64_t rank = 0;
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        if (i > 0 && !same(sorted[i - 1], sorted[i])) rank = i;
+        given[sorted[i].index] = (rank << 32) | sorted[i].index;
+    }
     return OrderWithTies(std::move(given), descending);
 }
 
@@ -136,7 +131,8 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values, boo
     if (SharesRanks(given)) return OrderWithTies(std::move(given), descending);
     std::vector<Ranked> ascending = std::move(given);
     SortByBuckets(ascending, RankOf, std::less<>());
-    return OrderWithoutTies(std::move(ascending), descending);
+    if (descending) std::ranges::reverse(ascending);
+    return IndexesOf(ascending);
 }
 
 std::vector<std::uint32_t> RankedOrder(std::span<const std::uint64_t> values, bool descending) {
