@@ -4,7 +4,8 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <new>
+#include <span>
+#include <utility>
 
 #include "platform/Error.h"
 #include "platform/LargeBlock.h"
@@ -17,6 +18,7 @@ struct alignas(8) Array::Block {
     VarType element;
     std::int32_t lower;
     std::int32_t count;
+    Block* next;  // among those about to go
 
     void* Data() noexcept { return this + 1; }
 };
@@ -56,7 +58,7 @@ Array::Block* Array::Allocate(VarType element, std::int32_t lower, std::int32_t 
     }
     const std::size_t bytes = size * static_cast<std::size_t>(count);
     auto* block = static_cast<Block*>(AllocateBlock(sizeof(Block) + bytes));
-    *block = {1, element, lower, count};
+    *block = {1, element, lower, count, nullptr};
     // All-zero bytes are the empty value of every element type.
     if (zeroed || IsCounted(element)) std::memset(block->Data(), 0, bytes);
     return block;
@@ -86,22 +88,46 @@ Array::Array(const Array& other) noexcept : block_(other.block_) {
 
 Array::~Array() {
     if (!block_ || --block_->references != 0) return;
-    const auto destroyAs = [&]<class T>(T* elements) { std::destroy_n(elements, block_->count); };
-    switch (block_->element) {
+    // Arrays within arrays queue up here: freed by recursion, a deep nest would exhaust the stack.
+    Block* dying = block_;
+    while (dying) {
+        Block* const block = std::exchange(dying, dying->next);
+        if (block->element == VarType::Variant) {
+            for (Variant& value : std::span(static_cast<Variant*>(block->Data()),
+                                            static_cast<std::size_t>(block->count))) {
+                Block* const inner = LastReferenceOf(value);
+                if (inner) inner->next = std::exchange(dying, inner);
+            }
+        }
+        Free(block);
+    }
+}
+
+// Takes the block of an array out of a value that is its only holder; null for any other value.
+Array::Block* Array::LastReferenceOf(Variant& value) noexcept {
+    if (!value.IsArray() || value.AsArray().block_->references != 1) return nullptr;
+    Array taken = value.AsArray();
+    value = Variant();
+    return std::exchange(taken.block_, nullptr);
+}
+
+void Array::Free(Block* block) noexcept {
+    const auto destroyAs = [&]<class T>(T* elements) { std::destroy_n(elements, block->count); };
+    switch (block->element) {
         case VarType::String:
-            destroyAs(static_cast<Text*>(block_->Data()));
+            destroyAs(static_cast<Text*>(block->Data()));
             break;
         case VarType::Object:
-            destroyAs(static_cast<Ref<Object>*>(block_->Data()));
+            destroyAs(static_cast<Ref<Object>*>(block->Data()));
             break;
         case VarType::Variant:
-            destroyAs(static_cast<Variant*>(block_->Data()));
+            destroyAs(static_cast<Variant*>(block->Data()));
             break;
         default:
             break;
     }
-    const std::size_t bytes = ElementSize() * static_cast<std::size_t>(block_->count);
-    FreeBlock(block_, sizeof(Block) + bytes);
+    const auto bytes = ArrayElementSize(block->element) * static_cast<std::size_t>(block->count);
+    FreeBlock(block, sizeof(Block) + bytes);
 }
 
 Variant Array::At(std::int32_t index) const {

@@ -70,6 +70,8 @@ class Array {
     struct Block;
     static Block* Allocate(VarType element, std::int32_t lower, std::int32_t count, bool zeroed);
     const void* Data() const noexcept;
+    static void Free(Block* block) noexcept;
+    static Block* LastReferenceOf(Variant& value) noexcept;
     void Unshare();
 
     Block* block_ = nullptr;

@@ -51,7 +51,9 @@ Variant Variant::FromDate(double days) noexcept {
     return made;
 }
 
-Variant Variant::FromDecimal(const Decimal& value) noexcept {
+Variant Variant::FromDecimal(const Decimal& value) {
+    constexpr std::uint8_t kGreatestScale = 28;
+    if (value.Scale > kGreatestScale) RaisePlatform(PlatformError::Overflow);
     Variant made(VarType::Decimal, static_cast<std::int64_t>(value.Low));
     made.high_ = value.High;
     made.scale_ = value.Scale;

@@ -60,7 +60,7 @@ class Variant {
         return {VarType::Currency, tenThousandths};
     }
     static Variant FromDate(double days) noexcept;
-    static Variant FromDecimal(const Decimal& value) noexcept;
+    static Variant FromDecimal(const Decimal& value);  // raises 6 for a scale above 28
     static Variant FromError(std::int32_t status) noexcept;
     static Variant Null() noexcept { return {VarType::Null, std::int64_t{0}}; }
 

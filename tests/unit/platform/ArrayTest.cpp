@@ -107,6 +107,21 @@ TEST(Array_Copy, SharesUntilOneIsWrittenAndReleasesEveryElementOnce) {
     EXPECT_TRUE(outer.At(0).AsArray().At(0).IsEmpty());
 }
 
+TEST(Array_Free, ADeepNestNeedsNoStackAndEndsWithItsLastObject) {
+    Variant nest = MakeObject<CountedObject>();
+    Variant halfWay;
+    for (int depth = 0; depth < 300000; ++depth) {
+        Array around(VarType::Variant, 0, 2);
+        around.SetAt(1, nest);
+        nest = around;
+        if (depth == 150000) halfWay = nest;
+    }
+    nest = Variant();
+    EXPECT_EQ(CountedObject::Alive(), 1);
+    halfWay = Variant();
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(Array_Bytes, AreThereForNumbersAndRefusedForCountedElements) {
     Array array = Array::OfWords(std::array<std::int16_t, 3>{1, -2, 3});
     const Array kept = array;

@@ -84,6 +84,7 @@ TEST(Variant_As, RaisesTypeMismatchForAnotherTypeAnd91ForNoObject) {
     EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(number.AsError()); }), 13);
     EXPECT_EQ(NumberRaisedBy([&] { static_cast<void>(number.TheObject()); }), 13);
     EXPECT_EQ(NumberRaisedBy([] { static_cast<void>(Variant(Ref<Object>()).TheObject()); }), 91);
+    EXPECT_EQ(NumberRaisedBy([] { static_cast<void>(Variant::FromDecimal({.Scale = 29})); }), 6);
 }
 
 TEST(Variant_Equal, NeedsTheSameTypeAndTheSameBytes) {
