@@ -1,5 +1,3 @@
-#include <functional>
-
 #include "platform/Classes.h"
 #include "platform/Font.h"
 #include "propbag/IZVPropertyBag.h"
@@ -67,28 +65,13 @@ class Run : public StepRun {
     }
     Variant SomePlain() {
         const auto number = static_cast<std::int32_t>(Below(3));
-        const Variant some[] = {SomeName(),
-                                Chance(50),
-                                Variant(),
-                                Variant::Null(),
-                                Array(VarType::Long, 1, static_cast<std::int32_t>(Below(5))),
-                                number,
-                                number,
-                                number};
+        const Array longs(VarType::Long, 1, static_cast<std::int32_t>(Below(5)));
+        const Variant some[] = {SomeName(), Chance(50), Variant(), Variant::Null(),
+                                longs,      number,     number,    number};
         return some[Below(std::size(some))];
     }
     std::optional<Variant> Maybe(const Variant& value) {
         return Chance(60) ? std::nullopt : std::optional(value);
-    }
-
-    struct Step {
-        template <class Ours, class Models>
-        Step(const char* what, Ours ours, Models models)
-            : Run([=](class Run& run) { run.Do(what, ours, models); }) {}
-        std::function<void(class Run&)> Run;
-    };
-    void DoOneOf(std::initializer_list<Step> steps) {
-        steps.begin()[Below(static_cast<unsigned>(steps.size()))].Run(*this);
     }
 
     void Operate() override {
@@ -211,34 +194,38 @@ class Run : public StepRun {
         const Variant v = Drawn(SomeKeyIndex());
         const std::int32_t position = SomePosition();
         const std::int32_t at = model_.resolve(v);
-        DoOneOf({{"Item", [&] { return Shown(bag_.Item(v)); },
-                  [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); }},
-                 {"ObjName", [&] { return bag_.ObjName(v); },
-                  [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; }},
-                 {"Key", [&] { return bag_.Key(position); },
-                  [&] { return model_.entry(position, "Key", "Index = ").name; }},
-                 {"NewEnum",
-                  [&] {
-                      std::string all;
-                      for (const Variant& value : bag_.NewEnum()) all += Shown(value) + ',';
-                      return all;
-                  },
-                  [&] {
-                      std::string all;
-                      for (const auto& row : model_.rows) all += Shown(row.value) + ',';
-                      return all;
-                  }},
-                 {"PropIsObject", [&] { return bag_.PropIsObject(v); },
-                  [&] { return at != 0 && !model_.at(at).objName.Empty(); }},
-                 {"ItemFn",
-                  [&] {
-                      Variant value = u"untouched";
-                      const bool found = bag_.ItemFn(v, value);
-                      return Shown(value) + (found ? "found" : "");
-                  },
-                  [&] {
-                      return at == 0 ? Shown(u"untouched") : Shown(model_.at(at).value) + "found";
-                  }}});
+        DoChosen(Below(7), {{1, "Item", [&] { return Shown(bag_.Item(v)); },
+                             [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); }},
+                            {2, "ItemFn of one", [&] { return Shown(bag_.ItemFn(v)); },
+                             [&] { return Shown(model_.entry(v, "Item", "KeyIndex = ").value); }},
+                            {3, "ObjName", [&] { return bag_.ObjName(v); },
+                             [&] { return model_.entry(v, "ObjName", "KeyIndex = ").objName; }},
+                            {4, "Key", [&] { return bag_.Key(position); },
+                             [&] { return model_.entry(position, "Key", "Index = ").name; }},
+                            {5, "NewEnum",
+                             [&] {
+                                 std::string all;
+                                 for (const Variant& value : bag_.NewEnum())
+                                     all += Shown(value) + ',';
+                                 return all;
+                             },
+                             [&] {
+                                 std::string all;
+                                 for (const auto& row : model_.rows) all += Shown(row.value) + ',';
+                                 return all;
+                             }},
+                            {6, "PropIsObject", [&] { return bag_.PropIsObject(v); },
+                             [&] { return at != 0 && !model_.at(at).objName.Empty(); }},
+                            {7, "ItemFn",
+                             [&] {
+                                 Variant value = u"untouched";
+                                 const bool found = bag_.ItemFn(v, value);
+                                 return Shown(value) + (found ? "found" : "");
+                             },
+                             [&] {
+                                 return at == 0 ? Shown(u"untouched")
+                                                : Shown(model_.at(at).value) + "found";
+                             }}});
     }
 
     void Rest() {
@@ -247,13 +234,15 @@ class Run : public StepRun {
         if (Chance(20)) return Repeats();
         if (Chance(20)) return Copy(flag);
         if (Chance(model_.sorted ? 2 : 20)) {
-            return DoOneOf({{"Clear", [&] { bag_.Clear(); }, [&] { model_ = BagModel(); }}});
+            return Do(
+                "Clear", [&] { bag_.Clear(); }, [&] { model_ = BagModel(); });
         }
-        DoOneOf(
-            {{"Granularity", [&] { bag_.SetGranularity(step); },
-              [&] { model_.granularity = std::max(16, step); }},
-             {"Changed", [&] { bag_.SetChanged(flag); }, [&] { model_.changed = flag; }},
-             {"Contents", [&] { bag_.SetContents(bag_.Contents()); }, [&] { model_.reopen(); }}});
+        DoChosen(Below(3),
+                 {{1, "Granularity", [&] { bag_.SetGranularity(step); },
+                   [&] { model_.granularity = std::max(16, step); }},
+                  {2, "Changed", [&] { bag_.SetChanged(flag); }, [&] { model_.changed = flag; }},
+                  {3, "Contents", [&] { bag_.SetContents(bag_.Contents()); },
+                   [&] { model_.reopen(); }}});
     }
 
     // Only words can make a bag that is sorted and whose names may repeat.

@@ -14,72 +14,53 @@ class Run : public ListRun<CollectionEx> {
         const Variant v = Drawn(AnyIndex());
         const std::int32_t kind = Below(100);
         const bool flag = Below(2) == 0;
-        if (kind == 0 && flag) {
-            Do(
-                "Clear", [&] { collection_.Clear(); }, [&] { Clear(); });
-        } else if (kind < 2) {
+        const std::int32_t position = Below(Count() + 3) - 1;
+        if (kind == 1) {
             const std::int32_t size = Below(60), step = 15 + Below(10);
             const auto ratio = static_cast<float>(Below(12)) / 4;
-            Do(
+            return Do(
                 "SetMemory", [&] { collection_.SetMemory(size, step, ratio); },
                 [&] { SetMemory(size, step, ratio); });
-        } else if (kind < 3) {
-            Do(
-                "NewEnum",
-                [&] {
-                    const Enumerator items = collection_.NewEnum();
-                    return items.end() - items.begin();
-                },
-                [&] { return Snapshot().size(); });
-        } else if (kind < 4) {
-            Do(
-                "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); });
-        } else if (kind < 45) {
+        }
+        if (kind >= 4 && kind < 45) {
             const CollectionExAdd options{Perhaps(), Perhaps(), Below(4) == 0};
-            Do(
+            return Do(
                 "Add", [&] { collection_.Add(Number(), key, options); },
                 [&] { Add(key, options); });
-        } else if (kind < 70) {
-            Do(
-                "Remove", [&] { collection_.Remove(v, flag); }, [&] { Remove(v, flag); });
-        } else if (kind < 80) {
-            Do(
-                "Item", [&] { return collection_.Item(v); }, [&] { return At(v)->item; });
-        } else if (kind < 90) {
-            const std::int32_t position = Below(Count() + 3) - 1;
-            Do(
-                "Key", [&] { return collection_.Key(position); },
-                [&] { return *At(position)->key; });
-        } else {
-            Do(
-                "Exists", [&] { return collection_.Exists(v); },
-                [&] {
-                    if (v.IsText()) return Find(v.AsText()) != rows_.end();
-                    return v.ToDouble() >= 1 && v.ToDouble() <= Count();
-                });
         }
+        DoChosen(static_cast<unsigned>(kind),
+                 {{flag ? 1u : 0u, "Clear", [&] { collection_.Clear(); }, [&] { Clear(); }},
+                  {3, "NewEnum",
+                   [&] {
+                       const Enumerator items = collection_.NewEnum();
+                       return items.end() - items.begin();
+                   },
+                   [&] { return Snapshot().size(); }},
+                  {4, "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); }},
+                  {70, "Remove", [&] { collection_.Remove(v, flag); }, [&] { Remove(v, flag); }},
+                  {80, "Item", [&] { return collection_.Item(v); }, [&] { return At(v)->item; }},
+                  {90, "Key", [&] { return collection_.Key(position); },
+                   [&] { return *At(position)->key; }},
+                  {100, "Exists", [&] { return collection_.Exists(v); },
+                   [&] {
+                       if (v.IsText()) return Find(v.AsText()) != rows_.end();
+                       return v.ToDouble() >= 1 && v.ToDouble() <= Count();
+                   }}});
     }
     Text AnyKey() override {
         // Few keys, so that they meet again; in both cases, with one hash, of one unit, long, and
         // such as only folding joins.
         const auto i = static_cast<char16_t>(Below(12));
-        switch (Below(7)) {
-            case 0:
-                return std::u16string{static_cast<char16_t>((Below(2) ? u'A' : u'a') + i)};
-            case 1:
-                return std::u16string{static_cast<char16_t>(0x4E00 + i),
-                                      static_cast<char16_t>(0x5000 - 2 * i)};
-            case 2:
-                return std::u16string{static_cast<char16_t>(0x7FE8 + i)};
-            case 3:
-                return std::u16string(256, u'K') + i;
-            case 4:
-                return Below(12) == 0 ? Text() : Text(u"String") + Variant(Below(40)).ToText();
-            case 5:
-                return std::u16string{u"\u03A3\u03C2\u03C3"[Below(3)]};
-            default:
-                return std::u16string{u'\xD801', static_cast<char16_t>(0xDC00 + i + 40 * Below(2))};
-        }
+        const auto unit = [](auto value) { return static_cast<char16_t>(value); };
+        const std::int32_t chosen = Below(7);
+        if (chosen == 0) return std::u16string{unit((Below(2) ? u'A' : u'a') + i)};
+        if (chosen == 1) return std::u16string{unit(0x4E00 + i), unit(0x5000 - 2 * i)};
+        if (chosen == 2) return std::u16string{unit(0x7FE8 + i)};
+        if (chosen == 3) return std::u16string(256, u'K') + i;
+        if (chosen == 4)
+            return Below(12) == 0 ? Text() : Text(u"String") + Variant(Below(40)).ToText();
+        if (chosen == 5) return std::u16string{u"\u03A3\u03C2\u03C3"[Below(3)]};
+        return std::u16string{u'\xD801', unit(0xDC00 + i + 40 * Below(2))};
     }
     bool IsKey(const Row& row, const Text& key) const override {
         return *row.key == LowerCase(key);

@@ -14,28 +14,21 @@ class Run : public KeyedRun<KeyListEX, KeyListModel> {
         std::int32_t at = 77;
         std::int32_t modelAt = 77;
         const std::int32_t position = SomePosition();
-        switch (Below(3)) {
-            case 0:
-                return Do(
-                    "Exists",
-                    [&] {
-                        const bool found = container_.Exists(key, at);
-                        return FoundAt(found, at);
-                    },
-                    [&] {
-                        const bool found = model_.exists(key, modelAt);
-                        return FoundAt(found, modelAt);
-                    });
-            case 1:
-                return Do(
-                    "SetKey", [&] { container_.SetKey(position, key); },
-                    [&] { model_.setKey(position, key); });
-            default:
-                if (model_.count() > 500) return;
-                return Do(
-                    "NewEnum", [&] { return Joined(container_.NewEnum()); },
-                    [&] { return Joined(model_.enumerate()); });
-        }
+        const unsigned chosen = Below(3);
+        if (chosen == 2 && model_.count() > 500) return;
+        DoChosen(chosen, {{1, "Exists",
+                           [&] {
+                               const bool found = container_.Exists(key, at);
+                               return FoundAt(found, at);
+                           },
+                           [&] {
+                               const bool found = model_.exists(key, modelAt);
+                               return FoundAt(found, modelAt);
+                           }},
+                          {2, "SetKey", [&] { container_.SetKey(position, key); },
+                           [&] { model_.setKey(position, key); }},
+                          {3, "NewEnum", [&] { return Joined(container_.NewEnum()); },
+                           [&] { return Joined(model_.enumerate()); }}});
     }
     std::vector<Variant> ModelCells(std::int32_t position) override {
         const auto& row = model_.at(position);

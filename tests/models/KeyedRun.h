@@ -37,59 +37,47 @@ class KeyedRun : public StepRun {
     Text SomeKey() {
         // Case pairs, an umlaut in both cases, a key whose hash is negative, long keys that differ
         // only behind the hashed part, and one that sorts between.
+        static const Text kLong(std::u16string(130, u'x')), kFours(std::u16string(4, u'\uFFFF'));
         static const Text kOdd[] = {"",
                                     "Ab",
                                     "aB",
                                     "AB",
                                     "ab",
+                                    "_",
                                     u"\u00C4",
                                     u"\u00E4",
-                                    "_",
                                     u"\u8000",
                                     u"\uFFEF",
-                                    u"\uFFFF\uFFFF\uFFFF\uFFFF",
-                                    u"\uFFFF\uFFFF\uFFFF\uFFFF1",
-                                    Text(std::u16string(130, u'x') + u"1"),
-                                    Text(std::u16string(130, u'x') + u"2"),
-                                    Text(std::u16string(130, u'x') + u"\u0100"),
+                                    kFours,
+                                    kFours + "1",
+                                    kLong + "1",
+                                    kLong + "2",
+                                    kLong + u"\u0100",
                                     Text(std::u16string(130, u'X') + u"1")};
         if (!calm_ && Chance(15)) return kOdd[Below(std::size(kOdd))];
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
         const Text number = std::to_string(1000 + last_);
-        return alike_ && !Chance(10) ? Text(u"\uFFFF\uFFFF\uFFFF\uFFFF") + number : number;
+        return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
         return static_cast<std::int32_t>(Below(static_cast<unsigned>(model_.count()) + 4)) - 1;
     }
     Variant SomeKeyOrPosition() {
-        switch (Below(12)) {
-            case 0:
-                return static_cast<std::int16_t>(SomePosition());
-            case 1:
-                return 2.0;
-            case 2:
-                return Chance(50) ? Variant() : Variant::Null();
-            case 3:
-            case 4:
-            case 5:
-                return SomePosition();
-            default:
-                return SomeKey();
-        }
+        const unsigned chosen = Below(12);
+        if (chosen == 0) return static_cast<std::int16_t>(SomePosition());
+        if (chosen == 1) return 2.0;
+        if (chosen == 2) return Chance(50) ? Variant() : Variant::Null();
+        if (chosen < 6) return SomePosition();
+        return SomeKey();
     }
     Variant SomeItem() {
-        switch (Below(8)) {
-            case 0:
-                return SomeKey();
-            case 1:
-                return Chance(4) ? Variant::Null() : Variant(0.5);
-            case 2:
-                return Chance(50);
-            default:
-                return static_cast<std::int32_t>(Below(30));
-        }
+        const unsigned chosen = Below(8);
+        if (chosen == 0) return SomeKey();
+        if (chosen == 1) return Chance(4) ? Variant::Null() : Variant(0.5);
+        if (chosen == 2) return Chance(50);
+        return static_cast<std::int32_t>(Below(30));
     }
 
     template <class Items = std::initializer_list<Variant>>
@@ -142,63 +130,43 @@ class KeyedRun : public StepRun {
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
         const auto value = Drawn(static_cast<std::int32_t>(Below(9)));
         if (calm_ && Below(1000) == 0) return RemoveMany(static_cast<std::int32_t>(Below(700)));
-        switch (Below(calm_ && !Chance(2) ? 11 : 20)) {
-            case 0:
-            case 1:
-                return OperateSpecially(v, key);
-            case 2:
-                return Do(
-                    "Item", [&] { return container_.Item(v); },
-                    [&] { return model_.find(v, "Item").item; });
-            case 3:
-                return Do(
-                    "SetItem", [&] { container_.SetItem(v, item); },
-                    [&] { model_.find(v, "Item").item = item; });
-            case 4:
-                return Do(
-                    "ItemLong", [&] { return container_.ItemLong(v); },
-                    [&] { return model_.find(v, "ItemLong").itemLong; });
-            case 5:
-            case 6:
-                return Do(
-                    "SetItemLong", [&] { container_.SetItemLong(v, value); },
-                    [&] { model_.find(v, "ItemLong").itemLong = value; });
-            case 7:
-                return Do(
-                    "ItemString", [&] { return container_.ItemString(v); },
-                    [&] { return model_.find(v, kItemString).itemString; });
-            case 8:
-            case 9:
-                return Do(
-                    "SetItemString", [&] { container_.SetItemString(v, key); },
-                    [&] { model_.find(v, kItemString).itemString = key; });
-            case 10:
-                return Do(
-                    "ItemFn",
-                    [&] {
-                        Variant got = u"untouched";
-                        return container_.ItemFn(v, got) ? got : got;
-                    },
-                    [&] {
-                        const std::int32_t at = model_.resolve(v);
-                        return at == 0 ? Variant(u"untouched") : model_.at(at).item;
-                    });
-            case 11:
-                return Do(
-                    "Sort", [&] { return container_.Sort(); }, [&] { return model_.sort(); });
-            case 12:
-            case 13: {
-                static const char* const kNames[] = {"key",  "Item",     "ITEMSTRING", "ItemLong",
-                                                     "Name", "HashCode", "hashindex"};
-                const char* const name = Drawn(kNames[Below(std::size(kNames))]);
-                const bool now = Chance(70);
-                return Do(
-                    "SortBy", [&] { return container_.SortBy(name, now); },
-                    [&] { return model_.sortBy(name, now); });
-            }
-            default:
-                return OperateOnSettings();
-        }
+        const unsigned chosen = Below(calm_ && !Chance(2) ? 11 : 20);
+        if (chosen < 2) return OperateSpecially(v, key);
+        if (chosen > 13) return OperateOnSettings();
+        if (chosen > 11) return SortBy();
+        DoChosen(chosen,
+                 {{3, "Item", [&] { return container_.Item(v); },
+                   [&] { return model_.find(v, "Item").item; }},
+                  {4, "SetItem", [&] { container_.SetItem(v, item); },
+                   [&] { model_.find(v, "Item").item = item; }},
+                  {5, "ItemLong", [&] { return container_.ItemLong(v); },
+                   [&] { return model_.find(v, "ItemLong").itemLong; }},
+                  {7, "SetItemLong", [&] { container_.SetItemLong(v, value); },
+                   [&] { model_.find(v, "ItemLong").itemLong = value; }},
+                  {8, "ItemString", [&] { return container_.ItemString(v); },
+                   [&] { return model_.find(v, kItemString).itemString; }},
+                  {10, "SetItemString", [&] { container_.SetItemString(v, key); },
+                   [&] { model_.find(v, kItemString).itemString = key; }},
+                  {11, "ItemFn",
+                   [&] {
+                       Variant got = u"untouched";
+                       return container_.ItemFn(v, got) ? got : got;
+                   },
+                   [&] {
+                       const std::int32_t at = model_.resolve(v);
+                       return at == 0 ? Variant(u"untouched") : model_.at(at).item;
+                   }},
+                  {12, "Sort", [&] { return container_.Sort(); }, [&] { return model_.sort(); }}});
+    }
+
+    void SortBy() {
+        static const char* const kNames[] = {"key",  "Item",     "ITEMSTRING", "ItemLong",
+                                             "Name", "HashCode", "hashindex"};
+        const char* const name = Drawn(kNames[Below(std::size(kNames))]);
+        const bool now = Chance(70);
+        Do(
+            "SortBy", [&] { return container_.SortBy(name, now); },
+            [&] { return model_.sortBy(name, now); });
     }
 
     // Neighbours, so that whole blocks of an order are emptied.
@@ -217,42 +185,21 @@ class KeyedRun : public StepRun {
 
     void OperateOnSettings() {
         const bool flag = Drawn(Chance(60));
-        switch (Below(30)) {
-            case 0:
-            case 1:
-                return Do(
-                    "SetSorted", [&] { container_.SetSorted(flag); },
-                    [&] { model_.sorted = flag; });
-            case 2:
-            case 3:
-                return Do(
-                    "SetDescending", [&] { container_.SetDescending(flag); },
-                    [&] { model_.descending = flag; });
-            case 4:
-            case 5:
-                return Do(
-                    "SetUnique", [&] { container_.SetUnique(flag); },
-                    [&] { model_.unique = flag; });
-            case 6: {
-                const auto step = static_cast<std::int32_t>(Below(300));
-                return Do(
-                    "SetGranularity", [&] { container_.SetGranularity(step); },
-                    [&] { model_.setGranularity(step); });
-            }
-            case 7:
-                return Do(
-                    "SetCompare", [&] { container_.SetCompare(1); },
-                    [&] { model_.compare = model_.compare != 0 ? 1 : 0; });
-            case 8:
-                if (Chance(80)) return;
-                return Do(
-                    "Clear", [&] { container_.Clear(); }, [&] { model_.clear(); });
-            case 9:
-                if (Chance(80)) return;
-                return Copy(flag);
-            default:
-                return;
-        }
+        const unsigned chosen = Below(30);
+        const auto step = static_cast<std::int32_t>(chosen == 6 ? Below(300) : 0);
+        if (chosen > 7 && Chance(80)) return;  // what changes most comes least
+        if (chosen == 9) return Copy(flag);
+        DoChosen(
+            chosen,
+            {{2, "SetSorted", [&] { container_.SetSorted(flag); }, [&] { model_.sorted = flag; }},
+             {4, "SetDescending", [&] { container_.SetDescending(flag); },
+              [&] { model_.descending = flag; }},
+             {6, "SetUnique", [&] { container_.SetUnique(flag); }, [&] { model_.unique = flag; }},
+             {7, "SetGranularity", [&] { container_.SetGranularity(step); },
+              [&] { model_.setGranularity(step); }},
+             {8, "SetCompare", [&] { container_.SetCompare(1); },
+              [&] { model_.compare = model_.compare != 0 ? 1 : 0; }},
+             {9, "Clear", [&] { container_.Clear(); }, [&] { model_.clear(); }}});
     }
 
     void Copy(bool mark) {

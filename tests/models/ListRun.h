@@ -32,18 +32,11 @@ class ListRun : public StepRun {
     Variant AnyIndex() {
         static const Variant kOdd[] = {{}, Variant::Null(), u"2", INT32_MAX, INT32_MIN, 1e10};
         const std::int32_t position = Below(Count() + 3) - 1;
-        switch (Below(8)) {
-            case 0:
-                return static_cast<std::int16_t>(position);
-            case 1:
-                return Below(2 * Count() + 4) / 2.0;
-            case 2:
-                return Below(8) == 0 ? kOdd[Below(std::size(kOdd))] : Variant(position);
-            case 3:
-                return position;
-            default:
-                return AnyKey();
-        }
+        const std::int32_t chosen = Below(8);
+        if (chosen == 0) return static_cast<std::int16_t>(position);
+        if (chosen == 1) return Below(2 * Count() + 4) / 2.0;
+        if (chosen == 2 && Below(8) == 0) return kOdd[Below(std::size(kOdd))];
+        return chosen < 4 ? Variant(position) : AnyKey();
     }
     std::optional<Variant> Perhaps() {
         return Below(3) == 0 ? std::optional(Drawn(AnyIndex())) : std::nullopt;

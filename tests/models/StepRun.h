@@ -6,6 +6,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <new>
 #include <optional>
@@ -59,6 +61,19 @@ class StepRun {
         what_ = what;
         ours_ = OutcomeOf([&] { return failing_ ? AfterEveryFailure(ours) : ours(); });
         if (untrue_.empty()) models_ = OutcomeOf(models);
+    }
+    // The first of several operations whose bound is above the number.
+    struct Choice {
+        template <class Ours, class Models>
+        Choice(unsigned bound, const char* what, Ours ours, Models models)
+            : Bound(bound), Run([=](StepRun& run) { run.Do(what, ours, models); }) {}
+        unsigned Bound;
+        std::function<void(StepRun&)> Run;
+    };
+    void DoChosen(unsigned number, std::initializer_list<Choice> choices) {
+        for (const Choice& choice : choices) {
+            if (number < choice.Bound) return choice.Run(*this);
+        }
     }
     // For an operation that may stop halfway, so that it cannot be tried again.
     template <class Ours, class Models>

@@ -33,7 +33,6 @@ namespace {
 using zorvane::Array;
 using zorvane::Folder;
 using zorvane::Variant;
-using Milliseconds = std::chrono::duration<double, std::milli>;
 using Clock = std::chrono::steady_clock;
 
 bool unnamedFilesRefused = false;
@@ -101,6 +100,7 @@ void Kill(pid_t child) {
 
 struct Figures {
     int Old = 0, New = 0, Empty = 0, Torn = 0, LeftBehind = 0, LeftInTheEnd = 0;
+    long Readings = 0, TornReadings = 0;
 };
 
 struct Trial {
@@ -150,11 +150,7 @@ Figures RunKills(const Folder& folder, const Trial& trial, int kills, Progress& 
     return figures;
 }
 
-struct Readings {
-    long Whole = 0, Torn = 0;
-};
-
-Readings RunWriters(const Folder& folder, bool literal, double seconds) {
+void RunWriters(const Folder& folder, bool literal, double seconds, Figures& figures) {
     const std::string path = folder.At("PropBag.dat");
     unnamedFilesRefused = false;
     Save(path, 1, true);
@@ -163,38 +159,28 @@ Readings RunWriters(const Folder& folder, bool literal, double seconds) {
         writers[writer] = Start([&] {
             for (std::uint32_t number = 2 + writer;; number += 2) Save(path, number, literal);
         });
-    Readings readings;
-    const auto end = Clock::now() + Milliseconds(1000 * seconds);
-    while (Clock::now() < end) {
-        std::uint32_t number = 0;
-        ++(Look(path, number) == Found::Whole ? readings.Whole : readings.Torn);
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    for (std::uint32_t number = 0; Clock::now() < end; ++figures.Readings) {
+        if (Look(path, number) != Found::Whole) ++figures.TornReadings;
     }
     for (const pid_t writer : writers) Kill(writer);
-    return readings;
 }
 
 bool RunTrial(const Trial& trial, int kills, double seconds, Progress& progress) {
     const auto start = Clock::now();
-    Figures killed;
-    Readings readings;
-    {
-        const Folder folder;
-        killed = RunKills(folder, trial, kills, progress);
-    }
-    if (!trial.InPlace && !trial.Named) {
-        const Folder folder;
-        readings = RunWriters(folder, trial.Literal, seconds);
-    }
+    Figures seen = RunKills(Folder(), trial, kills, progress);
+    if (!trial.InPlace && !trial.Named) RunWriters(Folder(), trial.Literal, seconds, seen);
     std::printf("%-24s %6d kills: old %d, new %d, empty %d, torn %d; left behind %d, in the end %d",
-                trial.What, kills, killed.Old, killed.New, killed.Empty, killed.Torn,
-                killed.LeftBehind, killed.LeftInTheEnd);
-    if (readings.Whole + readings.Torn > 0)
-        std::printf("; readings %ld, torn %ld", readings.Whole + readings.Torn, readings.Torn);
-    std::printf(" (%.1f s)\n", Milliseconds(Clock::now() - start).count() / 1000);
+                trial.What, kills, seen.Old, seen.New, seen.Empty, seen.Torn, seen.LeftBehind,
+                seen.LeftInTheEnd);
+    if (seen.Readings > 0)
+        std::printf("; readings %ld, torn %ld", seen.Readings, seen.TornReadings);
+    const std::chrono::duration<double> taken = Clock::now() - start;
+    std::printf(" (%.1f s)\n", taken.count());
     std::fflush(stdout);
-    const bool torn = killed.Torn + readings.Torn > 0;
+    const bool torn = seen.Torn + seen.TornReadings > 0;
     if (trial.Literal) return torn;
-    return !torn && killed.LeftInTheEnd == 0 && (trial.InPlace || killed.Empty == 0);
+    return !torn && seen.LeftInTheEnd == 0 && (trial.InPlace || seen.Empty == 0);
 }
 
 }  // namespace

@@ -6,28 +6,18 @@ namespace zorvane {
 namespace {
 
 TEST(TimingTable_Texts, StandAsTheWindowShowsThem) {
-    const char16_t* const columns[] = {u"Description", u"Vesk Collection", u"ZVKeyList",
-                                       u"ZVCollection", u"Quarm_CollectionEx"};
-    for (int column = 0; column < TimingTable::kColumns; ++column) {
-        EXPECT_EQ(TimingTable::ColumnCaption(column), Text(columns[column]));
+    Text columns, rows;
+    for (int i = 0; i < TimingTable::kColumns; ++i) {
+        columns = columns + TimingTable::ColumnCaption(i) + u";";
     }
-    const char16_t* const rows[] = {u"Add method",
-                                    u"Item method (by string)",
-                                    u"Item method (by index)",
-                                    u"Item method (non-existing key)",
-                                    u"Sub-Total.. Add & Item methods",
-                                    u"",
-                                    u"For .. Each Loop",
-                                    u"For .. Next Loop",
-                                    u"",
-                                    u"Remove method (by string)",
-                                    u"Remove method (by index)",
-                                    u"",
-                                    u"",
-                                    u""};
     for (int row = 1; row <= TimingTable::kRows; ++row) {
-        EXPECT_EQ(TimingTable::Description(row), Text(rows[row - 1]));
+        rows = rows + TimingTable::Description(row) + u";";
     }
+    EXPECT_EQ(columns, u"Description;Vesk Collection;ZVKeyList;ZVCollection;Quarm_CollectionEx;");
+    EXPECT_EQ(rows,
+              u"Add method;Item method (by string);Item method (by index);"
+              "Item method (non-existing key);Sub-Total.. Add & Item methods;;For .. Each Loop;"
+              "For .. Next Loop;;Remove method (by string);Remove method (by index);;;;");
 }
 
 TEST(TimingTable_ClearColumn, LeavesTheOtherColumnsAndTheLastRows) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "propbag/StreamEncoder.h"
 #include "propbag/StreamWords.h"
 #include "propbag/ZVPropertyBag.h"
@@ -100,8 +102,7 @@ TEST(Contents_Damaged, EverySingleBitFlipIsSurvived) {
         unharmed +=
             bag.Count() == 2 && bag.Item(1) == Variant(u"Hi") && bag.Item(2) == Variant(1200);
     }
-    // Names, element sizes of texts and settings may flip and leave both values; no more than
-    // those.
+    // Names, element sizes of texts and settings may flip and leave both values; no more.
     EXPECT_GT(unharmed, 200);
     EXPECT_LT(unharmed, 700);
 }
@@ -117,19 +118,15 @@ TEST(Contents_Damaged, CountsLengthsAndBoundsUpTo32BitsTakeNoMemory) {
         Words count = TwoEntries();
         PutLong(count.data() + 4, size);
         AssignHostile(bag, count, "entries: " + what);
-        for (const int element : {2, 3, 5, 8, 12, 17}) {
-            for (const int width : {0, 1, 4, 8, 16, -1}) {
-                for (const std::uint32_t upper : {size - 1, 0u, 0x7FFFFFFFu, 0x80000000u}) {
-                    for (const std::uint32_t lower : {0u, 0x80000000u}) {
-                        Words array{static_cast<std::int16_t>(0x2000 + element),
-                                    static_cast<std::int16_t>(width)};
-                        for (const std::uint32_t part : {size, lower, upper}) {
-                            AppendLong(array, part);
-                        }
-                        AssignHostile(bag, OneEntry(array), "array of " + what);
-                    }
-                }
-            }
+        for (int which = 0; which < 6 * 6 * 4 * 2; ++which) {
+            constexpr std::array<std::int16_t, 6> kElements{2, 3, 5, 8, 12, 17};
+            constexpr std::array<std::int16_t, 6> kWidths{0, 1, 4, 8, 16, -1};
+            const auto at = static_cast<std::size_t>(which);
+            Words array{static_cast<std::int16_t>(0x2000 + kElements[at % 6]), kWidths[at / 6 % 6]};
+            AppendLong(array, size);
+            AppendLong(array, which < 144 ? 0 : 0x80000000u);
+            AppendLong(array, std::array{size - 1, 0u, 0x7FFFFFFFu, 0x80000000u}[at / 36 % 4]);
+            AssignHostile(bag, OneEntry(array), "array of " + what);
         }
     }
 }

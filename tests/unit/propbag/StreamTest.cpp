@@ -168,6 +168,13 @@ TEST(Stream, EveryTypeHasItsWordsAndComesBack) {
     }
 }
 
+// Catches a copy in pieces that leaves a unit out, or writes beyond the text.
+TEST(Stream, ATextOfAnyLengthComesBack) {
+    std::u16string text;
+    for (char16_t unit = u'!'; unit < u'H'; text += unit++)
+        EXPECT_EQ(RoundTrip(text), Variant(text));
+}
+
 // The whole list of what is lost, and what stands in its place.
 TEST(Stream, KeptWhatTheFormatLosesComesBackAsEmpty) {
     const auto object = MakeObject<CountedObject>();
