@@ -127,10 +127,39 @@ TEST(KeyListEX, ArgumentsMayLiveInsideTheList) {
 TEST(KeyListEX, LateBoundMembersAnswerAsTheTypedOnes) {
     KeyListEX list = Filled({"a", "b"});
     Object& object = list;
-    const Variant a[] = {u"a"};
-    EXPECT_EQ(object.Get(u"COUNT"), Variant(2));
-    EXPECT_EQ(object.Get(u"ClassName"), Variant(u"ZorvaneDemoProject.KeyListEX"));
-    EXPECT_EQ(object.Call(u"item", a), Variant(u"a"));
+    const struct {
+        const char16_t* member;
+        std::vector<Variant> arguments;
+        Variant gives;
+    } rows[] = {
+        {u"COUNT", {}, 2},
+        {u"Changed", {}, true},
+        {u"ClassName", {}, u"ZorvaneDemoProject.KeyListEX"},
+        {u"Compare", {}, 0},
+        {u"CopyItemValue", {1, 4}, u"a"},
+        {u"CopyItemValue", {1, 9}, Variant()},
+        {u"CopyItemValue", {0, 9}, Variant()},
+        {u"Descending", {}, false},
+        {u"Exists", {u"b"}, true},
+        {u"Granularity", {}, 32},
+        {u"item", {u"a"}, u"a"},
+        {u"ItemLong", {u"a"}, 7},
+        {u"ItemString", {1}, u"s"},
+        {u"Key", {2}, u"b"},
+        {u"SortBy", {u"ItemLong", true}, false},
+        {u"Sort", {}, true},
+        {u"Key", {2}, u"a"},
+        {u"Sorted", {}, true},
+        {u"Unique", {}, true},
+        {u"Remove", {u"a"}, 1},
+        {u"Clear", {}, Variant()},
+        {u"Count", {}, 0},
+    };
+    list.SetItemLong(u"a", 7);
+    list.SetItemString(u"a", u"s");
+    for (const auto& row : rows) {
+        EXPECT_EQ(object.Call(row.member, row.arguments), row.gives) << Text(row.member);
+    }
     EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Weight"); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { object.Get(u"Item"); }), 5);
 }

@@ -21,6 +21,7 @@ TEST(Array_Bounds, AreKeptOrRefused) {
         {"up to the last position", VarType::Byte, INT32_MAX - 1, 2, 0},
         {"past the last position", VarType::Byte, INT32_MAX, 2, 9},
         {"none", VarType::Byte, 0, 0, 0},
+        {"in a large block", VarType::Long, 0, 1 << 20, 0},
         {"none, at the first position", VarType::Byte, INT32_MIN, 0, 9},
         {"one, at the first position", VarType::Byte, INT32_MIN, 1, 0},
         {"less than none", VarType::Byte, 0, -1, 9},

@@ -88,6 +88,7 @@ TEST(Comparers, ObjectsCompareByWholeAddress) {
 
 TEST(AddOffset, WrapsInsteadOfRaising) {
     EXPECT_EQ(AddOffset(0xFFFFFFFF, 2), 1u);
+    EXPECT_NE(FunctionAddress(CompareString), FunctionAddress(CompareVariant));
 }
 
 }  // namespace
