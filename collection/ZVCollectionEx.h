@@ -8,7 +8,7 @@
 // same when their hash codes are equal and their texts are equal without regard to case. Cost:
 // look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
 // at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
-// O(n^1.3) at worst.
+// O(n log^2 n) at worst.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 

@@ -39,7 +39,7 @@ void CollectionEx::Clear() noexcept {
     ReleaseAll();
 }
 
-void CollectionEx::Add(Variant Item, const Text& Key, const CollectionExAdd& Options) {
+void CollectionEx::Add(Variant Item, Text Key, const CollectionExAdd& Options) {
     // Let go at the end, when everything stands: a release may run code that uses this collection.
     ItemSnapshot stale;
     if (const auto present = FindKey(Key)) {
@@ -52,7 +52,7 @@ void CollectionEx::Add(Variant Item, const Text& Key, const CollectionExAdd& Opt
         Rehash(static_cast<std::int32_t>(
             std::min(std::int64_t{capacity_} + growStep_, std::int64_t{kGreatest})));
     }
-    Text key = sorted_ ? LowerCase(Key) : Key;
+    Text key = sorted_ ? LowerCase(Key) : std::move(Key);
     const std::int32_t position = sorted_ ? FindSorted(key) : PlaceFor(Options);
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);

@@ -69,7 +69,7 @@ class CollectionEx : public Object {
     // Raises 457 for a key that is present (unless Replace), and for a new key on an unsorted
     // collection 5 when both Before and After are given or their key is absent, 9 when their
     // position is outside 1..Count(). Kept: a full collection grows before such an error.
-    void Add(Variant Item, const Text& Key, const CollectionExAdd& Options = {});
+    void Add(Variant Item, Text Key, const CollectionExAdd& Options = {});
 
     // Raises 5 for an absent key and 9 for a position outside 1..Count().
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
@@ -95,7 +95,7 @@ class CollectionEx : public Object {
     [[nodiscard]] Text Key(std::int32_t Position) const;
 
     [[nodiscard]] bool Sorted() const noexcept { return sorted_; }
-    // True sorts by key, O(n^1.3) at worst; False leaves the order as it is.
+    // True sorts by key, O(n log^2 n) at worst; False leaves the order as it is.
     void SetSorted(bool value);
 
     // What the collection is planned for: records, and slots of its hash table (always odd).

@@ -221,7 +221,8 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     KeyListRecord doomed = std::move(records_.OfNumber(*number));
     index_.Erase(doomed.Key.FoldedHash(), *number);
     records_.Erase(position);
-    if (Count() > 0 && Count() < capacity_ - Granularity()) capacity_ = Count();
+    const std::int64_t spare = std::int64_t{capacity_} - Count();
+    if (Count() > 0 && spare > Granularity()) capacity_ = Count();
     settings_.Changed = true;
     if (ReturnItem) return std::move(doomed.Item);
     return position;

@@ -7,8 +7,8 @@
 // there, and Add may repeat one. A look-up by key may re-sort: look-ups are not const, and earlier
 // positions go stale. Cost: look-up by key and by position O(1) to O(log n), Add and Remove O(log
 // n) comparisons and the move of at most a block of 4-byte numbers, whatever the count; among k
-// equal keys O(k) more. A sort, and so SetKey while Sorted, O(n log n), in integers O(n^1.3) where
-// values tie.
+// equal keys O(k) more. A sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n)
+// where values tie.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 

@@ -56,8 +56,9 @@ class ZVPropertyBag : public Object {
     // No entries, sorted, unique names, Granularity 16, not Changed.
     void Clear() noexcept;
 
-    // The whole bag but Changed as words, bounds from 0, in one block of just that size. Null,
-    // decimal values and objects in arrays have no form there and come back as Empty (FORMAT.md).
+    // The whole bag but Changed as words, bounds from 0, in one block of just that size. Null and
+    // decimal values have no form there and come back as Empty. Arrays of Error, Decimal or Object
+    // can be written and not read: what stands behind one is lost as well (FORMAT.md).
     // Raises 5 for a value whose arrays are nested too deep to be read again. O(size).
     [[nodiscard]] Array Contents() const;
     // Clears the bag and rebuilds it. Whatever is no stream leaves it empty; of a damaged stream

@@ -14,7 +14,7 @@
 
 namespace zorvane::modZorvane {
 
-// The order of the values, as indexes from 0. O(n log n), and O(n^1.3) in integers where values
+// The order of the values, as indexes from 0. O(n log n), and O(n log^2 n) in integers where values
 // tie.
 [[nodiscard]] std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values,
                                                      bool descending);

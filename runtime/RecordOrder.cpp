@@ -196,7 +196,8 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
     if (cursor_.count == 0 || position - cursor_.from > cursor_.count) {
         static_cast<void>(FindBlock(position));
     }
-    if (cursor_.count == kBlock) {
+    // Between two full blocks the place may next be found in the other.
+    while (cursor_.count == kBlock) {
         Split(cursor_.block);
         static_cast<void>(FindBlock(position));
     }

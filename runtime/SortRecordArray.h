@@ -13,8 +13,8 @@ namespace zorvane::modZorvane {
 
 // The order that the sort gives `count` values, as indexes from 0; `fieldAt(i)` is the address of
 // value i. Nothing is moved, so a comparer that raises changes nothing. Fewer than 2 values are not
-// compared. O(n log n) for texts, 32-bit integers and tagged values, O(n^1.3) where they tie and
-// for every other type.
+// compared. O(n log n) for texts, 32-bit integers and tagged values, O(n log^2 n) where they tie
+// and for every other type.
 [[nodiscard]] std::vector<std::uint32_t> SortedOrder(
     std::size_t count, const std::function<const void*(std::uint32_t)>& fieldAt, Comparer comparer,
     std::int32_t mode, bool descending);

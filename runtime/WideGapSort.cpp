@@ -11,12 +11,18 @@
 
 namespace zorvane::modZorvane {
 
+namespace {
+
+constexpr auto kByRank = [](auto a, auto b) {
+    const auto left = a >> 32;
+    const auto right = b >> 32;
+    return (left > right) - (left < right);
+};
+
+}  // namespace
+
 void PlainGapSort(std::vector<Ranked>& elements, bool descending) {
-    GapSort(elements, descending, [](Ranked a, Ranked b) {
-        const std::uint64_t left = a >> 32;
-        const std::uint64_t right = b >> 32;
-        return (left > right) - (left < right);
-    });
+    GapSort(elements, descending, kByRank);
 }
 
 #if ZORVANE_WIDE
@@ -35,14 +41,17 @@ bool OutOfPlace(std::int64_t ahead, std::int64_t ceiling) {
     return (ahead > ceiling) != kDescending;
 }
 
-// Moves `taken` forward along its chain from the hole at `at`.
+// Moves `taken` forward along its chain from the hole at `at`; gives the moves that it took.
 template <bool kDescending>
-void Sink(std::int64_t* elements, std::ptrdiff_t at, std::ptrdiff_t gap, std::int64_t taken) {
+std::ptrdiff_t Sink(std::int64_t* elements, std::ptrdiff_t at, std::ptrdiff_t gap,
+                    std::int64_t taken) {
     const std::int64_t ceiling = Ceiling(taken);
-    for (; at >= gap && OutOfPlace<kDescending>(elements[at - gap], ceiling); at -= gap) {
+    std::ptrdiff_t moves = 0;
+    for (; at >= gap && OutOfPlace<kDescending>(elements[at - gap], ceiling); at -= gap, ++moves) {
         elements[at] = elements[at - gap];
     }
     elements[at] = taken;
+    return moves;
 }
 
 [[gnu::target("avx2")]] inline __m256i Load(const std::int64_t* from) {
@@ -62,12 +71,13 @@ template <bool kDescending>
 
 // Moves the four elements at `at`, of which `moving` are out of place, forward along their chains.
 template <bool kDescending>
-[[gnu::target("avx2")]] void SinkFour(std::int64_t* elements, std::ptrdiff_t at, std::ptrdiff_t gap,
-                                      __m256i ahead, __m256i moving) {
+[[gnu::target("avx2")]] std::ptrdiff_t SinkFour(std::int64_t* elements, std::ptrdiff_t at,
+                                                std::ptrdiff_t gap, __m256i ahead, __m256i moving) {
     const __m256i taken = Load(elements + at);
     const __m256i ceilings = _mm256_or_si256(taken, _mm256_set1_epi64x(Ceiling(0)));
     __m256i here = taken;
-    for (;;) {
+    std::ptrdiff_t moves = 0;
+    for (;; moves += kLanes) {
         Store(elements + at, _mm256_blendv_epi8(here, ahead, moving));
         at -= gap;
         if (at < gap) break;
@@ -78,38 +88,48 @@ template <bool kDescending>
         moving = going;
         if (!None(moving)) continue;
         Store(elements + at, here);
-        return;
+        return moves;
     }
     // Some chains begin here: the rest one by one.
     std::int64_t values[kLanes];
     Store(values, taken);
     const int lanes = _mm256_movemask_pd(_mm256_castsi256_pd(moving));
     for (int lane = 0; lane < kLanes; ++lane) {
-        if ((lanes >> lane & 1) != 0) Sink<kDescending>(elements, at + lane, gap, values[lane]);
+        if ((lanes >> lane & 1) == 0) continue;
+        moves += Sink<kDescending>(elements, at + lane, gap, values[lane]);
     }
+    return moves;
 }
 
-// One pass with a gap of at least kLanes, so that four neighbours belong to four chains.
+// Insertions until the end, or until they are too many; gives where it stopped. With a gap of at
+// least kLanes four neighbours belong to four chains.
 template <bool kDescending>
-[[gnu::target("avx2")]] void WidePass(std::int64_t* elements, std::ptrdiff_t count,
-                                      std::ptrdiff_t gap) {
+[[gnu::target("avx2")]] std::ptrdiff_t Pass(std::int64_t* elements, std::ptrdiff_t count,
+                                            std::ptrdiff_t gap) {
+    std::ptrdiff_t left = static_cast<std::ptrdiff_t>(kPatience) * count;
     std::ptrdiff_t i = gap;
-    for (; i + kLanes <= count; i += kLanes) {
+    for (; gap >= kLanes && i + kLanes <= count && left > 0; i += kLanes) {
         const __m256i ceilings =
             _mm256_or_si256(Load(elements + i), _mm256_set1_epi64x(Ceiling(0)));
         const __m256i ahead = Load(elements + i - gap);
         const __m256i moving = OutOfPlace<kDescending>(ahead, ceilings);
-        if (!None(moving)) SinkFour<kDescending>(elements, i, gap, ahead, moving);
+        if (!None(moving)) left -= SinkFour<kDescending>(elements, i, gap, ahead, moving);
     }
-    for (; i < count; ++i) Sink<kDescending>(elements, i, gap, elements[i]);
+    for (; i < count && left > 0; ++i) left -= Sink<kDescending>(elements, i, gap, elements[i]);
+    return i;
 }
 
 template <bool kDescending>
 void SortWide(std::int64_t* elements, std::ptrdiff_t count) {
     std::ptrdiff_t gap = 0;
     while (gap <= count) gap = 3 * gap + 1;
-    for (gap /= 3; gap >= kLanes; gap /= 3) WidePass<kDescending>(elements, count, gap);
-    for (std::ptrdiff_t i = 1; i < count; ++i) Sink<kDescending>(elements, i, 1, elements[i]);
+    do {
+        gap /= 3;
+        const std::ptrdiff_t done = Pass<kDescending>(elements, count, gap);
+        if (done >= count) continue;
+        FinishPass(elements, static_cast<std::size_t>(count), static_cast<std::size_t>(gap),
+                   static_cast<std::size_t>(done), kDescending, kByRank);
+    } while (gap > 1);
 }
 
 }  // namespace
