@@ -221,7 +221,11 @@ class ZVPropertyBag_Fonts : public ZVPropertyBag_Objects {
 };
 
 TEST_F(ZVPropertyBag_Fonts, EveryPropertyComesBack) {
-    const FontValue table[] = {{u"Sans", 12.5, 700, true, -1, true, true, true},
+    const FontValue table[] = {{.Bold = true},
+                               {.Italic = true},
+                               {.Strikethrough = true},
+                               {.Underline = true},
+                               {u"Sans", 12.5, 700, true, -1, true, true, true},
                                {.Name = u"", .Bold = true, .Italic = true},
                                {.Name = u"Roman", .Size = 8.25, .Weight = 0}};
     for (const FontValue& font : table) EXPECT_EQ(Back(MakeObject<Font>(font)), font);
