@@ -149,5 +149,14 @@ TEST(CollectionEx_LateBound, ReachesItsMembersByName) {
     EXPECT_EQ(NumberRaisedBy([&] { collection.Get(u"NoSuch"); }), 438);
 }
 
+// Catches a key that is read after growth has moved the entry in which it lives.
+TEST(CollectionEx_Add, AKeyMayLiveInTheCollection) {
+    CollectionEx list;
+    const auto text = [](int i) { return Text("text" + std::to_string(i)); };
+    for (int i = 0; i < list.Capacity(); ++i) list.Add(text(i), Text("k" + std::to_string(i)));
+    list.Add(1, list.begin()->AsText());
+    EXPECT_EQ(list.Item(u"text0"), Variant(1));
+}
+
 }  // namespace
 }  // namespace zorvane
