@@ -69,12 +69,12 @@ Form::~Form() {
     for (QObject* child : findChildren<QObject*>()) child->disconnect(this);
 }
 
-Text Form::Caption() const {
-    return ToText(windowTitle());
-}
-
+// A window manager lays out the whole title that it is given; with a million letters that takes it
+// seconds, in which nobody's window answers.
 void Form::SetCaption(const Text& caption) {
-    setWindowTitle(ToQString(caption));
+    constexpr qsizetype kLongestTitle = 1000;
+    caption_ = caption;
+    setWindowTitle(ToQString(caption).left(kLongestTitle));
 }
 
 void Form::Load() {

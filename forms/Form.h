@@ -30,7 +30,8 @@ class Form : public QWidget, public virtual Object {
     explicit Form(const char* name);
     ~Form() override;
 
-    [[nodiscard]] Text Caption() const;
+    // Whole, however little of it the title bar has room for.
+    [[nodiscard]] const Text& Caption() const noexcept { return caption_; }
     void SetCaption(const Text& caption);
 
     // The outer frame in twips, single precision, exactly as assigned until the person changes it.
@@ -101,6 +102,7 @@ class Form : public QWidget, public virtual Object {
     void Place(const Form* owner);
     void ReleaseWhenIdle();
 
+    Text caption_;
     FramePlacement placement_{*this};
     std::vector<QPointer<Form>> opened_;
     QPointer<QAbstractButton> cancel_;

@@ -37,7 +37,8 @@ TEST_F(frmDemo2Test, KeptBlanksStandInTheExplanation) {
 }
 
 TEST_F(frmDemo2Test, EveryPropertyComesBack) {
-    const Text caption = u"A caption of [*] my own\u00e9 \U0001F600";
+    const Text caption = Text(u"A caption of [*] my own\u00e9 \U0001F600") +
+                         Text(std::u16string(2000, u'M'));
     auto window = Open();
     window->SetCaption(caption);
     window->SetBackColor(0x00336699);
@@ -51,6 +52,7 @@ TEST_F(frmDemo2Test, EveryPropertyComesBack) {
     session_ = PropBagSession();  // as the next start of the program
     window = Open();
     EXPECT_EQ(window->Caption(), caption);
+    EXPECT_LE(window->windowTitle().size(), 1000) << "a window manager would lay out all of it";
     EXPECT_EQ(window->BackColor(), 0x00336699U);
     EXPECT_EQ(window->ForeColor(), 0x00FFEEDDU);
     EXPECT_EQ(window->WindowFont(), OddFont());
