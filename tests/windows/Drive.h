@@ -9,9 +9,7 @@
 #include <QWidget>
 #include <QWindow>
 #include <functional>
-#include <vector>
 
-#include "forms/Dialogs.h"
 #include "forms/Form.h"
 #include "forms/Screen.h"
 
@@ -68,29 +66,6 @@ class WhenModal : public QObject {
     bool done_ = false;
 };
 
-// Keeps what is said instead of showing it, and answers as told.
-class SpokenDialogs : public Dialogs {
-  public:
-    void Message(QWidget*, const QString&, const QString& message, Kind) override {
-        Said.push_back(message);
-    }
-    bool Print(QWidget*, const QString&, const QString& text) override {
-        Printed.push_back(text);
-        return true;
-    }
-    std::optional<QString> SaveFileName(QWidget*, const QString&, const QString&,
-                                        const QString&) override {
-        return Path;
-    }
-
-    std::vector<QString> Said;
-    std::vector<QString> Printed;
-    std::optional<QString> Path;
-
-  private:
-    ScopedDialogs scope_{*this};
-};
-
 // Every test starts with the default pointer and leaves no window behind.
 class WindowTest : public testing::Test {
   protected:
@@ -115,6 +90,7 @@ inline bool Shown(Form& form) {
 template <class T>
 class ShownWindowTest : public WindowTest {
   protected:
+    explicit ShownWindowTest(Ref<T> window = MakeObject<T>()) : window_(std::move(window)) {}
     void SetUp() override {
         WindowTest::SetUp();
         ASSERT_TRUE(Shown(*window_));
@@ -124,8 +100,13 @@ class ShownWindowTest : public WindowTest {
         window_ = nullptr;
         WindowTest::TearDown();
     }
+    template <class W = QWidget>
+    [[nodiscard]] W* At(const char* name, int index = -1) const {
+        return Control<W>(window_.Get(), name, index);
+    }
+    void Press(const char* name, int index = -1) const { Click(At(name, index)); }
 
-    Ref<T> window_ = MakeObject<T>();
+    Ref<T> window_;
 };
 
 }  // namespace zorvane::test

@@ -27,7 +27,7 @@ namespace {
 
 struct Window {
     const char* What;
-    std::function<Ref<Form>()> Make;
+    Ref<Form> (*Make)();
     friend std::ostream& operator<<(std::ostream& out, const Window& one) {
         return out << one.What;
     }
@@ -39,65 +39,44 @@ template <class T, class... Arguments>
     return MakeObject<T>(arguments...);
 }
 
-template <class T, class... Arguments>
-std::function<Ref<Form>()> Plain(Arguments&... arguments) {
-    return [&arguments...]() -> Ref<Form> { return Made<T>(arguments...); };
+template <class T>
+Ref<Form> Plain() {
+    return Made<T>();
 }
 
-std::vector<Window> EveryWindow() {
-    static PropBagSession session;
-    static Order order;
+Ref<Form> Splash(const char16_t* shown) {
+    const auto made = Made<frmSplash>();
+    made->SetProgressBarText(u"Reading the classes of the project");
+    made->Set(shown, true);
+    return made;
+}
+
+Ref<Form> Summary() {
+    Order order;
     order.Answers.fill(u"An answer of some length");
-    const auto splash = [](const char16_t* shown) {
-        return [shown]() -> Ref<Form> {
-            const auto made = Made<frmSplash>();
-            made->SetProgressBarText(u"Reading the classes of the project");
-            made->Set(shown, true);
-            return made;
-        };
-    };
-    return {{"frmSplash", splash(u"CloseVisible")},
-            {"frmSplashProgress", splash(u"ProgressBarVisible")},
-            {"FrmMainDemo", Plain<FrmMainDemo>()},
-            {"FrmThank", Plain<FrmThank>()},
-            {"frmOrder", Plain<frmOrder>()},
-            {"frmOrderSummary", Plain<frmOrderSummary>(order)},
-            {"frmDemo0", Plain<frmDemo0>()},
-            {"frmDemo2", Plain<frmDemo2>(session)},
-            {"FrmDemo1", Plain<FrmDemo1>()}};
+    return Made<frmOrderSummary>(order);
 }
 
-// The controls a person sees, without the parts that the toolkit builds into them.
-std::vector<QWidget*> SeenControls(const Form& form) {
-    std::vector<QWidget*> controls;
-    for (QWidget* child : form.findChildren<QWidget*>()) {
-        const bool part = child->objectName().startsWith("qt_") || child->objectName().isEmpty();
-        if (child->isVisible() && !part) controls.push_back(child);
-    }
-    return controls;
+Ref<Form> PropertyBag() {
+    static PropBagSession session;
+    return Made<frmDemo2>(session);
 }
 
-class Looks : public WindowTest, public testing::WithParamInterface<Window> {
-  protected:
-    void SetUp() override {
-        WindowTest::SetUp();
-        form_ = GetParam().Make();
-        ASSERT_TRUE(Shown(*form_));
-    }
-    void TearDown() override {
-        form_->Unload();
-        form_ = nullptr;
-        QApplication::setPalette(QPalette());
-        WindowTest::TearDown();
-    }
-
-    Ref<Form> form_;
-};
+constexpr Window kEveryWindow[] = {
+    {"frmSplash", [] { return Splash(u"CloseVisible"); }},
+    {"frmSplashProgress", [] { return Splash(u"ProgressBarVisible"); }},
+    {"FrmMainDemo", Plain<FrmMainDemo>},
+    {"FrmThank", Plain<FrmThank>},
+    {"frmOrder", Plain<frmOrder>},
+    {"frmOrderSummary", Summary},
+    {"frmDemo0", Plain<frmDemo0>},
+    {"frmDemo2", PropertyBag},
+    {"FrmDemo1", Plain<FrmDemo1>}};
 
 // Catches what a closed window leaves behind for the next, or the sanitizers find it.
 TEST(EveryWindowTest, OpensAndClosesAgainAndAgain) {
     const auto before = QApplication::allWidgets().size();
-    for (const Window& window : EveryWindow()) {
+    for (const Window& window : kEveryWindow) {
         for (int cycle = 0; cycle < 200; ++cycle) {
             const Ref<Form> form = window.Make();
             form->show();
@@ -109,32 +88,52 @@ TEST(EveryWindowTest, OpensAndClosesAgainAndAgain) {
     }
 }
 
-TEST_P(Looks, EveryControlCanBeNamedByAScreenReader) {
-    QAccessibleInterface* window = QAccessible::queryAccessibleInterface(form_.Get());
-    ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(window->role() == QAccessible::Window || window->role() == QAccessible::Dialog);
-    EXPECT_FALSE(window->text(QAccessible::Name).isEmpty());
-    int named = 0;
-    for (QWidget* control : SeenControls(*form_)) {
-        if (control->objectName() == "fraMainFrame") continue;  // holds, says nothing
-        const auto* spoken = QAccessible::queryAccessibleInterface(control);
-        SCOPED_TRACE(control->objectName().toStdString());
-        ASSERT_NE(spoken, nullptr);
-        const QString name = spoken->text(QAccessible::Name);
-        EXPECT_TRUE(!name.trimmed().isEmpty() || control->objectName() == "lblStatus");
-        EXPECT_FALSE(name.contains('\r') || name.contains('&'));
-        ++named;
+class Looks : public ShownWindowTest<Form>, public testing::WithParamInterface<Window> {
+  protected:
+    Looks() : ShownWindowTest(GetParam().Make()) {}
+    void TearDown() override {
+        ShownWindowTest::TearDown();
+        QApplication::setPalette(QPalette());
     }
-    EXPECT_GT(named, 3);
+    // The controls a person sees, without the parts that the toolkit builds into them.
+    [[nodiscard]] std::vector<QWidget*> SeenControls() const {
+        std::vector<QWidget*> controls;
+        for (QWidget* child : window_->findChildren<QWidget*>()) {
+            const QString name = child->objectName();
+            const bool part = name.startsWith("qt_") || name.isEmpty();
+            if (child->isVisible() && !part) controls.push_back(child);
+        }
+        return controls;
+    }
+};
+
+// A text that does not fit is cut off without a word.
+void ExpectRoomForTheText(const QWidget* control) {
+    if (const auto* wrap = dynamic_cast<const WrapButton*>(control)) {
+        const QSize room = wrap->size() - QSize(24, 8);
+        const QString caption = ForDisplay(wrap->text());
+        const QFont shown = FittingFont(wrap->font(), caption, room);
+        EXPECT_GE(shown.pointSizeF(), 9) << "as it is painted";
+        EXPECT_LE(WrappedSize(shown, caption, room.width()).height(), room.height());
+    } else if (const auto* button = qobject_cast<const QPushButton*>(control)) {
+        EXPECT_EQ(button->size().expandedTo(button->minimumSizeHint()), button->size());
+    } else if (const auto* label = qobject_cast<const QLabel*>(control)) {
+        const QSize taken = WrappedSize(label->font(), label->text(), label->width());
+        EXPECT_EQ(label->size().expandedTo(taken), label->size());
+    } else if (const auto* box = qobject_cast<const QLineEdit*>(control)) {
+        const QFontMetrics metrics(box->font());
+        EXPECT_LE(metrics.horizontalAdvance(box->placeholderText()), box->width() - 12);
+        EXPECT_GE(box->height(), metrics.height());
+    }
 }
 
 TEST_P(Looks, NothingIsCutOffLiesOutsideOrOnAnother) {
-    EXPECT_TRUE(form_->screen()->availableGeometry().contains(form_->frameGeometry()));
-    for (const QSize size : {form_->size(), form_->minimumSize()}) {
-        form_->resize(size.expandedTo(QSize(1, 1)));
+    EXPECT_TRUE(window_->screen()->availableGeometry().contains(window_->frameGeometry()));
+    for (const QSize size : {window_->size(), window_->minimumSize()}) {
+        window_->resize(size.expandedTo(QSize(1, 1)));
         QTest::qWait(1);
-        const auto controls = SeenControls(*form_);
-        for (QWidget* control : controls) {
+        const auto controls = SeenControls();
+        for (const QWidget* control : controls) {
             SCOPED_TRACE(control->objectName().toStdString());
             for (const QWidget* other : controls) {
                 if (other == control || other->parentWidget() != control->parentWidget()) continue;
@@ -145,31 +144,35 @@ TEST_P(Looks, NothingIsCutOffLiesOutsideOrOnAnother) {
             if (!qobject_cast<QScrollArea*>(control->parentWidget()->parentWidget())) {
                 EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()));
             }
-            if (const auto* wrap = dynamic_cast<WrapButton*>(control)) {
-                const QSize room = wrap->size() - QSize(24, 8);
-                const QString caption = ForDisplay(wrap->text());
-                const QFont shown = FittingFont(wrap->font(), caption, room);
-                EXPECT_GE(shown.pointSizeF(), 9) << "as it is painted";
-                EXPECT_LE(WrappedSize(shown, caption, room.width()).height(), room.height());
-            } else if (auto* button = qobject_cast<QPushButton*>(control)) {
-                EXPECT_GE(button->width(), button->minimumSizeHint().width());
-                EXPECT_GE(button->height(), button->minimumSizeHint().height());
-            } else if (auto* label = qobject_cast<QLabel*>(control)) {
-                const QSize taken = WrappedSize(label->font(), label->text(), label->width());
-                EXPECT_LE(taken.width(), label->width());
-                EXPECT_LE(taken.height(), label->height());
-            } else if (auto* box = qobject_cast<QLineEdit*>(control)) {
-                const QFontMetrics metrics(box->font());
-                EXPECT_LE(metrics.horizontalAdvance(box->placeholderText()), box->width() - 12);
-                EXPECT_GE(box->height(), metrics.height());
-            }
+            ExpectRoomForTheText(control);
         }
     }
 }
 
+TEST_P(Looks, EveryControlCanBeNamedByAScreenReaderAndReachedByKeys) {
+    const auto* spoken = QAccessible::queryAccessibleInterface(window_.Get());
+    EXPECT_TRUE(spoken->role() == QAccessible::Window || spoken->role() == QAccessible::Dialog);
+    EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty());
+    std::set<QWidget*> unreached;
+    for (QWidget* control : SeenControls()) {
+        const QString called = control->objectName();
+        if (control->focusPolicy() & Qt::TabFocus) unreached.insert(control);
+        if (called == "fraMainFrame" || called == "lblStatus") continue;  // they say nothing yet
+        spoken = QAccessible::queryAccessibleInterface(control);
+        const QString name = spoken ? spoken->text(QAccessible::Name) : QString();
+        EXPECT_FALSE(name.trimmed().isEmpty()) << called.toStdString();
+        EXPECT_FALSE(name.contains('\r') || name.contains('&')) << name.toStdString();
+    }
+    for (int step = 0; step < 40 && window_->focusWidget(); ++step) {
+        unreached.erase(window_->focusWidget());
+        QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+    }
+    for (const QWidget* missed : unreached) ADD_FAILURE() << missed->objectName().toStdString();
+}
+
 TEST_P(Looks, NoTwoControlsShareAMnemonic) {
     QStringList taken;
-    for (QWidget* control : form_->findChildren<QWidget*>()) {
+    for (QWidget* control : window_->findChildren<QWidget*>()) {
         const auto* button = qobject_cast<QAbstractButton*>(control);
         const auto* label = qobject_cast<QLabel*>(control);
         const QString caption = button                    ? button->text()
@@ -181,32 +184,17 @@ TEST_P(Looks, NoTwoControlsShareAMnemonic) {
     }
 }
 
-TEST_P(Looks, TabReachesEveryControlThatTakesInput) {
-    std::set<QWidget*> wanted;
-    for (QWidget* control : SeenControls(*form_)) {
-        if (control->focusPolicy() & Qt::TabFocus && control->isEnabled()) wanted.insert(control);
-    }
-    for (int step = 0; step < 40 && !wanted.empty(); ++step) {
-        QWidget* focus = form_->focusWidget();
-        if (!focus) break;
-        wanted.erase(focus);
-        QTest::keyClick(focus, Qt::Key_Tab);
-    }
-    for (const QWidget* missed : wanted) ADD_FAILURE() << missed->objectName().toStdString();
-}
-
 TEST_P(Looks, TextIsLegibleInADarkPalette) {
     QPalette dark(QColor(42, 46, 50));
     dark.setColor(QPalette::PlaceholderText, Qt::black);  // as some dark palettes leave it
     QApplication::setPalette(dark);
     QCoreApplication::sendPostedEvents();
-    for (QWidget* control : SeenControls(*form_)) {
+    for (const QWidget* control : SeenControls()) {
+        SCOPED_TRACE(control->objectName().toStdString());
         const QPalette palette = control->palette();
-        EXPECT_GE(Contrast(palette.color(control->foregroundRole()),
-                           palette.color(control->backgroundRole())),
-                  4.5)
-            << control->objectName().toStdString();
-        const auto* box = qobject_cast<QLineEdit*>(control);
+        const QColor text = palette.color(control->foregroundRole());
+        EXPECT_GE(Contrast(text, palette.color(control->backgroundRole())), 4.5);
+        const auto* box = qobject_cast<const QLineEdit*>(control);
         if (!box || box->placeholderText().isEmpty()) continue;
         const QColor hint = palette.color(QPalette::PlaceholderText);
         EXPECT_EQ(hint.rgb(), palette.color(QPalette::Text).rgb()) << "a hint of another colour";
@@ -214,7 +202,14 @@ TEST_P(Looks, TextIsLegibleInADarkPalette) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, Looks, testing::ValuesIn(EveryWindow()),
+TEST_P(Looks, EscapeClosesAWindowThatHasAButtonForItAndNeverTheProgram) {
+    const QStringList staying{"frmSplashProgress", "FrmMainDemo", "frmDemo2"};
+    QWidget* focus = window_->focusWidget();
+    QTest::keyClick(focus ? focus : window_.Get(), Qt::Key_Escape);
+    EXPECT_EQ(window_->isVisible(), staying.contains(GetParam().What));
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, Looks, testing::ValuesIn(kEveryWindow),
                          [](const auto& one) { return one.param.What; });
 
 }  // namespace

@@ -2,19 +2,17 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 #include "app/Order.h"
 #include "app/frmOrder.h"
 #include "app/frmOrderSummary.h"
 #include "forms/Strings.h"
+#include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {
 namespace {
-
-class frmOrderTest : public ShownWindowTest<frmOrder> {};
 
 Order Complete() {
     Order order;
@@ -24,64 +22,59 @@ Order Complete() {
     return order;
 }
 
-// Goes from box to box by the labels' mnemonics, as a person without a mouse would.
-void FillIn(frmOrder& window, std::size_t leaveEmpty = Order::kFields.size()) {
-    for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
-        const QString caption = ToQString(Order::kFields[at].Caption);
-        const QChar letter = caption[caption.indexOf('&') + 1].toUpper();
-        QTest::keyClick(&window, static_cast<Qt::Key>(letter.unicode()), Qt::AltModifier);
-        QWidget* box = window.focusWidget();
-        ASSERT_EQ(box->objectName(), Order::kFields[at].Control) << caption.toStdString();
-        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(box, Qt::Key_Delete);
-        if (at != leaveEmpty) QTest::keyClicks(box, QString("value %1").arg(at));
-    }
-}
-
-TEST(OrderTest, FirstEmptyIsTheFirstOfSeveralAndBlanksAreNoGap) {
+TEST(OrderTest, KeptBlanksAreNoGapAndTheFirstOfSeveralGapsIsFound) {
     EXPECT_EQ(Complete().FirstEmpty(), std::nullopt);
-    EXPECT_EQ(Order().FirstEmpty(), 0U);
-    for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
-        Order order = Complete();
-        order.Answers[at] = Text();
-        order.Answers.back() = at + 1 == order.Answers.size() ? Text() : order.Answers.back();
-        EXPECT_EQ(order.FirstEmpty(), at);
-        order.Answers[at] = u"   ";
-        EXPECT_EQ(order.FirstEmpty(), std::nullopt) << "Kept: blanks count as filled";
-    }
+    Order order = Complete();
+    order.Answers[2] = order.Answers[7] = Text();
+    order.Answers[0] = u"   ";
+    EXPECT_EQ(order.FirstEmpty(), 2U);
 }
 
 TEST(OrderTest, SummaryHoldsEveryAnswerBehindItsNameInOneColumn) {
-    const QString summary = ToQString(Complete().Summary(u"1.2.3", u"2026-03-01"));
-    EXPECT_TRUE(summary.contains(
-        QRegularExpression("^Version: +1\\.2\\.3$", QRegularExpression::MultilineOption)));
-    EXPECT_TRUE(summary.contains("2026-03-01"));
-    const QStringList lines = summary.split('\n');
+    const QStringList lines = ToQString(Complete().Summary(u"1.2.3", u"2026-03-01")).split('\n');
+    EXPECT_EQ(lines.value(2), "Date:         2026-03-01");
+    EXPECT_EQ(lines.value(3), "Version:      1.2.3");
     for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
-        const QString line = lines.value(5 + static_cast<int>(at));
-        EXPECT_TRUE(line.startsWith(ToQString(Order::kFields[at].Name) + ":")) << at;
-        EXPECT_EQ(line.indexOf("answer"), lines.value(5).indexOf("answer")) << line.toStdString();
+        const QString name = ToQString(Order::kFields[at].Name);
+        EXPECT_EQ(lines.value(5 + static_cast<int>(at)),
+                  (name + ":").leftJustified(14) + "answer " + name);
     }
 }
 
+class frmOrderTest : public ShownWindowTest<frmOrder> {
+  protected:
+    // Goes from box to box by the labels' mnemonics, as a person without a mouse would.
+    void FillIn(std::size_t leaveEmpty = Order::kFields.size()) {
+        for (std::size_t at = 0; at < Order::kFields.size(); ++at) {
+            const QString caption = ToQString(Order::kFields[at].Caption);
+            const QChar letter = caption[caption.indexOf('&') + 1].toUpper();
+            QTest::keyClick(window_.Get(), static_cast<Qt::Key>(letter.unicode()), Qt::AltModifier);
+            QWidget* box = window_->focusWidget();
+            ASSERT_EQ(box->objectName(), Order::kFields[at].Control) << caption.toStdString();
+            QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(box, Qt::Key_Delete);
+            if (at != leaveEmpty) QTest::keyClicks(box, QString("value %1").arg(at));
+        }
+    }
+};
+
 TEST_F(frmOrderTest, RefusesWhileABoxIsEmptyAndPutsTheCursorThere) {
-    SpokenDialogs dialogs;
-    for (std::size_t empty = 0; empty < Order::kFields.size(); ++empty) {
-        FillIn(*window_, empty);
+    AnsweringDialogs dialogs;
+    for (const std::size_t empty : {0U, 5U, 7U}) {
+        FillIn(empty);
         dialogs.Said.clear();
-        Click(Control(window_.Get(), "OkBtn"));
-        EXPECT_EQ(dialogs.Said, std::vector<QString>{"Data must be entered in all boxes provided"});
+        Press("OkBtn");
+        EXPECT_EQ(dialogs.Said, QStringList{"Data must be entered in all boxes provided"});
         EXPECT_EQ(window_->focusWidget()->objectName(), Order::kFields[empty].Control);
         EXPECT_TRUE(window_->isVisible());
     }
 }
 
 TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
-    FillIn(*window_);
+    FillIn();
     QGuiApplication::clipboard()->setText("pasted\n");  // a row of a list ends its line
-    auto* phone = Control<QLineEdit>(window_.Get(), "txtPhone");
-    phone->clear();
-    phone->paste();
+    At<QLineEdit>("txtPhone")->clear();
+    At<QLineEdit>("txtPhone")->paste();
     for (const char* button : {"BackBtn", "CloseBtn"}) {
         SCOPED_TRACE(button);
         WhenModal<frmOrderSummary> summary([&](frmOrderSummary& window) {
@@ -92,38 +85,33 @@ TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
         });
         QTest::keyClick(window_->focusWidget(), Qt::Key_Return);  // from within a box
         EXPECT_EQ(window_->Loaded(), button == QLatin1String("BackBtn"));
-        EXPECT_EQ(Control<QLineEdit>(window_.Get(), "txtName")->text(), "value 0");
+        EXPECT_EQ(At<QLineEdit>("txtName")->text(), "value 0");
     }
 }
 
-class frmOrderSummaryTest : public WindowTest {};
+class frmOrderSummaryTest : public ShownWindowTest<frmOrderSummary> {
+  protected:
+    frmOrderSummaryTest() : ShownWindowTest(MakeObject<frmOrderSummary>(Complete())) {}
+};
 
-TEST_F(frmOrderSummaryTest, IsCopiedPrintedAndSavedWhole) {
-    SpokenDialogs dialogs;
-    const QTemporaryDir folder;
-    const auto summary = MakeObject<frmOrderSummary>(Complete());
-    ASSERT_TRUE(Shown(*summary));
-    const QString text = Control<QPlainTextEdit>(summary.Get(), "txtSummary")->toPlainText();
-    Click(Control(summary.Get(), "CopyBtn"));
+TEST_F(frmOrderSummaryTest, IsCopiedPrintedAndSavedWholeAndAFailureIsTold) {
+    AnsweringDialogs dialogs;
+    const QString text = At<QPlainTextEdit>("txtSummary")->toPlainText();
+    Press("CopyBtn");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), text);
-    Click(Control(summary.Get(), "PrintBtn"));
-    EXPECT_EQ(dialogs.Printed, std::vector<QString>{text});
-
-    dialogs.Path = folder.filePath("order.txt");
-    Click(Control(summary.Get(), "SaveBtn"));
-    QFile file(*dialogs.Path);
+    Press("PrintBtn");
+    EXPECT_EQ(dialogs.Printed, text);
+    Press("SaveBtn");  // and Cancel
+    const QTemporaryDir folder;
+    dialogs.Answer = folder.filePath("order.txt");
+    Press("SaveBtn");
+    QFile file(*dialogs.Answer);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(QString::fromUtf8(file.readAll()), text);
     EXPECT_TRUE(dialogs.Said.empty());
-
-    dialogs.Path = folder.filePath("no such folder/order.txt");
-    Click(Control(summary.Get(), "SaveBtn"));
-    ASSERT_EQ(dialogs.Said.size(), 1U) << "a failure is told";
-    EXPECT_TRUE(dialogs.Said[0].startsWith("The order could not be saved."));
-    dialogs.Path.reset();
-    Click(Control(summary.Get(), "SaveBtn"));
-    EXPECT_EQ(dialogs.Said.size(), 1U) << "cancelling is no failure";
-    summary->Unload();
+    dialogs.Answer = folder.filePath("no such folder/order.txt");
+    Press("SaveBtn");
+    EXPECT_TRUE(dialogs.Said.value(0).startsWith("The order could not be saved."));
 }
 
 }  // namespace

@@ -1,0 +1,44 @@
+#pragma once
+// AnsweringDialogs: keeps what is said instead of showing it, and answers in place of a person; no
+// answer is a click on Cancel.
+
+#include <QStringList>
+
+#include "forms/Dialogs.h"
+
+namespace zorvane::test {
+
+class AnsweringDialogs : public Dialogs {
+  public:
+    std::optional<OleColour> Colour(QWidget*, OleColour shown) override {
+        return ColourShown = shown, ColourAnswer;
+    }
+    std::optional<FontChoice> FontAndColour(QWidget*, const FontChoice& shown) override {
+        return FontShown = shown, FontAnswer;
+    }
+    std::optional<QString> InputBox(QWidget*, const QString& title, const QString& prompt,
+                                    const QString&) override {
+        return Asked = title + "\n" + prompt, Answer;
+    }
+    void Message(QWidget*, const QString&, const QString& message, Kind) override {
+        Said << message;
+    }
+    bool Print(QWidget*, const QString&, const QString& text) override {
+        return Printed = text, true;
+    }
+    std::optional<QString> SaveFileName(QWidget*, const QString&, const QString&,
+                                        const QString&) override {
+        return Answer;
+    }
+
+    QStringList Said;
+    QString Asked, Printed;
+    std::optional<QString> Answer;
+    std::optional<OleColour> ColourShown, ColourAnswer;
+    std::optional<FontChoice> FontShown, FontAnswer;
+
+  private:
+    ScopedDialogs scope_{*this};
+};
+
+}  // namespace zorvane::test
