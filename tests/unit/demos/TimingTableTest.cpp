@@ -20,39 +20,12 @@ TEST(TimingTable, TextsStandAsTheWindowShowsThem) {
               "For .. Next Loop;;Remove method (by string);Remove method (by index);;;;");
 }
 
-TEST(TimingTable, ClearColumnLeavesTheOtherColumnsAndTheLastRows) {
-    TimingTable table;
-    for (const int row : {1, 11, 12}) {
-        table.Set(2, 100, {row, u"a", {0.001, 100}});
-        table.Set(3, 200, {row, u"b", {0.001, 200}});
-    }
-    table.ClearColumn(2);
-    for (const int row : {1, 11}) {
-        EXPECT_EQ(table.Shown(row, 2), Text());
-        EXPECT_FALSE(table.Fine(row, 2));
-        EXPECT_EQ(table.ToolTip(row, 2), Text());
-        EXPECT_EQ(table.Shown(row, 3), Text(u"b"));
-    }
-    EXPECT_EQ(table.Items(2), 0);
-    EXPECT_EQ(table.Items(3), 200);
-    EXPECT_EQ(table.Shown(12, 2), Text(u"a"));
-}
-
-TEST(TimingTable, ToolTipTellsTheFineTimeAndTheTimeOfOneOperation) {
-    TimingTable table;
-    table.Set(2, 2000, {1, u"0.0000", {0.0004, 2000}});
-    EXPECT_EQ(table.ToolTip(1, 2),
-              Text(u"ZVKeyList, Add method\n400 \u00B5s for 2,000 operations, 200 ns each"));
-    table.Set(2, 2000, {2, u"0.0000", {0, 0}});
-    EXPECT_EQ(table.ToolTip(2, 2),
-              Text(u"ZVKeyList, Item method (by string)\n0.00 ns for 0 operations, 0.00 ns each"));
-}
-
 TEST(TimingTable, AnExportHasALinePerDescribedRowAndQuotesWhatNeedsIt) {
     TimingTable table;
     table.Set(1, 2000, {10, u"Not Applicable", {0.0015, 1000}});
     table.Set(4, 2000, {1, u"1,5 \"x\"", {0.25, 2000}});
     table.Set(1, 2000, {2, u"1\r2", {0.0015, 1000}});
+    table.Set(2, 2000, {11, u"0.0000", {0, 0}});
     const auto lines = table.Lines();
     ASSERT_EQ(lines.size(), 10u);
     EXPECT_EQ(lines[0][9], Text(u"Vesk Collection (ns per operation)"));
@@ -63,6 +36,7 @@ TEST(TimingTable, AnExportHasALinePerDescribedRowAndQuotesWhatNeedsIt) {
         {csv, "\r\nAdd method,,,,\"1,5 \"\"x\"\"\",,,,250.000000,,,,125000.0\r\n"},
         {csv, "\r\nItem method (by string),\"1\r2\","},
         {csv, "\r\nRemove method (by string),Not Applicable,,,,1.500000,,,,1500.0,,,\r\n"},
+        {csv, "\r\nRemove method (by index),,0.0000,,,,0.000000,,,,0.0,,\r\n"},
         {html, "<tr><td>Sub-Total.. Add &amp; Item methods</td><td></td>"},
         {tabbed, "\nAdd method\t\t\t\t1,5 \"x\"\t"}};
     for (const auto& [written, line] : rows) {
@@ -76,12 +50,6 @@ TEST(DurationText, KeepsThreeDigitsAndChangesTheUnitBeforeAThousand) {
         {999.4e-9, u"999 ns"},  {999.6e-9, u"1.00 \u00B5s"}, {1.6, u"1.60 s"},
         {-0.0015, u"-1.50 ms"}, {12345, u"12345 s"}};
     for (const auto& [seconds, text] : rows) EXPECT_EQ(DurationText(seconds), Text(text));
-}
-
-TEST(GroupedText, PutsCommasBetweenThousands) {
-    EXPECT_EQ(GroupedText(999), Text(u"999"));
-    EXPECT_EQ(GroupedText(-123456), Text(u"-123,456"));
-    EXPECT_EQ(GroupedText(1234567), Text(u"1,234,567"));
 }
 
 }  // namespace

@@ -68,27 +68,27 @@ class FramesTest : public PropBagTest {
 
 TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
     for (int move = 0; move < 8; ++move) {
-        auto window = Open();
+        Open();
         const QSize size(400 + 39 * move, 300 + 31 * move);
         const QPoint place(20 + 29 * move, 15 + 23 * move);
         // As a person drags it, who waits until it stands: before, the window manager may still be
         // placing it, and takes the place that is asked for as that of the inner window.
-        static_cast<void>(StillFrame(*window));
-        window->move(place);
-        window->resize(size);
+        static_cast<void>(StillFrame(*window_));
+        window_->move(place);
+        window_->resize(size);
         EXPECT_TRUE(QTest::qWaitFor([&] {
-            return window->size() == size && window->pos() == place &&
-                   RealFrame(*window) == window->frameGeometry();
+            return window_->size() == size && window_->pos() == place &&
+                   RealFrame(*window_) == window_->frameGeometry();
         }));
-        const QRect frame = StillFrame(*window);
-        Close(window);
+        const QRect frame = StillFrame(*window_);
+        Close();
         const Variant stored = Stored();
         for (int cycle = 0; cycle < (move == 0 ? 10 : 2); ++cycle) {
             SCOPED_TRACE(testing::Message() << "move " << move << ", cycle " << cycle);
             session_ = PropBagSession();
-            window = Open();
-            EXPECT_TRUE(QTest::qWaitFor([&] { return DisplayedFrame(*window) == frame; }));
-            Close(window);
+            Open();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return DisplayedFrame(*window_) == frame; }));
+            Close();
             ASSERT_TRUE(Stored() == stored);
         }
     }
@@ -98,8 +98,8 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
 TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
     for (int opening = 1; opening <= 2; ++opening) {
         SCOPED_TRACE(opening);
-        const Ref<frmDemo2> window = Restored();
-        const QRect wanted = ToldFrame(*window);
+        Restore();
+        const QRect wanted = ToldFrame(*window_);
         WhenModal<frmDemo2> act([&](frmDemo2& first) {
             EXPECT_TRUE(QTest::qWaitFor([&] { return ToldFrame(first) == RealFrame(first); }));
             if (opening > 1) {
@@ -111,7 +111,7 @@ TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
             EXPECT_EQ(second->Top() == first.Top(), beside);
             first.Unload();
         });
-        window->ShowModal(owner_.Get());
+        window_->ShowModal(owner_.Get());
         session_.Save(file_);
     }
 }
@@ -121,19 +121,19 @@ TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
 TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
     for (const bool frameFirst : {false, true}) {
         SCOPED_TRACE(frameFirst);
-        auto window = Open();
-        const TwipRect before{window->Left(), window->Top(), window->Width(), window->Height()};
-        if (frameFirst) window->setGeometry(window->screen()->availableGeometry());
-        window->showMaximized();
+        Open();
+        const TwipRect before{window_->Left(), window_->Top(), window_->Width(), window_->Height()};
+        if (frameFirst) window_->setGeometry(window_->screen()->availableGeometry());
+        window_->showMaximized();
         ASSERT_TRUE(QTest::qWaitFor([&] {
-            return window->isMaximized() &&
-                   window->frameGeometry().width() > 15 + ToPixels(before.Width);
+            return window_->isMaximized() &&
+                   window_->frameGeometry().width() > 15 + ToPixels(before.Width);
         }));
-        Close(window);
-        window = Open();
-        EXPECT_NEAR(window->Width(), before.Width, 15 * 12);
-        EXPECT_NEAR(window->Height(), before.Height, 15 * 40);
-        Close(window);
+        Close();
+        Open();
+        EXPECT_NEAR(window_->Width(), before.Width, 15 * 12);
+        EXPECT_NEAR(window_->Height(), before.Height, 15 * 40);
+        Close();
     }
 }
 

@@ -24,20 +24,20 @@ class HostileFilesTest : public PropBagTest {
         ZVPropertyBag bag;
         bag.Add(entry, u"DemoZVPropertyBag1");
         modZorvane::WriteFileWords(file_, bag.Contents());
-        const auto window = Open();
+        Open();
         if (othersStand) {
-            EXPECT_TRUE(window->Left() == 1500 || window->Top() == 1500);
-            EXPECT_TRUE(window->Width() == 6000 || window->Height() == 6000);
+            EXPECT_TRUE(window_->Left() == 1500 || window_->Top() == 1500);
+            EXPECT_TRUE(window_->Width() == 6000 || window_->Height() == 6000);
         }
-        EXPECT_TRUE(window->isVisible());
-        EXPECT_FALSE(window->Caption().Empty()) << "what the file lacks stays";
-        const QRect title(window->frameGeometry().topLeft(), QSize(window->width(), 24));
-        const QRect seen = title & window->screen()->availableGeometry();
+        EXPECT_TRUE(window_->isVisible());
+        EXPECT_FALSE(window_->Caption().Empty()) << "what the file lacks stays";
+        const QRect title(window_->frameGeometry().topLeft(), QSize(window_->width(), 24));
+        const QRect seen = title & window_->screen()->availableGeometry();
         EXPECT_TRUE(seen.width() >= 64 && seen.height() >= 16) << "nobody could hold it";
-        EXPECT_GE(window->width(), 200);
-        EXPECT_GE(window->height(), 150);
-        EXPECT_FALSE(window->grab().isNull());
-        Close(window);
+        EXPECT_GE(window_->width(), 200);
+        EXPECT_GE(window_->height(), 150);
+        EXPECT_FALSE(window_->grab().isNull());
+        Close();
         EXPECT_TRUE(dialogs_.Said.empty());
     }
 };

@@ -17,6 +17,7 @@ namespace zorvane::test {
 class PropBagTest : public WindowTest {
   protected:
     void TearDown() override {
+        if (window_) Close();
         if (owner_) owner_->Unload();
         WindowTest::TearDown();
     }
@@ -25,32 +26,35 @@ class PropBagTest : public WindowTest {
         owner_ = MakeObject<FrmMainDemo>();
         ASSERT_TRUE(Shown(*owner_));
     }
-    // As the program makes window 1: the file is read and the window restored.
-    Ref<frmDemo2> Restored() {
+    // As the program opens window 1: the file is read, the window restored and shown.
+    void Restore() {
         session_.Load(file_);
         session_.Counter = 0;
-        const Ref<frmDemo2> window = MakeObject<frmDemo2>(session_);
+        window_ = MakeObject<frmDemo2>(session_);
         const Variant restored =
-            session_.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = window});
-        EXPECT_EQ(restored.AsObject().Get(), Ref<Object>(window).Get()) << "restored in place";
-        return window;
+            session_.Bag().ReadProperty(PropBagSession::EntryName(1), {.Default = window_});
+        EXPECT_EQ(restored.AsObject().Get(), Ref<Object>(window_).Get()) << "restored in place";
     }
-    Ref<frmDemo2> Open() {
-        const Ref<frmDemo2> window = Restored();
-        window->ShowOwned(owner_.Get());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.Get()));
+    void Open() {
+        Restore();
+        window_->ShowOwned(owner_.Get());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window_.Get()));
         // Nobody drags a window that has no title bar yet.
         const bool bare = QGuiApplication::platformName() != QStringLiteral("xcb");
         EXPECT_TRUE(QTest::qWaitFor([&] {
-            return window->FrameSettled() &&
-                   (bare || !window->windowHandle()->frameMargins().isNull());
+            return window_->FrameSettled() &&
+                   (bare || !window_->windowHandle()->frameMargins().isNull());
         }));
-        return window;
     }
-    void Close(const Ref<frmDemo2>& window) {
-        window->Unload();
+    void Close() {
+        window_->Unload();
+        window_ = nullptr;
         session_.Save(file_);
         QCoreApplication::sendPostedEvents();
+    }
+    template <class W = QWidget>
+    [[nodiscard]] W* At(const char* name) const {
+        return Control<W>(window_.Get(), name);
     }
     // The words under which window 1 is kept: all eight properties at once.
     Variant Stored() { return session_.Bag().Item(u"DemoZVPropertyBag1"); }
@@ -76,7 +80,8 @@ class PropBagTest : public WindowTest {
         return *next;
     }
 
-    Ref<Form> owner_;  // on the screen, or none
+    Ref<Form> owner_;       // on the screen, or none
+    Ref<frmDemo2> window_;  // number 1, or none
     QTemporaryDir folder_;
     Text file_ = ToText(folder_.filePath(QStringLiteral("PropBag.dat")));
     PropBagSession session_;
