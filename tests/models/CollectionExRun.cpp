@@ -10,39 +10,35 @@ namespace {
 // The steps of each member, told on a list whose keys are in lower case.
 class Run : public ListRun<CollectionEx> {
     void Operate() override {
-        const Text key = Drawn(AnyKey());
-        const Variant v = Drawn(AnyIndex());
-        const std::int32_t kind = Below(100);
-        const bool flag = Below(2) == 0;
+        const Text key = AnyKey();
+        const Variant item = Below(3) == 0 ? Variant(key) : Variant(Number());
+        const Variant v = AnyIndex(), before = Perhaps(), after = Perhaps();
+        const bool flag = Below(2) == 0, replace = Below(4) == 0;
         const std::int32_t position = Below(Count() + 3) - 1;
-        if (kind == 1) {
-            const std::int32_t size = Below(60), step = 15 + Below(10);
-            const auto ratio = static_cast<float>(Below(12)) / 4;
-            return Do(
-                "SetMemory", [&] { collection_.SetMemory(size, step, ratio); },
-                [&] { SetMemory(size, step, ratio); });
-        }
-        if (kind >= 4 && kind < 45) {
-            const CollectionExAdd options{Perhaps(), Perhaps(), Below(4) == 0};
-            return Do(
-                "Add", [&] { collection_.Add(Number(), key, options); },
-                [&] { Add(key, options); });
-        }
-        DoChosen(static_cast<unsigned>(kind),
-                 {{flag ? 1u : 0u, "Clear", [&] { collection_.Clear(); }, [&] { Clear(); }},
-                  {3, "NewEnum",
+        const std::int32_t size = Below(60), step = 15 + Below(10);
+        const auto ratio = static_cast<float>(Below(12)) / 4;
+        DoChosen(static_cast<unsigned>(Below(100)),
+                 {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
+                  {2, "SetMemory", {size, step, ratio}, [&] { SetMemory(size, step, ratio); }},
+                  {10, "NewEnum", [&] { return Joined(collection_.NewEnum()); },
+                   [&] { return Joined(Snapshot()); }},
+                  {11, "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); }},
+                  {12, "move", [&] { collection_ = CollectionEx(std::move(collection_)); }, [] {}},
+                  {50,
+                   "Add",
+                   {item, key, before, after, replace},
+                   [&] { Add(item, key, before, after, replace); }},
+                  {70, "Remove", {v, flag}, [&] { Remove(v, flag); }},
+                  {80, "Item", {v}, [&] { return At(v)->item; }},
+                  {90, "Key", {position}, [&] { return At(position)->key; }},
+                  {95,
+                   "Index",
+                   {key},
                    [&] {
-                       const Enumerator items = collection_.NewEnum();
-                       return items.end() - items.begin();
-                   },
-                   [&] { return Snapshot().size(); }},
-                  {4, "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); }},
-                  {70, "Remove", [&] { collection_.Remove(v, flag); }, [&] { Remove(v, flag); }},
-                  {80, "Item", [&] { return collection_.Item(v); }, [&] { return At(v)->item; }},
-                  {90, "Key", [&] { return collection_.Key(position); },
-                   [&] { return *At(position)->key; }},
-                  {100, "Exists", [&] { return collection_.Exists(v); },
-                   [&] {
+                       const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
+                       return found == Count() ? -1 : found + 1;
+                   }},
+                  {100, "Exists", {v}, [&] {
                        if (v.IsText()) return Find(v.AsText()) != rows_.end();
                        return v.ToDouble() >= 1 && v.ToDouble() <= Count();
                    }}});
@@ -62,19 +58,19 @@ class Run : public ListRun<CollectionEx> {
         if (chosen == 5) return std::u16string{u"\u03A3\u03C2\u03C3"[Below(3)]};
         return std::u16string{u'\xD801', unit(0xDC00 + i + 40 * Below(2))};
     }
-    bool IsKey(const Row& row, const Text& key) const override {
-        return *row.key == LowerCase(key);
-    }
+    bool IsKey(const Text& own, const Text& key) const override { return own == LowerCase(key); }
 
-    void Add(const Text& key, const CollectionExAdd& options) {
+    void Add(const Variant& item, const Text& key, const Variant& before, const Variant& after,
+             bool replace) {
         if (const Place present = Find(key); present != rows_.end()) {
-            if (!options.Replace) throw Error(457);
-            present->item = Number();
+            if (!replace) throw Error(457);
+            present->item = item;
         } else {
             if (Count() == capacity_) capacity_ += growStep_;
-            const Row row{Number(), LowerCase(key)};
-            rows_.insert(sorted_ ? std::ranges::lower_bound(rows_, row, Before) : PlaceFor(options),
-                         row);
+            const Row row{item, LowerCase(key)};
+            rows_.insert(
+                sorted_ ? std::ranges::lower_bound(rows_, row, Before) : PlaceFor(before, after),
+                row);
         }
         snapshot_.reset();
     }
@@ -102,7 +98,9 @@ class Run : public ListRun<CollectionEx> {
         if (value && !sorted_) std::ranges::sort(rows_, Before);
         sorted_ = value;
     }
-    static bool Before(const Row& a, const Row& b) { return a.key->Units() < b.key->Units(); }
+    static bool Before(const Row& a, const Row& b) {
+        return a.key.AsText().Units() < b.key.AsText().Units();
+    }
 
     const std::vector<Variant>& Snapshot() {
         if (!snapshot_) {
@@ -118,17 +116,13 @@ class Run : public ListRun<CollectionEx> {
             collection_.Capacity() != capacity_ || collection_.TableSize() != slots) {
             return true;
         }
-        std::vector<Variant> items;
-        for (const Row& row : rows_) {
-            items.push_back(row.item);
-            if (collection_.Key(static_cast<std::int32_t>(items.size())) != *row.key ||
-                collection_.Index(*row.key) != static_cast<std::int32_t>(items.size())) {
+        for (std::int32_t i = 1; i <= Count(); ++i) {
+            const Row& row = *At(i);
+            if (collection_.Item(i) != row.item || collection_.Key(i) != row.key.AsText()) {
                 return true;
             }
         }
-        if (!std::ranges::equal(collection_, items)) return true;
-        if (Below(4) != 0) return false;
-        return !std::ranges::equal(collection_.NewEnum(), Snapshot());
+        return !std::ranges::equal(collection_, rows_, {}, {}, &Row::item);
     }
 
     // More room may be planned before memory runs out.

@@ -7,40 +7,33 @@ namespace {
 
 class Run : public ListRun<Collection> {
     void Operate() override {
-        const Variant v = Drawn(AnyIndex());
-        const std::int32_t kind = Below(8);
-        if (kind < 4) {
-            CollectionAdd options{{}, Perhaps(), Perhaps()};
-            if (Below(4) != 0) options.Key = Drawn(AnyKey());
-            Do(
-                "Add", [&] { collection_.Add(Number(), options); }, [&] { Add(options); });
-        } else if (kind < 6) {
-            Do(
-                "Remove", [&] { collection_.Remove(v); }, [&] { rows_.erase(At(v)); });
-        } else {
-            Do(
-                "Item", [&] { return collection_.Item(v); }, [&] { return At(v)->item; });
-        }
+        const Variant v = AnyIndex();
+        const Variant key = Below(4) != 0 ? Variant(AnyKey()) : Variant();
+        const Variant before = Perhaps(), after = Perhaps();
+        DoChosen(static_cast<unsigned>(Below(8)),
+                 {{4, "Add", {Number(), key, before, after}, [&] { Add(key, before, after); }},
+                  {6, "Remove", {v}, [&] { rows_.erase(At(v)); }},
+                  {8, "Item", {v}, [&] { return At(v)->item; }}});
     }
     Text AnyKey() override {
         if (Below(30) == 0) return {};
         const auto letter = static_cast<char16_t>((Below(2) != 0 ? u'A' : u'a') + Below(20));
         return std::u16string(static_cast<std::size_t>(1 + Below(2)), letter);
     }
-    bool IsKey(const Row& row, const Text& key) const override {
-        return row.key && EqualTexts(*row.key, key, CompareMode::Text);
+    bool IsKey(const Text& own, const Text& key) const override {
+        return EqualTexts(own, key, CompareMode::Text);
     }
-    void Add(const CollectionAdd& options) {
-        if (options.Before && options.After) throw Error(5);
-        if (options.Key && Find(*options.Key) != rows_.end()) throw Error(457);
-        rows_.insert(PlaceFor(options), {Number(), options.Key});
+    void Add(const Variant& key, const Variant& before, const Variant& after) {
+        if (!before.IsEmpty() && !after.IsEmpty()) throw Error(5);
+        if (key.IsText() && Find(key.AsText()) != rows_.end()) throw Error(457);
+        rows_.insert(PlaceFor(before, after), {Number(), key});
     }
     bool StateIsOther() override {
         return collection_.Count() != Count() ||
                !std::equal(collection_.begin(), collection_.end(), rows_.begin(), rows_.end(),
                            [](const Variant& item, const Row& row) { return item == row.item; }) ||
                !std::ranges::all_of(rows_, [&](const Row& row) {
-                   return !row.key || collection_.Item(*row.key) == row.item;
+                   return row.key.IsEmpty() || collection_.Item(row.key) == row.item;
                });
     }
 };

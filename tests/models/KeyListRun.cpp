@@ -11,30 +11,23 @@ class Run : public KeyedRun<KeyListEX, KeyListModel> {
 
   private:
     void OperateSpecially(const Variant&, const Text& key) override {
-        std::int32_t at = 77;
-        std::int32_t modelAt = 77;
         const std::int32_t position = SomePosition();
         const unsigned chosen = Below(3);
         if (chosen == 2 && model_.count() > 500) return;
-        DoChosen(chosen, {{1, "Exists",
-                           [&] {
-                               const bool found = container_.Exists(key, at);
-                               return FoundAt(found, at);
-                           },
-                           [&] {
-                               const bool found = model_.exists(key, modelAt);
-                               return FoundAt(found, modelAt);
-                           }},
-                          {2, "SetKey", [&] { container_.SetKey(position, key); },
-                           [&] { model_.setKey(position, key); }},
-                          {3, "NewEnum", [&] { return Joined(container_.NewEnum()); },
-                           [&] { return Joined(model_.enumerate()); }}});
+        DoChosen(
+            chosen,
+            {{1, "Exists",
+              [&] { return FoundAt([&](std::int32_t& at) { return container_.Exists(key, at); }); },
+              [&] { return FoundAt([&](std::int32_t& at) { return model_.exists(key, at); }); }},
+             {2, "SetKey", [&] { container_.SetKey(position, key); },
+              [&] { model_.setKey(position, key); }},
+             {3, "NewEnum", [&] { return Joined(container_.NewEnum()); },
+              [&] { return Joined(model_.enumerate()); }}});
     }
     std::vector<Variant> ModelCells(std::int32_t position) override {
         const auto& row = model_.at(position);
         return {row.item, row.itemLong, row.itemString, row.key};
     }
-    std::int32_t ModelCapacity() override { return model_.upper; }
     std::vector<Variant> SourceRecord() override {
         return {SomeItem(), static_cast<std::int32_t>(Below(9)), SomeKey(), SomeKey()};
     }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "platform/Variant.h"
@@ -17,14 +16,15 @@ class ListRun : public StepRun {
   protected:
     struct Row {
         Variant item;
-        std::optional<Text> key;
+        Variant key;  // Empty when there is none
     };
     using Place = typename std::vector<Row>::iterator;
 
+    Object& Ours() override { return collection_; }
     [[nodiscard]] virtual bool StateIsOther() = 0;
     std::string StateDiffers(bool) override { return StateIsOther() ? "the state differs" : ""; }
     [[nodiscard]] virtual Text AnyKey() = 0;
-    [[nodiscard]] virtual bool IsKey(const Row& row, const Text& key) const = 0;
+    [[nodiscard]] virtual bool IsKey(const Text& own, const Text& key) const = 0;
 
     std::int32_t Below(std::int32_t n) {
         return static_cast<std::int32_t>(StepRun::Below(static_cast<unsigned>(n)));
@@ -38,13 +38,14 @@ class ListRun : public StepRun {
         if (chosen == 2 && Below(8) == 0) return kOdd[Below(std::size(kOdd))];
         return chosen < 4 ? Variant(position) : AnyKey();
     }
-    std::optional<Variant> Perhaps() {
-        return Below(3) == 0 ? std::optional(Drawn(AnyIndex())) : std::nullopt;
-    }
+    // What may be left out is Empty then.
+    Variant Perhaps() { return Below(3) == 0 ? AnyIndex() : Variant(); }
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
     Place Find(const Text& key) {
-        return std::ranges::find_if(rows_, [&](const Row& row) { return IsKey(row, key); });
+        return std::ranges::find_if(rows_, [&](const Row& row) {
+            return row.key.IsText() && IsKey(row.key.AsText(), key);
+        });
     }
     Place At(const Variant& v) {
         if (v.IsText()) {
@@ -56,11 +57,10 @@ class ListRun : public StepRun {
         return rows_.begin() + (position - 1);
     }
     // Where an entry goes that neither order nor a key in use decides.
-    template <class Options>
-    Place PlaceFor(const Options& options) {
-        if (options.Before && options.After) throw Error(5);
-        if (options.Before) return At(*options.Before);
-        return options.After ? At(*options.After) + 1 : rows_.end();
+    Place PlaceFor(const Variant& before, const Variant& after) {
+        if (!before.IsEmpty() && !after.IsEmpty()) throw Error(5);
+        if (!before.IsEmpty()) return At(before);
+        return after.IsEmpty() ? rows_.end() : At(after) + 1;
     }
 
     Collection collection_;

@@ -13,7 +13,7 @@ TEST(Models, AnyMixOfOperationsAgreesWithTheLiteralSteps) {
             ASSERT_EQ(RunSeed(modelled, seed, 2000), "");
         }
         for (const std::uint32_t seed : {5u, 15u, 25u, 65u, 85u}) {
-            ASSERT_EQ(RunSeed(modelled, seed, 8000), "");
+            ASSERT_EQ(RunSeed(modelled, seed, 5000), "");
         }
     }
 }
@@ -25,28 +25,6 @@ TEST(Models, AnOperationThatRanOutOfMemoryIsAsIfNeverTried) {
             ASSERT_EQ(RunSeed(modelled, kFailing + seed, 500), "");
         }
     }
-}
-
-// A counter that is wrong from its third multiple of seven on.
-class WrongRun : public StepRun {
-    void Operate() override {
-        const unsigned drawn = Drawn(Below(70));
-        if (drawn % 7 == 0) ++count_;
-        Do(
-            "count", [&] { return count_ < 3 ? count_ : 0; }, [&] { return count_; });
-    }
-    std::string StateDiffers(bool) override { return {}; }
-    int count_ = 0;
-};
-
-// Catches a shrinker that keeps steps that nobody needs, or loses the failure.
-TEST(Models, AFailureIsToldByTheFewestSteps) {
-    const Modelled wrong{"Wrong", [](std::uint32_t) -> std::unique_ptr<StepRun> {
-                             return std::make_unique<WrongRun>();
-                         }};
-    const std::string told = RunSeed(wrong, 1, 1000);
-    EXPECT_NE(told.find("Wrong, kind 1, 3 steps:\n["), std::string::npos) << told;
-    EXPECT_NE(told.find("wrong in count: 0, the model: 3"), std::string::npos) << told;
 }
 
 }  // namespace

@@ -14,9 +14,12 @@
 #include <span>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "platform/Object.h"
+#include "platform/Variant.h"
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
 
@@ -36,7 +39,7 @@ class StepRun {
     std::optional<Disagreement> Go(const Steps& steps);
     // Every allocation of every operation fails once: what failed must be as if never tried.
     void FailAllocations() { failing_ = true; }
-    // Go writes down each step, what was drawn for it and what came of it.
+    // Go writes down each step, with what arguments, and what came of it.
     void TellTo(std::ostream& told) { told_ = &told; }
 
   protected:
@@ -50,10 +53,16 @@ class StepRun {
     [[nodiscard]] unsigned Below(unsigned limit) noexcept;
     [[nodiscard]] bool Chance(unsigned percent) noexcept { return Below(100) < percent; }
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
-    template <class Value>
-    Value Drawn(Value value) {
-        if (told_) *told_ << '[' << OutcomeOf([&] { return value; }).substr(0, 30) << "] ";
-        return value;
+    // The container, and how its values are shown.
+    [[nodiscard]] virtual Object& Ours() = 0;
+    [[nodiscard]] virtual std::string Shown(const Variant& value) {
+        return OutcomeOf([&] { return value; });
+    }
+    template <class Values>
+    [[nodiscard]] std::string Joined(const Values& values) {
+        std::string all;
+        for (const Variant& value : values) all += Shown(value) + ", ";
+        return all;
     }
 
     template <class Ours, class Models>
@@ -62,11 +71,36 @@ class StepRun {
         ours_ = OutcomeOf([&] { return failing_ ? AfterEveryFailure(ours) : ours(); });
         if (untrue_.empty()) models_ = OutcomeOf(models);
     }
+    using Arguments = std::vector<Variant>;
+    void Tell(const Arguments& arguments) {
+        if (told_) *told_ << Joined(arguments);
+    }
+    // A member that is called by its name, so that its late-bound form is tried along with it.
+    template <class Models>
+    void Call(const char* member, const Arguments& arguments, Models&& models) {
+        Tell(arguments);
+        const Text name(member);
+        Variant ours, theirs;
+        Do(
+            member, [&] { ours = Ours().Call(name.Units(), arguments); },
+            [&] {
+                if constexpr (std::is_void_v<decltype(models())>) {
+                    models();
+                } else {
+                    theirs = models();
+                }
+            });
+        ours_ += Shown(ours);
+        models_ += Shown(theirs);
+    }
     // The first of several operations whose bound is above the number.
     struct Choice {
         template <class Ours, class Models>
         Choice(unsigned bound, const char* what, Ours ours, Models models)
             : Bound(bound), Run([=](StepRun& run) { run.Do(what, ours, models); }) {}
+        template <class Models>
+        Choice(unsigned bound, const char* member, Arguments arguments, Models models)
+            : Bound(bound), Run([=](StepRun& run) { run.Call(member, arguments, models); }) {}
         unsigned Bound;
         std::function<void(StepRun&)> Run;
     };

@@ -9,11 +9,13 @@ namespace zorvane {
 class CollectionModel : public KeyedModel {
   public:
     static constexpr const char* kItemString = "Itemstring";
-    std::int32_t capacity = 0;
 
-    CollectionModel() : KeyedModel("ZVCollectionEx") { clear(); }
+    CollectionModel()
+        : KeyedModel("ZVCollectionEx",
+                     {"key", "itemstring", "itemlong", "item", "hashindex", "hashcode"}) {
+        clear();
+    }
 
-    bool isColumn(Column) const override { return true; }
     void reordered() override { rehash(capacity); }
 
     static std::int32_t hashOf(const Text& key) {
@@ -59,10 +61,7 @@ class CollectionModel : public KeyedModel {
         return found;
     }
 
-    bool binaryExists(const Text& key, std::int32_t& index) {
-        keyOrderForSearch();
-        return halves(key, index, false);
-    }
+    bool binaryExists(const Text& key, std::int32_t& index) { return halves(key, index, false); }
 
     Variant add(const Variant& item, const Text& key, const std::optional<Variant>& before,
                 const std::optional<Variant>& after, std::int32_t position, bool returnItem) {
@@ -85,17 +84,11 @@ class CollectionModel : public KeyedModel {
         return returnItem ? item : Variant(p);
     }
 
-    Variant remove(const Variant& v, bool returnItem) {
-        const std::int32_t p = resolve(v);
-        if (p == 0) {
-            if (!returnItem) return std::int16_t{0};
-            raise(28500, "Remove", "There is no item with the vKeyIndex specified.Key = ", v);
-        }
-        const Variant item = at(p).item;
-        auto j = static_cast<std::size_t>(at(p).hashIndex);
-        rows.erase(rows.begin() + (p - 1));
+    // Closes the gap: whoever is seated behind it, up to the next free slot, is seated again.
+    void erased(std::int32_t position, const Row& row) override {
+        auto j = static_cast<std::size_t>(row.hashIndex);
         slots[j] = 0;
-        renumber(p);
+        renumber(position);
         for (;;) {
             if (++j == slots.size()) j = 1;
             const std::int32_t r = slots[j];
@@ -106,18 +99,11 @@ class CollectionModel : public KeyedModel {
             slots[s] = r;
             at(r).hashIndex = static_cast<std::int32_t>(s);
         }
-        changed = true;
-        return returnItem ? item : Variant(p);
     }
 
     void clear() {
-        rows.clear();
-        changed = descending = false;
-        compare = 0;
-        granularity = std::max(granularity, 128);
+        empty(128);
         rehash(granularity);
-        sorted = unique = true;
-        column = Column::Key;
     }
 
     void setGranularity(std::int32_t value) {
@@ -125,15 +111,15 @@ class CollectionModel : public KeyedModel {
         rehash(count() + granularity);
     }
 
-    void copyFrom(const std::vector<std::vector<Variant>>& cells, std::int32_t n, bool mark) {
+    void copyFrom(const std::vector<std::vector<Variant>>& cells, bool mark) {
         clear();
         takeSettings(cells[0]);
-        for (std::int32_t i = 1; i <= n; ++i) {
-            const auto& c = cells[static_cast<std::size_t>(i)];
+        for (std::size_t i = 1; i < cells.size(); ++i) {
+            const auto& c = cells[i];
             rows.push_back(
                 {c[2], c[3].ToLong(), c[4].ToText(), c[5].ToText(), c[0].ToLong(), c[1].ToLong()});
         }
-        capacity = std::max(capacity, n);
+        capacity = std::max(capacity, count());
         sortBy("key", true);
         if (mark) changed = true;
     }

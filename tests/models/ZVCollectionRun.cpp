@@ -11,37 +11,28 @@ class Run : public KeyedRun<ZVCollectionEx, CollectionModel> {
 
   private:
     void OperateSpecially(const Variant& v, const Text& key) override {
-        std::int32_t at = 77;
-        std::int32_t modelAt = 77;
-        if (Chance(60)) {
-            return Do(
-                "Exists",
-                [&] {
-                    const bool found = container_.Exists(v, at);
-                    return FoundAt(found, at);
-                },
-                [&] {
-                    const bool found =
-                        v.IsText() ? model_.exists(v.AsText(), modelAt) : model_.resolve(v) != 0;
-                    return FoundAt(found, modelAt);
-                });
-        }
-        return Do(
-            "BinaryExists",
-            [&] {
-                const bool found = container_.BinaryExists(key, at);
-                return FoundAt(found, at);
-            },
-            [&] {
-                const bool found = model_.binaryExists(key, modelAt);
-                return FoundAt(found, modelAt);
-            });
+        DoChosen(
+            Below(2),
+            {{1, "Exists",
+              [&] { return FoundAt([&](std::int32_t& at) { return container_.Exists(v, at); }); },
+              [&] {
+                  return FoundAt([&](std::int32_t& at) {
+                      return v.IsText() ? model_.exists(v.AsText(), at) : model_.resolve(v) != 0;
+                  });
+              }},
+             {2, "BinaryExists",
+              [&] {
+                  return FoundAt(
+                      [&](std::int32_t& at) { return container_.BinaryExists(key, at); });
+              },
+              [&] {
+                  return FoundAt([&](std::int32_t& at) { return model_.binaryExists(key, at); });
+              }}});
     }
     std::vector<Variant> ModelCells(std::int32_t position) override {
         const auto& row = model_.at(position);
         return {row.hashCode, row.hashIndex, row.item, row.itemLong, row.itemString, row.key};
     }
-    std::int32_t ModelCapacity() override { return model_.capacity; }
     std::vector<Variant> SourceRecord() override {
         // Keys that no other record of the source has: what a repeated one leads to is our own
         // choice.

@@ -15,6 +15,7 @@ template <class Operation>
 std::string OutcomeOf(Operation&& operation) {
     std::ostringstream line;
     line << std::boolalpha;
+    line.exceptions(std::ios::badbit);  // lack of memory is no outcome
     try {
         if constexpr (std::is_void_v<decltype(operation())>) {
             operation();
