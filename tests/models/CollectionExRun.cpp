@@ -17,31 +17,32 @@ class Run : public ListRun<CollectionEx> {
         const std::int32_t position = Below(Count() + 3) - 1;
         const std::int32_t size = Below(60), step = 15 + Below(10);
         const auto ratio = static_cast<float>(Below(12)) / 4;
-        DoChosen(static_cast<unsigned>(Below(100)),
-                 {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
-                  {2, "SetMemory", {size, step, ratio}, [&] { SetMemory(size, step, ratio); }},
-                  {10, "NewEnum", [&] { return Joined(collection_.NewEnum()); },
-                   [&] { return Joined(Snapshot()); }},
-                  {11, "Sorted", [&] { collection_.SetSorted(flag); }, [&] { SetSorted(flag); }},
-                  {12, "move", [&] { collection_ = CollectionEx(std::move(collection_)); }, [] {}},
-                  {50,
-                   "Add",
-                   {item, key, before, after, replace},
-                   [&] { Add(item, key, before, after, replace); }},
-                  {70, "Remove", {v, flag}, [&] { Remove(v, flag); }},
-                  {80, "Item", {v}, [&] { return At(v)->item; }},
-                  {90, "Key", {position}, [&] { return At(position)->key; }},
-                  {95,
-                   "Index",
-                   {key},
-                   [&] {
-                       const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
-                       return found == Count() ? -1 : found + 1;
-                   }},
-                  {100, "Exists", {v}, [&] {
-                       if (v.IsText()) return Find(v.AsText()) != rows_.end();
-                       return v.ToDouble() >= 1 && v.ToDouble() <= Count();
-                   }}});
+        DoChosen(
+            static_cast<unsigned>(Below(100)),
+            {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
+             {2, "SetMemory", {size, step, ratio}, [&] { SetMemory(size, step, ratio); }},
+             {10, "NewEnum", [&] { return Joined(collection_.NewEnum()); },
+              [&] { return Joined(Snapshot()); }},
+             {11, "Sorted", [&] { collection_.Set(u"sorted", flag); }, [&] { SetSorted(flag); }},
+             {12, "move", [&] { collection_ = CollectionEx(std::move(collection_)); }, [] {}},
+             {50,
+              "Add",
+              {item, key, before, after, replace},
+              [&] { Add(item, key, before, after, replace); }},
+             {70, "Remove", {v, flag}, [&] { Remove(v, flag); }},
+             {80, "Item", {v}, [&] { return At(v)->item; }},
+             {90, "Key", {position}, [&] { return At(position)->key; }},
+             {95,
+              "Index",
+              {key},
+              [&] {
+                  const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
+                  return found == Count() ? -1 : found + 1;
+              }},
+             {100, "Exists", {v}, [&] {
+                  if (v.IsText()) return Find(v.AsText()) != rows_.end();
+                  return v.ToDouble() >= 1 && v.ToDouble() <= Count();
+              }}});
     }
     Text AnyKey() override {
         // Few keys, so that they meet again; in both cases, with one hash, of one unit, long, and
@@ -112,8 +113,9 @@ class Run : public ListRun<CollectionEx> {
 
     bool StateIsOther() override {
         const auto slots = static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
-        if (collection_.Count() != Count() || collection_.Sorted() != sorted_ ||
-            collection_.Capacity() != capacity_ || collection_.TableSize() != slots) {
+        if (collection_.Get(u"Count") != Variant(Count()) ||
+            collection_.Get(u"Sorted") != Variant(sorted_) || collection_.Capacity() != capacity_ ||
+            collection_.TableSize() != slots) {
             return true;
         }
         for (std::int32_t i = 1; i <= Count(); ++i) {

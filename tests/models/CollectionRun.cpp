@@ -29,7 +29,7 @@ class Run : public ListRun<Collection> {
         rows_.insert(PlaceFor(before, after), {Number(), key});
     }
     bool StateIsOther() override {
-        return collection_.Count() != Count() ||
+        return collection_.Get(u"COUNT") != Variant(Count()) ||
                !std::equal(collection_.begin(), collection_.end(), rows_.begin(), rows_.end(),
                            [](const Variant& item, const Row& row) { return item == row.item; }) ||
                !std::ranges::all_of(rows_, [&](const Row& row) {

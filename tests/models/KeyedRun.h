@@ -250,11 +250,16 @@ class KeyedRun : public StepRun {
 
     std::string StateDiffers(bool last) override {
         if (!last && Number() % stateEvery_ != 0) return {};
-        if (container_.Count() != model_.count()) return "Count differs";
+        if (container_.Get(u"count") != Variant(model_.count())) return "Count differs";
         if (container_.Capacity() != model_.capacity) return "Capacity differs";
         const std::vector<Variant> settings = {model_.changed,    model_.compare,
                                                model_.descending, model_.granularity,
                                                model_.sorted,     model_.unique};
+        static constexpr const char16_t* kSettings[] = {u"Changed",     u"Compare", u"Descending",
+                                                        u"Granularity", u"Sorted",  u"Unique"};
+        for (std::size_t i = 0; i < std::size(kSettings); ++i) {
+            if (container_.Get(kSettings[i]) != settings[i]) return "a setting differs";
+        }
         for (std::int32_t i = 0; i <= model_.count(); ++i) {
             std::vector<Variant> ours;
             const std::vector<Variant> cells = i == 0 ? settings : ModelCells(i);

@@ -4,15 +4,11 @@
 
 #include <cstdint>
 #include <string>
-#include <type_traits>
 #include <utility>
 
-#include "collection/ZVCollectionEx.h"
-#include "keylist/CollectionEx.h"
-#include "keylist/KeyListEX.h"
-#include "platform/Collection.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/support/AllocationFaults.h"
+#include "tests/unit/Raises.h"
+#include "tests/unit/zorvane/Containers.h"
 
 namespace zorvane {
 namespace {
@@ -24,15 +20,8 @@ Text KeyOf(int number) {
 }
 
 template <class Container>
-void Fill(Container& container) {
-    for (int i = 0; i < kCount; ++i) {
-        const Text key = KeyOf(i * 7 % kCount);
-        if constexpr (std::is_same_v<Container, Collection>) {
-            container.Add(i, {.Key = key});
-        } else {
-            container.Add(i, key);
-        }
-    }
+void Fill(Container& container, int count = kCount) {
+    for (int i = 0; i < count; ++i) AddTo(container, i, KeyOf(i * 7 % kCount));
 }
 
 // What needs no memory; and at the end something that does, so that a count that stands still is
@@ -52,22 +41,19 @@ class Behaviour_NeedsNoMemory : public testing::Test {
         }
     }
 };
-using Containers =
-    testing::Types<Collection, CollectionEx, KeyListEX, ZVCollectionEx, ZVPropertyBag>;
 TYPED_TEST_SUITE(Behaviour_NeedsNoMemory, Containers);
 
 TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
     using C = TypeParam;
     constexpr bool kHashed = std::is_same_v<C, ZVCollectionEx>;
-    constexpr bool kPlain = std::is_same_v<C, Collection>;
     const Variant key = KeyOf(5);
     this->Try("Item by key", [&](C& c) { static_cast<void>(c.Item(key)); });
     this->Try("Item by position", [](C& c) { static_cast<void>(c.Item(300)); });
-    if constexpr (kPlain || std::is_same_v<C, ZVPropertyBag>) {
+    if constexpr (kPlain<C> || kBag<C>) {
         this->Try("Remove by key", [&](C& c) { c.Remove(key); });
         this->Try("Remove by position", [](C& c) { c.Remove(300); });
     }
-    if constexpr (!kPlain) {
+    if constexpr (!kPlain<C>) {
         this->Try("Clear", [](C& c) { c.Clear(); });
         this->Try("move and swap", [](C& c) {
             C other = std::move(c);
@@ -90,7 +76,7 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
     this->Try(
         "what does",
         [](C& c) {
-            if constexpr (kPlain) {
+            if constexpr (kPlain<C>) {
                 c.Add(1);
             } else if constexpr (kHashed) {
                 static_cast<void>(c.CopyItemValue(1, 2));
@@ -99,6 +85,49 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
             }
         },
         true);
+}
+
+template <class Container>
+class Behaviour : public testing::Test {};
+TYPED_TEST_SUITE(Behaviour, Containers);
+
+// Catches a key or an item that is read after growth has moved the entry in which it lives.
+TYPED_TEST(Behaviour, ArgumentsMayLiveInTheContainer) {
+    for (const int count : {1, 2, 15, 16, 31, 32, 127, 128, 999, 1000}) {
+        TypeParam container;
+        AddTo(container, u"text", u"first");
+        for (int i = 1; i < count; ++i) AddTo(container, u"text", Text("key") + KeyOf(i));
+        AddTo(container, *container.begin(), (*container.begin()).AsText());
+        EXPECT_EQ(container.Item(u"text"), Variant(u"text")) << count;
+        container.Remove(*container.begin());  // names itself
+        EXPECT_EQ(container.Count(), count);
+    }
+}
+
+TYPED_TEST(Behaviour, AMovedFromContainerIsAsNewAndASnapshotStays) {
+    if constexpr (!kPlain<TypeParam>) {
+        static_assert(std::is_nothrow_move_constructible_v<TypeParam>);
+        static_assert(std::is_nothrow_move_assignable_v<TypeParam>);
+        TypeParam container;
+        Fill(container, 3);
+        TypeParam other = std::move(container);
+        container = TypeParam();
+        Fill(container, 2);
+        EXPECT_EQ(container.Count(), 2);
+        if constexpr (requires { other.NewEnum(); }) {
+            const Enumerator items = other.NewEnum();
+            other.Clear();
+            EXPECT_EQ(std::distance(items.begin(), items.end()), 3);
+        }
+    }
+}
+
+TYPED_TEST(Behaviour, ALateCallThatCannotBeIsRefused) {
+    TypeParam container;
+    EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"NoSuch"); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { container.Get(u"NoSuch"); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { container.Set(u"Count", 1); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"Item"); }), kPlain<TypeParam> ? 438 : 5);
 }
 
 }  // namespace

@@ -1,0 +1,33 @@
+#pragma once
+// What the containers have in common, for tests that hold for each of them.
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "collection/ZVCollectionEx.h"
+#include "keylist/CollectionEx.h"
+#include "keylist/KeyListEX.h"
+#include "platform/Collection.h"
+#include "propbag/ZVPropertyBag.h"
+
+namespace zorvane {
+
+using Containers =
+    testing::Types<Collection, CollectionEx, KeyListEX, ZVCollectionEx, ZVPropertyBag>;
+
+template <class C>
+inline constexpr bool kPlain = std::is_same_v<C, Collection>;
+template <class C>
+inline constexpr bool kBag = std::is_same_v<C, ZVPropertyBag>;
+
+template <class C>
+void AddTo(C& container, const Variant& item, const Text& key) {
+    if constexpr (kPlain<C>) {
+        container.Add(item, {.Key = key});
+    } else {
+        container.Add(item, key);
+    }
+}
+
+}  // namespace zorvane
