@@ -109,24 +109,6 @@ TEST(Variant_Equal, NeedsTheSameTypeAndTheSameBytes) {
     EXPECT_TRUE(Variant(Array()).IsEmpty());
 }
 
-TEST(Variant_ScalarBits, ComeBackForEveryScalarTypeAndAreEmptyForCountedOnes) {
-    for (const Variant& value :
-         {Variant::Null(), Variant(std::int16_t{-2}), Variant(-3), Variant(1.5f), Variant(2.5),
-          Variant::FromCurrency(-9), Variant(true), Variant::FromDate(3.25), Variant::FromError(-1),
-          Variant(std::uint8_t{255})}) {
-        EXPECT_EQ(Variant::FromScalarBits(value.Type(), value.ScalarBits()), value) << value;
-        if (ArrayElementSize(value.Type()) == 8) continue;
-        // Bytes behind a short payload are not part of the value.
-        const std::uint64_t noise = value.ScalarBits() | 0xAB00000000000000u;
-        EXPECT_EQ(Variant::FromScalarBits(value.Type(), noise), value) << value;
-    }
-    for (const auto type : {VarType::String, VarType::Object, VarType::Variant, kArray.Type(),
-                            static_cast<VarType>(99)}) {
-        EXPECT_TRUE(Variant::FromScalarBits(type, 0x1000).IsEmpty());
-    }
-    EXPECT_EQ(Variant(u"text").ScalarBits(), 0u);
-}
-
 TEST(Variant_Assign, ReleasesTheOldObjectOnceAndAfterTheNewValueStands) {
     Variant seen;
     Variant value;
@@ -140,17 +122,6 @@ TEST(Variant_Assign, ReleasesTheOldObjectOnceAndAfterTheNewValueStands) {
     Variant& same = copy;
     copy = same;
     EXPECT_EQ(copy, Variant(6));
-}
-
-TEST(Classify, ATextIsAKeyA16Or32BitIntegerAPositionAndNothingElseIsEither) {
-    using Kind = KeyOrPosition::Kind;
-    EXPECT_EQ(Classify(Variant(u"7")).Is, Kind::Key);
-    EXPECT_EQ(Classify(Variant(7)).Position, 7);
-    EXPECT_EQ(Classify(Variant(std::int16_t{-7})).Position, -7);
-    for (const Variant& value : {Variant(), Variant(7.0), Variant(true), Variant(std::uint8_t{7}),
-                                 Variant::Null(), kArray}) {
-        EXPECT_EQ(Classify(value).Is, Kind::Neither) << value;
-    }
 }
 
 }  // namespace

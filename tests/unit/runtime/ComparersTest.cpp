@@ -6,13 +6,11 @@
 #include <cstring>
 
 #include "tests/unit/CountedObject.h"
-#include "tests/unit/Raises.h"
 
 namespace zorvane::modZorvane {
 namespace {
 
 constexpr CompareParameters kBinary{0, 0};
-constexpr CompareParameters kText{1, 0};
 
 // Values go through eight readable bytes each, as every comparer may ask for.
 template <class T>
@@ -49,33 +47,6 @@ TEST(Comparers, KeptABooleanComparesWithTheSixBytesBehindIt) {
     };
     EXPECT_EQ(Compared(VarType::Boolean, Boolean{0, {0, 0, 0}}, Boolean{-1, {0, 0, 0}}), -1);
     EXPECT_EQ(Compared(VarType::Boolean, Boolean{0, {0, 0, 1}}, Boolean{-1, {0, 0, 0}}), 1);
-}
-
-TEST(Comparers, TextsFollowTheModeAndTaggedValuesTheirText) {
-    const struct {
-        const char* what;
-        Variant left, right;
-        std::int32_t binary, text;
-    } rows[] = {
-        {"case", u"b", u"B", 1, 0},
-        {"underscore", u"_", u"B", 1, -1},
-        {"numbers order as text", 10, 9, -1, -1},
-        {"a number is its text", 10, u"10", 0, 0},
-        {"an object is itself", Ref<Object>(), Ref<Object>(), 0, 0},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kBinary, 0), row.binary) << row.what;
-        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kText, 0), row.text) << row.what;
-        if (!row.left.IsText()) continue;
-        const Text left = row.left.AsText(), right = row.right.AsText();
-        EXPECT_EQ(CompareString(&left, &right, &kBinary, 0), row.binary) << row.what;
-        EXPECT_EQ(CompareString(&left, &right, &kText, 0), row.text) << row.what;
-    }
-    const Variant one = 1;
-    for (const Variant& without : {Variant::Null(), Variant(Array(VarType::Integer, 0, 2))}) {
-        EXPECT_EQ(NumberRaisedBy([&] { CompareVariant(&one, &without, &kBinary, 0); }), 13);
-        EXPECT_EQ(NumberRaisedBy([&] { CompareVariant(&without, &one, &kBinary, 0); }), 13);
-    }
 }
 
 TEST(Comparers, ObjectsCompareByWholeAddress) {

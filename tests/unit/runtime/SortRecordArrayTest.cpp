@@ -6,15 +6,11 @@
 #include <cstddef>
 #include <random>
 
-#include "platform/Relocate.h"
 #include "runtime/WideGapSort.h"
 #include "tests/support/LiteralSort.h"
-#include "tests/unit/Raises.h"
 
 namespace zorvane::modZorvane {
 namespace {
-
-using namespace std::string_literals;
 
 struct Numbered {
     std::int32_t value;
@@ -69,58 +65,6 @@ TEST(SortRecordArray, TiesFallAsInTheLiteralStepsAtEveryGap) {
             ASSERT_EQ(ours, literal) << n << " records, shape " << shape;
         }
     }
-}
-
-// Catches a rank that joins or parts what the comparer does not: keys that differ behind a long
-// common lead, one that is the beginning of another, units above U+7FFF, case under either mode.
-TEST(SortRecordArray, TextsAndTaggedValuesFallAsInTheLiteralSteps) {
-    std::mt19937 random(7);
-    const std::u16string odd[] = {u"",       u"lead",   u"leader",    u"Lead",
-                                  u"lead1",  u"lead10", u"\xD800",    u"\xFFFF",
-                                  u"\u00C4", u"\u00E4", u"lead\0\0"s, u"\0"s};
-    for (unsigned shape = 0; shape < 32; ++shape) {
-        const std::size_t n = std::array{2u, 7u, 40u, 300u}[shape / 8];
-        const CompareParameters parameters{static_cast<std::int32_t>(shape & 1), 0};
-        const bool descending = (shape & 2) != 0;
-        const std::u16string lead = (shape & 4) != 0 ? u"common lead " : u"";
-        std::vector<Text> texts;
-        for (std::size_t i = 0; i < n; ++i) {
-            texts.push_back(Text(lead + odd[random() % std::size(odd)]) +
-                            (random() % 3 == 0 ? Text(std::to_string(random() % 20)) : Text()));
-        }
-        std::vector<const Text*> literal;
-        for (const Text& text : texts) literal.push_back(&text);
-        LiteralSort(literal, descending, [&](const Text* a, const Text* b) {
-            return CompareString(a, b, &parameters, 0);
-        });
-        const std::vector<Variant> variants(texts.begin(), texts.end());
-        const auto ofTexts = SortedOrder(
-            n, [&](std::uint32_t i) { return &texts[i]; }, CompareString, parameters.Mode,
-            descending);
-        const auto ofVariants = SortedOrder(
-            n, [&](std::uint32_t i) { return &variants[i]; }, CompareVariant, parameters.Mode,
-            descending);
-        for (std::size_t i = 0; i < n; ++i) {
-            ASSERT_EQ(&texts[ofTexts[i]], literal[i]) << n << " texts, shape " << shape;
-            ASSERT_EQ(ofTexts[i], ofVariants[i]) << n << " texts, shape " << shape;
-        }
-    }
-}
-
-TEST(SortRecordArray, AComparerThatRaisesMovesNothing) {
-    std::vector<Variant> items;
-    for (int i = 20; i > 0; --i) items.emplace_back(i);
-    items[7] = Variant::Null();
-    const std::vector<Variant> before = items;
-    EXPECT_EQ(NumberRaisedBy([&] {
-                  SortRecordArray(items.data(), 20, sizeof(Variant), CompareVariant, 0, 0, false);
-              }),
-              13);
-    EXPECT_EQ(items, before);
-    // Where there is but one, nobody asks for its text.
-    const auto one = SortedOrder(
-        1, [&](std::uint32_t) { return &items[7]; }, CompareVariant, 0, false);
-    EXPECT_EQ(one.size(), 1u);
 }
 
 }  // namespace

@@ -12,37 +12,9 @@ namespace {
 using modZorvane::ReadFileWords;
 using modZorvane::WriteFileWords;
 
-TEST(ReadFileWords, WordsAreCountedByTheBytesOfTheFile) {
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::vector<std::int16_t> words;
-    } cases[] = {
-        {"empty: one word all the same", "", {0}},
-        {"one byte: the low half", "\x7f", {0x7f}},
-        {"two bytes, little end first", "\x34\x12", {0x1234}},
-        {"three bytes: the odd one is a low half", std::string("\x34\x12\xff", 3), {0x1234, 0xff}},
-        {"four bytes with the sign bit", std::string("\xff\xff\xf1\xd8", 4), {-1, -9999}},
-    };
-    const Folder folder;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        folder.Put("file", c.bytes);
-        const Variant read = ReadFileWords(folder.At("file"));
-        ASSERT_EQ(read.Type(), VarType::ArrayFlag | VarType::Integer);
-        EXPECT_EQ(read.AsArray().LowerBound(), 0);
-        const auto words = read.AsArray().Words();
-        EXPECT_EQ(std::vector(words.begin(), words.end()), c.words);
-    }
-}
-
 TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
     const Folder folder;
-    for (const char* name : {"file", "closed", "long"}) folder.Put(name, "abcd");
-    ASSERT_EQ(::mkfifo(folder.At("fifo").c_str(), 0600), 0);
-    std::filesystem::create_symlink("nowhere", folder.At("dangling"));
-    std::filesystem::create_symlink("circle", folder.At("circle"));
-    std::filesystem::permissions(folder.At("closed"), std::filesystem::perms::none);
+    folder.Make("file=abcd long=abcd closed=abcd closed!0 fifo| dangling>nowhere circle>circle");
     std::filesystem::resize_file(folder.At("long"), std::uintmax_t{1} << 33);
     const struct {
         const char* what;
@@ -62,17 +34,6 @@ TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
     const OrdinaryUser user(folder);
     EXPECT_FALSE(ReadFileWords(folder.At("file")).IsEmpty());
     for (const auto& c : cases) EXPECT_TRUE(ReadFileWords(c.path).IsEmpty()) << c.what;
-}
-
-TEST(WriteFileWords, KeptALongerOldFileKeepsItsTail) {
-    const Folder folder;
-    for (const std::size_t size : {100u, 1'000'003u}) {  // in one piece and in several
-        std::string old(size, 'x');
-        for (std::size_t i = 0; i < size; ++i) old[i] = static_cast<char>(i * 2654435761u >> 24);
-        folder.Put("file", old);
-        WriteFileWords(folder.At("file"), WordsOf("abcdefghijklmnopqrst"));
-        EXPECT_TRUE(folder.Bytes("file") == "abcdefghijklmnopqrst" + old.substr(20)) << size;
-    }
 }
 
 TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -49,6 +50,35 @@ class Folder {
     }
     void Put(const std::string& name, const std::string& bytes) const {
         std::ofstream(At(name), std::ios::binary) << bytes;
+    }
+    // Makes what the words say: file=bytes, directory/, link>target (one that begins with / is
+    // below this folder), name&file for its second name, fifo|, and name!mode for its permissions.
+    void Make(const std::string& words) const {
+        std::istringstream all(words);
+        for (std::string word; all >> word;) {
+            const std::size_t at = std::min(word.find_first_of("=>&|!"), word.size());
+            const std::string name = word.substr(0, at), path = At(name);
+            const std::string rest = word.substr(std::min(at + 1, word.size()));
+            switch (word[at]) {
+                case '=':
+                    Put(name, rest);
+                    break;
+                case '>':
+                    std::filesystem::create_symlink(rest[0] == '/' ? path_ + rest : rest, path);
+                    break;
+                case '&':
+                    std::filesystem::create_hard_link(At(rest), path);
+                    break;
+                case '|':
+                    Must(::mkfifo(path.c_str(), 0600) == 0);
+                    break;
+                case '!':
+                    Must(::chmod(path.c_str(), static_cast<mode_t>(std::stoi(rest, {}, 8))) == 0);
+                    break;
+                default:
+                    std::filesystem::create_directory(path);
+            }
+        }
     }
     [[nodiscard]] struct stat State(const std::string& name) const {
         struct stat state {};

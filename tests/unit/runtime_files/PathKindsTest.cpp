@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
-#include <functional>
+#include <map>
+#include <sstream>
 
 #include "tests/unit/runtime_files/Folder.h"
 
@@ -15,134 +14,85 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum Written { ByNewFile, SameFile };  // the same: in place, or not at all
+enum Written { ByNewFile, InPlace };
 
+// What stands in the folder, as Folder::Make reads it; the path below it that is saved to; and what
+// becomes other or new. Where permissions are told, an ordinary user saves.
 struct PathKind {
     const char* what;
-    std::function<void(const Folder&)> prepare;
-    std::string path;                     // saved to, below the folder
-    std::optional<std::string> expected;  // bytes afterwards; nothing when no such file is to be
+    std::string before, path, changed;
     Written how = ByNewFile;
-    bool ordinaryUser = false;
-    std::string leadsTo = {};  // where the path is a link: the file that is looked at
 };
-
-void MakeSocket(const Folder& folder) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    folder.At("socket").copy(address.sun_path, sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    EXPECT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ::close(socket);
-}
-
-using Make = std::function<void(const Folder&)>;
-
-Make File(const char* name, const char* bytes) {
-    return [=](const Folder& folder) { folder.Put(name, bytes); };
-}
-Make Link(const char* to, const char* name) {
-    return [=](const Folder& folder) { fs::create_symlink(to, folder.At(name)); };
-}
-// A file, and a second name for it.
-Make TwoNames(const char* bytes) {
-    return [=](const Folder& folder) {
-        folder.Put("file", bytes);
-        fs::create_hard_link(folder.At("file"), folder.At("name"));
-    };
-}
-// A file in a directory with these permissions.
-Make Closed(fs::perms permissions) {
-    return [=](const Folder& folder) {
-        fs::create_directory(folder.At("closed"));
-        folder.Put("closed/file", "abcdefgh");
-        fs::permissions(folder.At("closed"), permissions);
-    };
-}
-void LinkThroughOthers(const Folder& folder) {
-    fs::create_directories(folder.At("one/two"));
-    folder.Put("one/file", "abcdefgh");
-    Link("one/two", "way")(folder);
-    Link("../file", "one/two/link")(folder);
-    Link("file", "one/link")(folder);
-    fs::create_symlink(folder.At("way/link"), folder.At("start"));
-}
-void MakeFifo(const Folder& folder) {
-    Must(::mkfifo(folder.At("fifo").c_str(), 0600) == 0);
-}
-void ReadOnly(const Folder& folder) {
-    folder.Put("file", "abcdefgh");
-    fs::permissions(folder.At("file"), fs::perms::owner_read);
-}
-void Nothing(const Folder&) {}
-
-const fs::perms kSearch = fs::perms::owner_exec;
-const fs::perms kReadAndSearch = fs::perms::owner_read | kSearch;
 
 const PathKind kKinds[] = {
-    {"no file yet", Nothing, "file", "WXYZ"},
-    {"a shorter file", File("file", "ab"), "file", "WXYZ"},
-    {"a longer file of odd size", File("file", "abcdefg"), "file", "WXYZefg"},
-    {"a directory", Closed(fs::perms::owner_all), "closed", {}, SameFile},
-    {"a FIFO: nobody is waited for", MakeFifo, "fifo", {}, SameFile},
-    {"a socket", MakeSocket, "socket", {}, SameFile},
-    {"a link", LinkThroughOthers, "one/link", "WXYZefgh", ByNewFile, false, "one/file"},
-    {"a link through other directories and links", LinkThroughOthers, "start", "WXYZefgh",
-     ByNewFile, false, "one/file"},
-    {"a dangling link", Link("file", "link"), "link", "WXYZ", ByNewFile, false, "file"},
-    {"a circle of links", Link("link", "link"), "link", {}, SameFile},
-    {"a read-only file in a directory that may be written", ReadOnly, "file", "abcdefgh", SameFile,
-     true},
-    {"a directory that may not be written: in place", Closed(kReadAndSearch), "closed/file",
-     "WXYZefgh", SameFile, true},
-    {"a directory that may not be listed either: in place", Closed(kSearch), "closed/file",
-     "WXYZefgh", SameFile, true},
-    {"no file yet in a directory that may not be written",
-     Closed(kReadAndSearch),
-     "closed/new",
-     {},
-     ByNewFile,
-     true},
-    {"two names: both keep their file", TwoNames("abcdefgh"), "name", "WXYZefgh", SameFile, false,
-     "file"},
-    {"two names of a file that must grow", TwoNames("a"), "name", "WXYZ", SameFile, false, "file"},
-    {"no such directory", Nothing, "nowhere/file", {}},
-    {"a separator at the end", File("file", "ab"), "file/", "ab", SameFile, false, "file"},
+    {"no file yet", "", "file", "file=WXYZ"},
+    {"a shorter file", "file=ab", "file", "file=WXYZ"},
+    {"a longer file of odd size", "file=abcdefg", "file", "file=WXYZefg"},
+    {"a directory", "inner/", "inner", ""},
+    {"a FIFO: nobody is waited for", "fifo|", "fifo", ""},
+    {"a link", "one/ one/file=abcdefgh one/link>file", "one/link", "one/file=WXYZefgh"},
+    {"a link through other directories and links",
+     "one/ one/two/ one/file=abcdefgh way>one/two one/two/link>../file start>/way/link", "start",
+     "one/file=WXYZefgh"},
+    {"a dangling link", "link>file", "link", "file=WXYZ"},
+    {"a circle of links", "link>link", "link", ""},
+    {"a read-only file in a directory that may be written", "file=abcd file!400", "file", ""},
+    {"a directory that may not be written", "closed/ closed/file=abcdefgh closed!500",
+     "closed/file", "closed/file=WXYZefgh", InPlace},
+    {"a directory that may not be listed either", "closed/ closed/file=abcdefgh closed!100",
+     "closed/file", "closed/file=WXYZefgh", InPlace},
+    {"no file yet in a directory that may not be written", "closed/ closed!500", "closed/new", ""},
+    {"two names: both keep their file", "file=abcdefgh name&file", "name",
+     "file=WXYZefgh name=WXYZefgh", InPlace},
+    {"two names of a file that must grow", "file=a name&file", "name", "file=WXYZ name=WXYZ",
+     InPlace},
+    {"no such directory", "", "nowhere/file", ""},
+    {"a separator at the end", "file=ab", "file/", ""},
 };
 
-std::vector<std::string> Everything(const Folder& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(folder.Path()))
-        names.push_back(entry.path().string());
-    std::sort(names.begin(), names.end());
-    return names;
+using Standing = std::map<std::string, std::string>;
+
+Standing Look(const Folder& folder) {
+    Standing all;
+    for (const auto& entry : fs::recursive_directory_iterator(folder.Path())) {
+        const std::string name = entry.path().lexically_relative(folder.Path()).string();
+        all[name] = fs::is_symlink(entry.symlink_status()) ? fs::read_symlink(entry).string()
+                                                           : folder.Bytes(name).value_or("no file");
+    }
+    return all;
 }
 
 void Check(const PathKind& kind) {
     const Folder folder;
-    kind.prepare(folder);
-    const std::string& file = kind.leadsTo.empty() ? kind.path : kind.leadsTo;
-    std::vector<std::string> before = Everything(folder);
-    std::error_code none;
-    const bool there = fs::exists(fs::symlink_status(folder.At(file), none));
-    const ino_t inode = there ? folder.State(file).st_ino : 0;
+    folder.Make(kind.before);
+    const bool permissions = kind.before.find('!') != std::string::npos;
+    const bool closed = kind.before.starts_with("closed");
+    const auto open = [&] {
+        if (closed) fs::permissions(folder.At("closed"), fs::perms::owner_all);
+    };
+    open();
+    Standing expected = Look(folder);
+    std::map<std::string, ino_t> inodes;
+    for (const auto& [name, what] : expected) inodes[name] = folder.State(name).st_ino;
+    if (closed) folder.Make(kind.before.substr(kind.before.rfind(' ') + 1));
     {
         std::optional<OrdinaryUser> user;
-        if (kind.ordinaryUser) user.emplace(folder);
+        if (permissions) user.emplace(folder);
         const bool promised = modZorvane::CanWriteFileWords(folder.At(kind.path));
         modZorvane::WriteFileWords(folder.At(kind.path), WordsOf("WXYZ"));
-        const bool written = kind.expected && kind.expected->starts_with("WXYZ");
-        EXPECT_EQ(promised, written) << "CanWriteFileWords";
+        EXPECT_EQ(promised, !kind.changed.empty()) << "CanWriteFileWords";
     }
-    if (fs::exists(folder.At("closed"))) fs::permissions(folder.At("closed"), fs::perms::owner_all);
-    EXPECT_EQ(folder.Bytes(file), kind.expected);
-    if (there) {
-        EXPECT_EQ(folder.State(file).st_ino == inode, kind.how == SameFile);
-    } else if (kind.expected) {
-        before.push_back(folder.At(file));
-        std::sort(before.begin(), before.end());
+    open();
+    std::istringstream changed(kind.changed);
+    for (std::string entry; changed >> entry;) {
+        const std::string name = entry.substr(0, entry.find('='));
+        expected[name] = entry.substr(name.size() + 1);
+        if (kind.how == InPlace) continue;
+        EXPECT_NE(folder.State(name).st_ino, inodes[name]) << name;
+        inodes.erase(name);
     }
-    EXPECT_EQ(Everything(folder), before) << "something was left or lost";
+    EXPECT_EQ(Look(folder), expected) << "something is other than it should, left or lost";
+    for (const auto& [name, inode] : inodes) EXPECT_EQ(folder.State(name).st_ino, inode) << name;
 }
 
 TEST(WriteFileWords, EveryKindOfPathIsServedOrLeftAlone) {
