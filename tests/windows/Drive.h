@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "forms/Form.h"
+#include "forms/ListView.h"
 #include "forms/Screen.h"
 
 namespace zorvane::test {
@@ -32,6 +33,12 @@ T* Control(const QWidget* window, const char* name, int index = -1) {
     }
     ADD_FAILURE() << "no " << name << "(" << index << ")";
     return nullptr;
+}
+
+inline QStringList ColumnOf(const ListView& list, int column) {
+    QStringList cells;
+    for (int row = 1; row <= list.RowCount(); ++row) cells << list.Cell(row, column);
+    return cells;
 }
 
 // Runs `act` once, as soon as a modal T is on the screen and active. Made before the call that

@@ -47,12 +47,6 @@ QRect StillFrame(const QWidget& window) {
     return now;
 }
 
-// The same in the pixels that the window counts in; where those are not the display's, the
-// toolkit's word for it.
-QRect RealFrame(const QWidget& window) {
-    return window.devicePixelRatio() == 1 ? DisplayedFrame(window) : window.frameGeometry();
-}
-
 QRect ToldFrame(const Form& window) {
     return {ToPixels(window.Left()), ToPixels(window.Top()), ToPixels(window.Width()),
             ToPixels(window.Height())};
@@ -78,7 +72,7 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
         window_->resize(size);
         EXPECT_TRUE(QTest::qWaitFor([&] {
             return window_->size() == size && window_->pos() == place &&
-                   RealFrame(*window_) == window_->frameGeometry();
+                   DisplayedFrame(*window_) == window_->frameGeometry();
         }));
         const QRect frame = StillFrame(*window_);
         Close();
@@ -101,12 +95,13 @@ TEST_F(FramesTest, WhatIsToldIsWhatIsOnTheScreen) {
         Restore();
         const QRect wanted = ToldFrame(*window_);
         WhenModal<frmDemo2> act([&](frmDemo2& first) {
-            EXPECT_TRUE(QTest::qWaitFor([&] { return ToldFrame(first) == RealFrame(first); }));
+            EXPECT_TRUE(QTest::qWaitFor([&] { return ToldFrame(first) == DisplayedFrame(first); }));
             if (opening > 1) {
                 EXPECT_EQ(ToldFrame(first), wanted);
             }
             const frmDemo2* second = Next(&first, 2);
-            EXPECT_TRUE(QTest::qWaitFor([&] { return ToldFrame(*second) == RealFrame(*second); }));
+            EXPECT_TRUE(
+                QTest::qWaitFor([&] { return ToldFrame(*second) == DisplayedFrame(*second); }));
             const bool beside = second->Left() > first.Left() + first.Width();
             EXPECT_EQ(second->Top() == first.Top(), beside);
             first.Unload();

@@ -90,13 +90,13 @@ TEST_F(frmDemo2Test, KeptAClosedWindowGivesItsNumberBack) {
 TEST_F(frmDemo2Test, TheNextWindowIsRestoredByItsOpenersNumberAndNotExactlyOnAnOpenOne) {
     frmDemo2* second = Next(window_.Get(), 2);
     second->SetCaption(u"Number two");
-    const float left = second->Left();
+    second->SetLeft(333.5F);
     Close();
 
     Open();
     second = Next(window_.Get(), 2);
     EXPECT_EQ(second->Caption(), Text(u"Number two"));
-    EXPECT_EQ(second->Left(), left);
+    EXPECT_EQ(second->Left(), 333.5F) << "beside its opener instead of where it was left";
     // Pressed again in window 1 it is window 2's state once more, under the next number.
     const frmDemo2* third = Next(window_.Get(), 3);
     EXPECT_EQ(third->Caption(), Text(u"Number two"));
