@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <string_view>
 
 #include "tests/support/AllocationFaults.h"
@@ -19,9 +20,12 @@ inline constexpr std::string_view kCalls[] = {
     "openat", "fstat",  "readlink", "pread",  "pwrite",   "posix_fallocate", "fsync",
     "fchown", "fchmod", "flock",    "linkat", "renameat", "ftruncate",       kAllocation};
 
-// Instead of an error number: the call does only half of its bytes; and then every later one fails.
+// Instead of an error number: the call does only half of its bytes; and then every later one fails;
+// the process is killed in front of it; the process is killed halfway through its bytes.
 inline constexpr int kShortCount = -1;
 inline constexpr int kShortThenDead = -2;
+inline constexpr int kKilled = -3;
+inline constexpr int kKilledHalfway = -4;
 
 struct Fault {
     std::string_view At;
@@ -61,6 +65,7 @@ class Armed {
         const Fault& fault = armed_->fault_;
         const bool later = ++armed_->seen_ > fault.Nth;
         if (later && fault.Error == kShortThenDead) return EIO;
+        if (armed_->seen_ == fault.Nth && fault.Error == kKilled) std::raise(SIGKILL);
         return (later && fault.FromThenOn) || armed_->seen_ == fault.Nth ? fault.Error : 0;
     }
     [[nodiscard]] static bool Fails(std::string_view call) noexcept {
@@ -80,6 +85,7 @@ class Armed {
 }  // namespace zorvane
 
 using zorvane::Armed;
+using zorvane::kKilledHalfway;
 
 extern "C" {
 
@@ -102,13 +108,16 @@ ZORVANE_WRAP(int, renameat, (int from, const char* old, int to, const char* name
              (from, old, to, name))
 ZORVANE_WRAP(ssize_t, readlink, (const char* path, char* target, size_t size), (path, target, size))
 
-#define ZORVANE_WRAP_BYTES(function, bytes_type)                                      \
-    ssize_t __real_##function(int file, bytes_type bytes, size_t size, off_t at);     \
-    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at);     \
-    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at) {    \
-        const int fault = Armed::FaultFor(#function);                                 \
-        if (fault > 0) return errno = fault, -1;                                      \
-        return __real_##function(file, bytes, fault < 0 ? (size + 1) / 2 : size, at); \
+#define ZORVANE_WRAP_BYTES(function, bytes_type)                                   \
+    ssize_t __real_##function(int file, bytes_type bytes, size_t size, off_t at);  \
+    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at);  \
+    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at) { \
+        const int fault = Armed::FaultFor(#function);                              \
+        if (fault > 0) return errno = fault, -1;                                   \
+        const size_t some = fault < 0 ? (size + 1) / 2 : size;                     \
+        const ssize_t done = __real_##function(file, bytes, some, at);             \
+        if (fault == kKilledHalfway) std::raise(SIGKILL);                          \
+        return done;                                                               \
     }
 ZORVANE_WRAP_BYTES(pread, void*)
 ZORVANE_WRAP_BYTES(pwrite, const void*)

@@ -1,6 +1,7 @@
 // Every system call of reading and saving fails once, at every place where it is made.
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <cerrno>
 
@@ -86,6 +87,19 @@ const Way kWays[] = {
     {"no file before", true, false, 0},
 };
 
+// Whether a process of its own, which does the work, is killed.
+template <class Work>
+bool IsKilled(Work&& work) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        work();
+        ::_exit(0);
+    }
+    int status = 0;
+    Must(::waitpid(child, &status, 0) == child);
+    return WIFSIGNALED(status);
+}
+
 // One save with the fault; false when the fault was not reached.
 bool Try(const Way& way, const Fault& fault) {
     SCOPED_TRACE(testing::Message()
@@ -100,37 +114,61 @@ bool Try(const Way& way, const Fault& fault) {
     const std::string whole = way.old > kWords.size() ? kNew : kWords;
     const Variant words = WordsOf(kWords);
     const Text path = folder.At("file");
-    bool hit = false;
-    {
+    const auto save = [&] {
         const Armed armed(fault, way.unnamed);
         WriteFileWords(path, words);
-        hit = armed.Hit();
-    }
+        return armed.Hit();
+    };
+    const bool kills = fault.Error <= kKilled;
+    const bool hit = kills ? IsKilled(save) : save();
     const std::optional<std::string> now = folder.Bytes("file");
-    // Where the disk has died in the middle of writing in place, there is no stream any more.
-    const bool died = fault.FromThenOn || fault.Error == kShortThenDead;
+    // Where the disk or the process has died in the middle of writing in place, there is no stream
+    // any more; or the old one, in front of room for more.
+    const bool killedInPlace = kills && way.linked;
+    const bool died = fault.FromThenOn || fault.Error == kShortThenDead || killedInPlace;
     const bool lost = died && way.old > 0 && now && !now->starts_with(kOld.substr(0, 4));
-    EXPECT_TRUE(now == old || now == whole || lost) << "torn";
+    const bool longer = killedInPlace && now->starts_with(*old);
+    EXPECT_TRUE(now == old || now == whole || lost || longer) << "torn";
     if ((fault.Error == EINTR || fault.Error == kShortCount) && CanBeInterrupted(fault.At)) {
         EXPECT_TRUE(now == whole) << "not saved";
     }
+    if (kills) WriteFileWords(path, words);  // takes away what was left
     EXPECT_EQ(folder.Others({"file", "name"}), Names());
     return hit;
 }
 
-TEST(WriteFileWords, AFailureAtAnyCallLeavesOldOrNewAndNothingBeside) {
+TEST(WriteFileWords, AFailureOrTheEndAtAnyCallLeavesOldOrNewAndNothingBeside) {
     int trials = 0;
     for (const Way& way : kWays)
         for (const std::string_view call : kCalls)
-            for (const int error :
-                 {EIO, ENOSPC, EACCES, EPERM, EMFILE, ENOMEM, EINTR, kShortCount, kShortThenDead})
+            for (const int error : {EIO, ENOSPC, EACCES, EPERM, EMFILE, ENOMEM, EINTR, kShortCount,
+                                    kShortThenDead, kKilled, kKilledHalfway})
                 for (const bool fromThenOn : {false, true}) {
                     // An interruption without end would be tried for ever.
                     if (fromThenOn && error != EIO && error != EACCES) continue;
+                    if (error <= kKilled && call == kAllocation) continue;
+                    if (error == kKilledHalfway && call != "pwrite") continue;
                     Fault fault{call, 1, error, fromThenOn};
                     for (; Try(way, fault); ++fault.Nth) ++trials;
                 }
     EXPECT_GT(trials, 500);
+}
+
+// Catches writers that share what they write into, and one that takes away the other's.
+TEST(WriteFileWords, TwoWritersShowAReaderNothingButWhatOneOfThemWrote) {
+    const Folder folder;
+    const Text path = folder.At("file");
+    const Variant ours = WordsOf(kWords), others = WordsOf(std::string(kWords.size(), 'o'));
+    WriteFileWords(path, ours);
+    const pid_t other = ::fork();
+    for (int i = 0; i < 200; ++i) {
+        WriteFileWords(path, i % 2 == (other == 0 ? 0 : 1) ? ours : others);
+        const Variant read = other == 0 ? ours : ReadFileWords(path);
+        EXPECT_TRUE(read == ours || read == others) << "torn in round " << i;
+    }
+    if (other == 0) ::_exit(0);
+    Must(::waitpid(other, nullptr, 0) == other);
+    EXPECT_EQ(folder.Others({"file"}), Names());
 }
 
 TEST(ReadFileWords, AFailureAtAnyCallGivesEmptyOrTheWordsReadSoFar) {
