@@ -1,5 +1,5 @@
-// Any words at all, assigned to a bag: nothing may be raised, and what was understood must come
-// back the same from the bag's own words.
+// Any words at all, assigned to a bag: nothing may be raised, little memory taken, and what was
+// understood must come back the same from the bag's own words.
 
 #include <cstdint>
 #include <cstring>
@@ -9,10 +9,16 @@
 #include "platform/Error.h"
 #include "propbag/BagStream.h"
 #include "propbag/ZVPropertyBag.h"
+#include "tests/support/AllocationFaults.h"
 
 namespace {
 
 using namespace zorvane;
+
+// What decoding may allocate in all, per byte of the stream: an entry of few words has a record,
+// two texts and their blocks.
+constexpr std::int64_t kMemoryFactor = 16;
+constexpr std::int64_t kMemoryFloor = 1024;
 
 // Goes where a program goes that was given a foreign bag.
 void UseEverything(const ZVPropertyBag& bag) {
@@ -52,7 +58,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Array given = Array::OfWords(words);
 
     ZVPropertyBag bag;
+    const std::int64_t before = AllocatedBytes();
     bag.SetContents(given);
+    Require(
+        AllocatedBytes() - before <= kMemoryFloor + kMemoryFactor * static_cast<std::int64_t>(size),
+        "words take memory as they are many, whatever they say");
     UseEverything(bag);
     const Array once = bag.Contents();
     const Array twice = WordsAfterATrip(once);
