@@ -8,6 +8,7 @@
 #include "fuzz/Require.h"
 #include "platform/Error.h"
 #include "propbag/BagStream.h"
+#include "propbag/StreamEncoder.h"
 #include "propbag/ZVPropertyBag.h"
 #include "tests/support/AllocationFaults.h"
 
@@ -50,6 +51,26 @@ void RequireSameWords(std::span<const std::int16_t> read, std::span<const std::i
     }
 }
 
+// Cut off anywhere, the stream still gives the whole entries in front of the cut.
+void RequireWhatStandsBeforeACut(std::span<const std::int16_t> words) {
+    const BagReading whole = DecodeBag(words);
+    const auto& entries = whole.State.Entries;
+    const std::size_t step = 1 + words.size() / 1024;
+    for (std::size_t length = 0; length < words.size(); length += step) {
+        const BagReading cut = DecodeBag(words.first(length));
+        Require(cut.Damage.has_value(), "a cut is damage");
+        std::size_t left = 0;
+        for (; left < entries.size(); ++left) {
+            if (whole.ValueWords[left] + StreamWordsOf(entries[left].Value) > length) break;
+            Require(left < cut.State.Entries.size(), "a whole entry is read");
+            const BagEntry& entry = cut.State.Entries[left];
+            Require(entry.Value == entries[left].Value && entry.Name == entries[left].Name,
+                    "an entry does not change by what comes behind it");
+        }
+        Require(cut.State.Entries.size() == left, "half an entry is not read");
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -72,5 +93,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(checked.State.Entries.size() <= static_cast<std::size_t>(bag.Count()),
             "a checker reads no further than a reader");
     if (!checked.Damage && bag.Count() > 0) RequireSameWords(words, once.Words());
+    if (given == twice && bag.Count() > 0) RequireWhatStandsBeforeACut(words);
     return 0;
 }

@@ -88,14 +88,6 @@ TEST_F(ZVPropertyBag_Objects, AChainOfObjectsIsMadeAnewByName) {
     EXPECT_EQ(head->Given->ReadProperty(u"Name"), Variant(u"Ann"));
 }
 
-TEST_F(ZVPropertyBag_Objects, KeptADefaultObjectBeatsTheNoObjectMark) {
-    bag_.WriteProperty(u"P", Ref<Object>());
-    const auto person = MakeObject<Person>(u"stays");
-    EXPECT_EQ(bag_.ReadProperty(u"P", {.Default = person}), Variant(person));
-    EXPECT_EQ(person->Diary, "read0 ");
-    EXPECT_EQ(person->Name, u"stays");
-}
-
 TEST_F(ZVPropertyBag_Objects, KeptWithoutAClassNameTheWordsThemselvesComeBack) {
     const auto window = MakeObject<Person>(u"a window");
     window->Class = u"";
@@ -231,14 +223,6 @@ TEST_F(ZVPropertyBag_Fonts, EveryPropertyComesBack) {
     for (const FontValue& font : table) EXPECT_EQ(Back(MakeObject<Font>(font)), font);
     EXPECT_EQ(bag_.Item(u"Font").AsArray().Count(), 16);  // all defaults: an empty bag's words
     EXPECT_EQ(bag_.ObjName(u"Font"), u"Font");
-}
-
-TEST_F(ZVPropertyBag_Fonts, KeptTheDefaultWeightIs0SoThat400IsStored) {
-    bag_.WriteProperty(u"Font", MakeObject<Font>(FontValue{.Name = u"Roman"}));
-    ZVPropertyBag nested;
-    nested.SetContents(bag_.Item(u"Font"));
-    EXPECT_EQ(nested.Count(), 1);
-    EXPECT_EQ(nested.Item(u"Weight"), Variant(std::int16_t{400}));
 }
 
 TEST_F(ZVPropertyBag_Fonts, ValuesThatNoFontTakesFallBackToTheDefaults) {
