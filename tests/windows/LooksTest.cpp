@@ -28,9 +28,6 @@ namespace {
 struct Window {
     const char* What;
     Ref<Form> (*Make)();
-    friend std::ostream& operator<<(std::ostream& out, const Window& one) {
-        return out << one.What;
-    }
 };
 
 // Out of line: g++ 12, inlining a window's destruction, warns of classes that no window is.

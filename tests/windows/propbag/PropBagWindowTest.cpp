@@ -5,6 +5,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <set>
+#include <span>
 
 #include "forms/Label.h"
 #include "tests/windows/propbag/PropBagFixture.h"
@@ -37,36 +38,28 @@ TEST_F(frmDemo2Test, KeptBlanksStandInTheExplanation) {
 TEST_F(frmDemo2Test, EveryPropertyComesBackFromUnderItsNameWithItsType) {
     const Text caption =
         Text(u"A caption of [*] my own\u00e9 \U0001F600") + Text(std::u16string(2000, u'M'));
-    window_->SetCaption(caption);
+    const std::pair<const char16_t*, Variant> properties[] = {
+        {u"Left", 1234.5F},
+        {u"Top", 2345.25F},
+        {u"Width", 6543.75F},
+        {u"Height", 5432.125F},
+        {u"Caption", caption},
+        {u"BackColor", std::int32_t{0x00336699}},
+        {u"ForeColor", std::int32_t{0x00FFEEDD}}};
+    for (const auto& [name, value] : std::span(properties).first(5)) window_->Set(name, value);
     window_->SetBackColor(0x00336699);
     window_->SetForeColor(0x00FFEEDD);
     window_->SetWindowFont(OddFont());
-    window_->SetLeft(1234.5F);
-    window_->SetTop(2345.25F);
-    window_->SetWidth(6543.75F);
-    window_->SetHeight(5432.125F);
     Close();
     session_ = PropBagSession();  // as the next start of the program
     Open();
     EXPECT_EQ(window_->Caption(), caption);
     EXPECT_LE(window_->windowTitle().size(), 1000) << "a window manager would lay out all of it";
-    EXPECT_EQ(window_->BackColor(), 0x00336699U);
-    EXPECT_EQ(window_->ForeColor(), 0x00FFEEDDU);
     EXPECT_EQ(window_->WindowFont(), OddFont());
-    const TwipRect frame{window_->Left(), window_->Top(), window_->Width(), window_->Height()};
-    EXPECT_EQ(frame, (TwipRect{1234.5F, 2345.25F, 6543.75F, 5432.125F}));
     Close();
-
     ZVPropertyBag bag;
     bag.SetContents(Stored());
-    const std::pair<const char16_t*, VarType> properties[] = {
-        {u"Left", VarType::Single},    {u"Top", VarType::Single},
-        {u"Width", VarType::Single},   {u"Height", VarType::Single},
-        {u"BackColor", VarType::Long}, {u"ForeColor", VarType::Long},
-        {u"Caption", VarType::String}, {u"Font", VarType::ArrayFlag | VarType::Integer}};
-    for (const auto& [name, type] : properties) {
-        EXPECT_EQ(bag.Item(Text(name)).Type(), type) << Text(name);
-    }
+    for (const auto& [name, value] : properties) EXPECT_EQ(bag.Item(Text(name)), value);
     EXPECT_EQ(bag.Count(), 8);
     EXPECT_EQ(bag.ObjName(u"Font"), Text(u"Font"));
     EXPECT_EQ(session_.Bag().ObjName(u"DemoZVPropertyBag1"), Text()) << "it is never made by name";
