@@ -117,19 +117,21 @@ TEST_F(FormTest, AnErrorInAHandlerIsShownOnceAndTheProgramGoesOn) {
     EXPECT_FALSE(form->Loaded()) << "a failing Form_Unload does not keep the window";
 }
 
-TEST_F(FormTest, OwnedWindowsCloseFirstTheLastOpenedBeforeTheOthers) {
-    Form* owner = nullptr;
-    Ref<Form> all;
-    for (const char* name : {"all", "first", "second"}) {
+TEST_F(FormTest, OwnedWindowsKnowTheirOwnerAndCloseFirstTheLastOpenedBeforeTheOthers) {
+    const auto named = [](const char* name, Form* owner) {
         const auto form = MakeObject<Probe>();
         form->setObjectName(name);
         form->ShowOwned(owner);
-        if (!owner) all = form;
-        owner = form.Get();
-    }
+        const QWindow* above = owner ? owner->windowHandle() : nullptr;
+        EXPECT_EQ(form->windowHandle()->transientParent(), above) << "behind it, in the end";
+        return form;
+    };
+    const auto owner = named("owner", nullptr);
+    const auto first = named("first", owner.Get());
+    const auto second = named("second", first.Get());
     Probe::log.clear();
-    all->Unload();
-    EXPECT_EQ(Probe::log, (QStringList{"second unload", "first unload", "all unload"}));
+    owner->Unload();
+    EXPECT_EQ(Probe::log, (QStringList{"second unload", "first unload", "owner unload"}));
 }
 
 TEST_F(FormTest, AModalWindowIsNotShownTwiceNorAfterAnErrorInFormLoad) {

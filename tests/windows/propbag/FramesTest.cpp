@@ -81,7 +81,7 @@ TEST_F(FramesTest, EachMoveIsFoundAgainExactlyAtEveryReopening) {
             SCOPED_TRACE(testing::Message() << "move " << move << ", cycle " << cycle);
             session_ = PropBagSession();
             Open();
-            EXPECT_TRUE(QTest::qWaitFor([&] { return DisplayedFrame(*window_) == frame; }));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return DisplayedFrame(*window_) == frame; }));
             Close();
             ASSERT_TRUE(Stored() == stored);
         }
