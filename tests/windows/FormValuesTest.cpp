@@ -59,7 +59,7 @@ TEST(FormFontTest, WhatADialogDidNotChangeStaysWhateverItShowed) {
     EXPECT_EQ(WithChanges(OddRecord(), shown, chosen), wanted);
 }
 
-TEST(FormFontTest, AWeightWithinReasonIsTakenAndBoldIsBoldOrMore) {
+TEST(FormFontTest, WeightsAndSizesBeyondReasonStillGiveAFontAndBoldIsBoldOrMore) {
     const struct {
         FontRecord record;
         int weight;
@@ -70,6 +70,10 @@ TEST(FormFontTest, AWeightWithinReasonIsTakenAndBoldIsBoldOrMore) {
                 {{.Weight = 900, .Bold = true}, 900}};
     for (const auto& [record, weight] : rows) {
         EXPECT_EQ(static_cast<int>(ToQFont(record).weight()), weight) << record.Weight;
+    }
+    for (const double size : {-1.0, double{NAN}, double{INFINITY}, 1e9}) {
+        const double shown = ToQFont({.Size = size}).pointSizeF();
+        EXPECT_TRUE(shown > 0 && shown < 3000) << size;
     }
 }
 

@@ -43,6 +43,7 @@ TEST_F(ListViewTest, TypingFindsWordsAndARepeatedLetterWalks) {
         int row;
     } rows[] = {{"a word", 0, "br", 3},
                 {"case does not matter", 0, "BETA", 2},
+                {"a letter leaves the row that it is on", 0, "a", 4},
                 {"a repeated letter walks on", 0, "bb", 3},
                 {"digits that repeat are a number", 1, "11", 2},
                 {"nothing found stays", 0, "zz", 1}};
