@@ -24,7 +24,14 @@ class Run : public ListRun<CollectionEx> {
              {10, "NewEnum", [&] { return Joined(collection_.NewEnum()); },
               [&] { return Joined(Snapshot()); }},
              {11, "Sorted", [&] { collection_.Set(u"sorted", flag); }, [&] { SetSorted(flag); }},
-             {12, "move", [&] { collection_ = CollectionEx(std::move(collection_)); }, [] {}},
+             {12, "move",
+              [&] {
+                  CollectionEx other = std::move(collection_);
+                  const std::int32_t slots = other.TableSize();
+                  collection_ = std::move(other);
+                  return slots;
+              },
+              [&] { return Slots(); }},
              {50,
               "Add",
               {item, key, before, after, replace},
@@ -111,11 +118,13 @@ class Run : public ListRun<CollectionEx> {
         return *snapshot_;
     }
 
+    std::int32_t Slots() const {
+        return static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
+    }
     bool StateIsOther() override {
-        const auto slots = static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
         if (collection_.Get(u"Count") != Variant(Count()) ||
             collection_.Get(u"Sorted") != Variant(sorted_) || collection_.Capacity() != capacity_ ||
-            collection_.TableSize() != slots) {
+            collection_.TableSize() != Slots()) {
             return true;
         }
         for (std::int32_t i = 1; i <= Count(); ++i) {

@@ -90,8 +90,8 @@ class StepRun {
                     theirs = models();
                 }
             });
-        ours_ += Shown(ours);
-        models_ += Shown(theirs);
+        ours_ += " " + Shown(ours);
+        models_ += " " + Shown(theirs);
     }
     // The first of several operations whose bound is above the number.
     struct Choice {
