@@ -11,7 +11,7 @@ class BagModel : public KeyedModel {
     BagModel() : KeyedModel("ZVPropertyBag") { granularity = 16; }
 
     // Names count only while the bag is sorted by them.
-    bool exists(const Text& name, std::int32_t& index) override {
+    bool Exists(const Text& name, std::int32_t& index) override {
         for (index = 1; sorted && index <= count(); ++index) {
             if (EqualTexts(at(index).key, name, CompareMode::Text)) return true;
         }
@@ -34,21 +34,20 @@ class BagModel : public KeyedModel {
         return position;
     }
 
-    Variant add(const Variant& item, const Text& name, const std::optional<Variant>& before,
-                const std::optional<Variant>& after, std::int32_t position, bool raising) {
+    Variant Add(const Variant& item, const Text& name, const AddOptions& options) {
         if (sorted && unique && resolve(name) != 0) {
-            if (raising) raise(28501, "Key", "Key = ", name);
+            if (options.ReturnItem) raise(28501, "Key", "Key = ", name);
             return std::int16_t{-28501};
         }
         if (sorted) return insertByName({.item = item, .key = name});
-        if (const auto named = place(before, after)) {
-            if (named->failure != 0) {
-                if (raising) raise(28500, "Item", "KeyIndex = ", before ? *before : *after);
-                return std::int16_t{-28500};
-            }
-            position = static_cast<std::int32_t>(named->position);
+        const auto named = place(options);
+        if (named && named->failure != 0) {
+            const auto& neighbour = options.Before ? *options.Before : *options.After;
+            if (options.ReturnItem) raise(28500, "Item", "KeyIndex = ", neighbour);
+            return std::int16_t{-28500};
         }
-        return insertAt(position, {.item = item, .key = name});
+        return insertAt(named ? static_cast<std::int32_t>(named->position) : options.Position,
+                        {.item = item, .key = name});
     }
 
     // `words` and `objName` are what an object is stored as; for a plain value objName is "".

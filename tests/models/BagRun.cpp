@@ -90,7 +90,9 @@ class Run : public StepRun {
         const std::int32_t position = Chance(50) ? 0 : SomePosition();
         const bool raising = Chance(50);
         Call("Add", {item, name, GivenOrOmitted(before), GivenOrOmitted(after), position, raising},
-             [&] { return model_.add(item, name, before, after, position, raising); });
+             [&] {
+                 return model_.Add(item, name, {before, after, position, raising});
+             });
     }
 
     void Write() {
@@ -171,13 +173,13 @@ class Run : public StepRun {
         const Variant v = SomeKeyIndex();
         const std::int32_t position = SomePosition();
         const std::int32_t at = model_.resolve(v);
-        const auto item = [&] { return model_.find(v, "Item").item; };
+        const auto item = [&] { return model_.Item(v); };
         DoChosen(
             Below(12),
             {{1, "Item", {v}, item},
              {2, "ItemFn", {v}, item},
              {3, "ObjName", {v}, [&] { return model_.find(v, "ObjName").itemString; }},
-             {4, "Key", {position}, [&] { return model_.find(position, "Key", "Index = ").key; }},
+             {4, "Key", {position}, [&] { return model_.Key(position); }},
              {5, "NewEnum", [&] { return Joined(bag_.NewEnum()); },
               [&] {
                   std::vector<Variant> items;

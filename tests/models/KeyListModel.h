@@ -7,46 +7,43 @@ namespace zorvane {
 
 class KeyListModel : public KeyedModel {
   public:
-    static constexpr const char* kItemString = "ItemString";
+    KeyListModel() : KeyedModel("KeyListEX", {"key", "itemstring", "itemlong", "item"}) { Clear(); }
 
-    KeyListModel() : KeyedModel("KeyListEX", {"key", "itemstring", "itemlong", "item"}) { clear(); }
-
-    Variant add(const Variant& item, const Text& key, const std::optional<Variant>& before,
-                const std::optional<Variant>& after, std::int32_t, bool returnItem) {
+    Variant Add(const Variant& item, const Text& key, const AddOptions& options) {
         snapshot.reset();
         std::int32_t index = 0;
-        if (exists(key, index) && unique) return failAdd(28501, key, returnItem);
+        if (Exists(key, index) && unique) return failAdd(28501, key, options.ReturnItem);
         if (!sorted) {
             if (index < 1 || index > count() + 1) index = count() + 1;
-            if (const auto named = place(before, after)) {
-                if (named->failure != 0) return failAdd(named->failure, key, returnItem);
+            if (const auto named = place(options)) {
+                if (named->failure != 0) return failAdd(named->failure, key, options.ReturnItem);
                 index = static_cast<std::int32_t>(named->position);
             }
         }
         rows.insert(rows.begin() + (index - 1), Row{item, 0, {}, key});
         if (capacity < count()) capacity = count() + granularity;
         changed = true;
-        return returnItem ? item : Variant(index);
+        return options.ReturnItem ? item : Variant(index);
     }
 
-    void clear() {
+    void Clear() {
         empty(32);
         capacity = 2;
     }
 
     void copyFrom(const std::vector<std::vector<Variant>>& cells, bool mark) {
-        clear();
+        Clear();
         takeSettings(cells[0]);
         for (std::size_t i = 1; i < cells.size(); ++i) {
             const auto& c = cells[i];
             rows.push_back({c[0], c[1].ToLong(), c[2].ToText(), c[3].ToText()});
         }
         if (count() > 0) capacity = count();
-        sortBy("key", true);
+        SortBy("key", true);
         if (mark) changed = true;
     }
 
-    bool exists(const Text& key, std::int32_t& index) override {
+    bool Exists(const Text& key, std::int32_t& index) override {
         if (sorted) return halves(key, index, !unique);
         for (index = 1; index <= count(); ++index) {
             if (order(at(index).key, key) == 0) return true;
@@ -58,17 +55,17 @@ class KeyListModel : public KeyedModel {
         if (count() > 0 && count() < std::int64_t{capacity} - granularity) capacity = count();
     }
 
-    void setGranularity(std::int32_t value) { granularity = std::clamp(value, 16, 32768); }
+    void SetGranularity(std::int32_t value) { granularity = std::clamp(value, 16, 32768); }
 
-    void setKey(std::int32_t index, const Text& key) {
+    void SetKey(std::int32_t index, const Text& key) {
         static_cast<void>(find(index, "Key", "Index = "));
         std::int32_t found = 0;
-        if (unique && exists(key, found)) raise(28501, "Key", "Key = ", key);
+        if (unique && Exists(key, found)) raise(28501, "Key", "Key = ", key);
         at(index).key = key;
-        if (sorted) sort();
+        if (sorted) Sort();
     }
 
-    const std::vector<Variant>& enumerate() {
+    const std::vector<Variant>& NewEnum() {
         if (snapshot) return *snapshot;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {

@@ -14,15 +14,13 @@ class Run : public KeyedRun<KeyListEX, KeyListModel> {
         const std::int32_t position = SomePosition();
         const unsigned chosen = Below(3);
         if (chosen == 2 && model_.count() > 500) return;
-        DoChosen(
-            chosen,
-            {{1, "Exists",
-              [&] { return FoundAt([&](std::int32_t& at) { return container_.Exists(key, at); }); },
-              [&] { return FoundAt([&](std::int32_t& at) { return model_.exists(key, at); }); }},
-             {2, "SetKey", [&] { container_.SetKey(position, key); },
-              [&] { model_.setKey(position, key); }},
-             {3, "NewEnum", [&] { return Joined(container_.NewEnum()); },
-              [&] { return Joined(model_.enumerate()); }}});
+        DoChosen(chosen,
+                 {Both(1, "Exists",
+                       [&](auto& c) {
+                           return FoundAt([&](std::int32_t& at) { return c.Exists(key, at); });
+                       }),
+                  Both(2, "SetKey", [&](auto& c) { c.SetKey(position, key); }),
+                  Both(3, "NewEnum", [&](auto& c) { return Joined(c.NewEnum()); })});
     }
     std::vector<Variant> ModelCells(std::int32_t position) override {
         const auto& row = model_.at(position);

@@ -11,6 +11,7 @@
 #include "platform/CaseMapping.h"
 #include "platform/Error.h"
 #include "platform/Variant.h"
+#include "runtime/AddOptions.h"
 #include "tests/support/LiteralSort.h"
 
 namespace zorvane {
@@ -32,12 +33,15 @@ class KeyedModel {
     std::string column = "key";  // that is sorted by; "" when none is
     std::optional<std::vector<Variant>> snapshot;
 
-    KeyedModel(const char* className, std::vector<std::string> columns = {})
-        : className_(className), columns_(std::move(columns)) {}
+    KeyedModel(const char* className, std::vector<std::string> columns = {},
+               const char* itemStringMember = "ItemString")
+        : className_(className),
+          columns_(std::move(columns)),
+          itemStringMember_(itemStringMember) {}
     virtual ~KeyedModel() = default;
 
     // A key search by the class's own means: found, and the position as Exists reports it.
-    virtual bool exists(const Text& key, std::int32_t& index) = 0;
+    virtual bool Exists(const Text& key, std::int32_t& index) = 0;
     virtual void reordered() {}
     virtual void erased(std::int32_t /*position*/, const Row& /*row*/) {}
 
@@ -48,7 +52,7 @@ class KeyedModel {
     std::int32_t resolve(const Variant& v) {
         if (rows.empty()) return 0;
         std::int32_t index = 0;
-        if (v.IsText()) return exists(v.AsText(), index) ? index : 0;
+        if (v.IsText()) return Exists(v.AsText(), index) ? index : 0;
         if (v.Type() != VarType::Long && v.Type() != VarType::Integer) return 0;
         index = v.ToLong();
         return index >= 1 && index <= count() ? index : 0;
@@ -59,7 +63,28 @@ class KeyedModel {
         return at(index);
     }
 
-    Variant remove(const Variant& v, bool returnItem) {
+    // The members of the container, by their names.
+    Variant Item(const Variant& v) { return find(v, "Item").item; }
+    void SetItem(const Variant& v, const Variant& value) { find(v, "Item").item = value; }
+    std::int32_t ItemLong(const Variant& v) { return find(v, "ItemLong").itemLong; }
+    void SetItemLong(const Variant& v, std::int32_t value) { find(v, "ItemLong").itemLong = value; }
+    Text ItemString(const Variant& v) { return find(v, itemStringMember_).itemString; }
+    void SetItemString(const Variant& v, const Text& value) {
+        find(v, itemStringMember_).itemString = value;
+    }
+    bool ItemFn(const Variant& v, Variant& value) {
+        const std::int32_t position = resolve(v);
+        if (position != 0) value = at(position).item;
+        return position != 0;
+    }
+    Text Key(std::int32_t position) { return find(position, "Key", "Index = ").key; }
+    void SetCompare(std::int32_t) { compare = compare != 0 ? 1 : 0; }
+    void SetDescending(bool value) { descending = value; }
+    void SetSorted(bool value) { sorted = value; }
+    void SetUnique(bool value) { unique = value; }
+    std::int32_t Count() const { return count(); }
+
+    Variant Remove(const Variant& v, bool returnItem = false) {
         snapshot.reset();
         const std::int32_t position = resolve(v);
         if (position == 0 && !returnItem) return std::int16_t{0};
@@ -70,7 +95,7 @@ class KeyedModel {
         return returnItem ? doomed.item : Variant(position);
     }
 
-    bool sort() {
+    bool Sort() {
         if (rows.empty() || column.empty()) return false;
         if (column == "item" && count() > 1) {
             for (const Row& row : rows) static_cast<void>(row.item.ToText());
@@ -87,33 +112,32 @@ class KeyedModel {
         reordered();
         return true;
     }
-    bool sortBy(std::string name, bool now) {
+    bool SortBy(std::string name, bool now) {
         for (char& c : name) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
         const bool known = std::ranges::find(columns_, name) != columns_.end();
         column = known ? name : "";
-        if (known && now) sort();
+        if (known && now) Sort();
         return !known;
     }
 
   protected:
     // The place that Before or After name: a position, or the failure's number.
-    struct Place {
+    struct Named {
         std::int64_t position = 0;
         int failure = 0;
     };
-    std::optional<Place> place(const std::optional<Variant>& before,
-                               const std::optional<Variant>& after) {
-        const std::optional<Variant>& given = before ? before : after;
+    std::optional<Named> place(const AddOptions& options) {
+        const std::optional<Variant>& given = options.Before ? options.Before : options.After;
         if (!given) return std::nullopt;
         std::int32_t named = 0;
-        if (given->IsText() ? !exists(given->AsText(), named)
+        if (given->IsText() ? !Exists(given->AsText(), named)
                             : given->Type() != VarType::Long && given->Type() != VarType::Integer) {
-            return Place{0, 28503};
+            return Named{0, 28503};
         }
         if (!given->IsText()) named = given->ToLong();
-        const std::int64_t position = std::int64_t{named} + (before ? 0 : 1);
-        if (position < 1 || position > count() + 1) return Place{0, 28502};
-        return Place{position, 0};
+        const std::int64_t position = std::int64_t{named} + (options.Before ? 0 : 1);
+        if (position < 1 || position > count() + 1) return Named{0, 28502};
+        return Named{position, 0};
     }
 
     Variant failAdd(int number, const Text& key, bool returnItem) {
@@ -143,7 +167,7 @@ class KeyedModel {
 
     // The binary search: the middle is a real number rounded half to even.
     bool halves(const Text& key, std::int32_t& index, bool firstOfEquals) {
-        if (column != "key" && column != "itemstring") sortBy("key", true);
+        if (column != "key" && column != "itemstring") SortBy("key", true);
         std::int32_t low = 1;
         std::int32_t high = count();
         while (low <= high) {
@@ -183,6 +207,7 @@ class KeyedModel {
   private:
     const char* className_;
     std::vector<std::string> columns_;
+    const char* itemStringMember_;  // as errors name it
 };
 
 }  // namespace zorvane

@@ -81,6 +81,12 @@ class KeyedRun : public StepRun {
         return static_cast<std::int32_t>(Below(30));
     }
 
+    // The same on the container and on its model, which has the same members.
+    template <class Operation>
+    Choice Both(unsigned bound, const char* what, Operation operation) {
+        return {bound, what, [=, this] { return operation(container_); },
+                [=, this] { return operation(model_); }};
+    }
     template <class Search>
     static std::string FoundAt(Search&& search) {
         std::int32_t at = 77;
@@ -108,7 +114,7 @@ class KeyedRun : public StepRun {
         if (choice < (model_.count() < target_ ? 45u : 20u)) {
             Add(item, key, returnItem);
         } else if (choice < 60) {
-            Call("Remove", {v, returnItem}, [&] { return model_.remove(v, returnItem); });
+            Call("Remove", {v, returnItem}, [&] { return model_.Remove(v, returnItem); });
         } else {
             OperateOnOne(v, key, item);
         }
@@ -121,12 +127,8 @@ class KeyedRun : public StepRun {
         const std::int32_t position = Chance(50) ? 0 : SomePosition();
         if (key.Empty() && !model_.sorted) return;  // a generated key is random
         Tell({item, key, before.value_or(u"-"), after.value_or(u"-"), position, returnItem});
-        Do(
-            "Add",
-            [&] {
-                return container_.Add(item, key, {before, after, position, returnItem});
-            },
-            [&] { return model_.add(item, key, before, after, position, returnItem); });
+        const AddOptions options{before, after, position, returnItem};
+        DoChosen(0, {Both(1, "Add", [&](auto& c) { return c.Add(item, key, options); })});
     }
 
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
@@ -137,52 +139,39 @@ class KeyedRun : public StepRun {
         if (chosen < 2) return OperateSpecially(v, key);
         if (chosen > 15) return OperateOnSettings();
         if (chosen > 13) return SortBy();
-        if (chosen == 13) return OperateOnItself(key);
-        DoChosen(
-            chosen,
-            {{3, "Item", {v}, [&] { return model_.find(v, "Item").item; }},
-             {4, "SetItem", [&] { container_.SetItem(v, item); },
-              [&] { model_.find(v, "Item").item = item; }},
-             {5, "ItemLong", {v}, [&] { return model_.find(v, "ItemLong").itemLong; }},
-             {7, "SetItemLong", [&] { container_.SetItemLong(v, value); },
-              [&] { model_.find(v, "ItemLong").itemLong = value; }},
-             {8, "ItemString", {v}, [&] { return model_.find(v, kItemString).itemString; }},
-             {10, "SetItemString", [&] { container_.SetItemString(v, key); },
-              [&] { model_.find(v, kItemString).itemString = key; }},
-             {11, "ItemFn",
-              [&] {
-                  Variant got = u"untouched";
-                  return container_.ItemFn(v, got) ? got : got;
-              },
-              [&] {
-                  const std::int32_t at = model_.resolve(v);
-                  return at == 0 ? Variant(u"untouched") : model_.at(at).item;
-              }},
-             {12, "Key", {position}, [&] { return model_.find(position, "Key", "Index = ").key; }},
-             {13, "Sort", {}, [&] { return model_.sort(); }}});
+        if (chosen == 13) return OperateOnItself();
+        DoChosen(chosen, {{3, "Item", {v}, [&] { return model_.Item(v); }},
+                          Both(4, "SetItem", [&](auto& c) { c.SetItem(v, item); }),
+                          {5, "ItemLong", {v}, [&] { return model_.ItemLong(v); }},
+                          Both(7, "SetItemLong", [&](auto& c) { c.SetItemLong(v, value); }),
+                          {8, "ItemString", {v}, [&] { return model_.ItemString(v); }},
+                          {9, "Exists", {v}, [&] { return model_.resolve(v) != 0; }},
+                          Both(10, "SetItemString", [&](auto& c) { c.SetItemString(v, key); }),
+                          Both(11, "ItemFn",
+                               [&](auto& c) {
+                                   Variant got = u"untouched";
+                                   return c.ItemFn(v, got) ? got : got;
+                               }),
+                          {12, "Key", {position}, [&] { return model_.Key(position); }},
+                          {13, "Sort", {}, [&] { return model_.Sort(); }}});
     }
 
     // Arguments that live in a record, which the look-up may move.
-    void OperateOnItself(const Text& key) {
+    void OperateOnItself() {
         if (container_.Count() == 0) return;
         const Variant& inside = *container_.begin();
         const Variant v = inside;
-        const bool again = Chance(50) && v.IsText();
-        switch (Below(3)) {
-            case 0:
-                return DoAtOnce(
-                    "Item by itself", [&] { return container_.Item(inside); },
-                    [&] { return model_.find(v, "Item").item; });
-            case 1:
-                return DoAtOnce(
-                    "SetItem to itself",
-                    [&] { container_.SetItem(again ? inside : Variant(key), inside); },
-                    [&] { model_.find(again ? v : Variant(key), "Item").item = v; });
-            default:
-                return DoAtOnce(
-                    "Remove by itself", [&] { return container_.Remove(inside); },
-                    [&] { return model_.remove(v, false); });
-        }
+        const unsigned chosen = Below(3);
+        DoAtOnce(
+            "with itself",
+            [&] {
+                if (chosen == 0) container_.SetItem(inside, inside);
+                return chosen == 1 ? container_.Remove(inside) : container_.Item(inside);
+            },
+            [&] {
+                if (chosen == 0) model_.SetItem(v, v);
+                return chosen == 1 ? model_.Remove(v) : model_.Item(v);
+            });
     }
 
     void SortBy() {
@@ -190,21 +179,20 @@ class KeyedRun : public StepRun {
                                              "Name", "HashCode", "hashindex"};
         const char* const name = kNames[Below(std::size(kNames))];
         const bool now = Chance(70);
-        Call("SortBy", {name, now}, [&] { return model_.sortBy(name, now); });
+        Call("SortBy", {name, now}, [&] { return model_.SortBy(name, now); });
     }
 
     // Neighbours, so that whole blocks of an order are emptied.
     void RemoveMany(std::int32_t many) {
         const std::int32_t at = SomePosition();
-        const auto removeFrom = [=](auto&& remove) {
+        const auto removeFrom = [=](auto& c) {
             std::int32_t removed = 0;
-            for (std::int32_t i = 0; i < many; ++i) removed += remove(Variant(at)).ToLong() == at;
+            for (std::int32_t i = 0; i < many; ++i) removed += c.Remove(at).ToLong() == at;
             return removed;
         };
         DoAtOnce(
-            "Remove many",
-            [&] { return removeFrom([&](const Variant& v) { return container_.Remove(v); }); },
-            [&] { return removeFrom([&](const Variant& v) { return model_.remove(v, false); }); });
+            "Remove many", [&] { return removeFrom(container_); },
+            [&] { return removeFrom(model_); });
     }
 
     void OperateOnSettings() {
@@ -213,17 +201,12 @@ class KeyedRun : public StepRun {
         const auto step = static_cast<std::int32_t>(Chance(5) ? 40000 : Below(300));
         if (chosen > 7 && Chance(80)) return;  // what changes most comes least
         if (chosen == 9) return Copy(flag);
-        DoChosen(
-            chosen,
-            {{2, "SetSorted", [&] { container_.SetSorted(flag); }, [&] { model_.sorted = flag; }},
-             {4, "SetDescending", [&] { container_.SetDescending(flag); },
-              [&] { model_.descending = flag; }},
-             {6, "SetUnique", [&] { container_.SetUnique(flag); }, [&] { model_.unique = flag; }},
-             {7, "SetGranularity", [&] { container_.SetGranularity(step); },
-              [&] { model_.setGranularity(step); }},
-             {8, "SetCompare", [&] { container_.SetCompare(1); },
-              [&] { model_.compare = model_.compare != 0 ? 1 : 0; }},
-             {9, "Clear", {}, [&] { model_.clear(); }}});
+        DoChosen(chosen, {Both(2, "SetSorted", [&](auto& c) { c.SetSorted(flag); }),
+                          Both(4, "SetDescending", [&](auto& c) { c.SetDescending(flag); }),
+                          Both(6, "SetUnique", [&](auto& c) { c.SetUnique(flag); }),
+                          Both(7, "SetGranularity", [&](auto& c) { c.SetGranularity(step); }),
+                          Both(8, "SetCompare", [&](auto& c) { c.SetCompare(1); }),
+                          {9, "Clear", {}, [&] { model_.Clear(); }}});
     }
 
     void Copy(bool mark) {
@@ -286,7 +269,6 @@ class KeyedRun : public StepRun {
         return ours == models ? "" : "the entries are others";
     }
 
-    static constexpr const char* kItemString = Model::kItemString;
     unsigned universe_;
     int stateEvery_;
     bool calm_, alike_;  // alike: with most keys, four units tell nothing

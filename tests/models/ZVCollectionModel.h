@@ -8,12 +8,11 @@ namespace zorvane {
 
 class CollectionModel : public KeyedModel {
   public:
-    static constexpr const char* kItemString = "Itemstring";
-
     CollectionModel()
         : KeyedModel("ZVCollectionEx",
-                     {"key", "itemstring", "itemlong", "item", "hashindex", "hashcode"}) {
-        clear();
+                     {"key", "itemstring", "itemlong", "item", "hashindex", "hashcode"},
+                     "Itemstring") {
+        Clear();
     }
 
     void reordered() override { rehash(capacity); }
@@ -53,7 +52,7 @@ class CollectionModel : public KeyedModel {
         }
     }
 
-    bool exists(const Text& key, std::int32_t& index) override {
+    bool Exists(const Text& key, std::int32_t& index) override {
         std::size_t slot = 0;
         std::int32_t hash = 0;
         const bool found = findSlot(key, slot, hash);
@@ -61,27 +60,32 @@ class CollectionModel : public KeyedModel {
         return found;
     }
 
-    bool binaryExists(const Text& key, std::int32_t& index) { return halves(key, index, false); }
+    // By position, too; then the index stays.
+    bool Exists(const Variant& v, std::int32_t& index) {
+        return v.IsText() ? Exists(v.AsText(), index) : resolve(v) != 0;
+    }
 
-    Variant add(const Variant& item, const Text& key, const std::optional<Variant>& before,
-                const std::optional<Variant>& after, std::int32_t position, bool returnItem) {
-        if (key.Empty()) return failAdd(28502, key, returnItem);
+    bool BinaryExists(const Text& key, std::int32_t& index) { return halves(key, index, false); }
+
+    Variant Add(const Variant& item, const Text& key, const AddOptions& options) {
+        if (key.Empty()) return failAdd(28502, key, options.ReturnItem);
         if (count() == capacity) rehash(capacity + granularity);
         std::size_t slot = 0;
         std::int32_t hash = 0;
-        if (findSlot(key, slot, hash)) return failAdd(28501, key, returnItem);
-        std::int32_t p = position >= 1 && position <= count() + 1 ? position : count() + 1;
+        if (findSlot(key, slot, hash)) return failAdd(28501, key, options.ReturnItem);
+        const bool inside = options.Position >= 1 && options.Position <= count() + 1;
+        std::int32_t p = inside ? options.Position : count() + 1;
         if (sorted) {
-            binaryExists(key, p);
-        } else if (const auto named = place(before, after)) {
-            if (named->failure != 0) return failAdd(named->failure, key, returnItem);
+            BinaryExists(key, p);
+        } else if (const auto named = place(options)) {
+            if (named->failure != 0) return failAdd(named->failure, key, options.ReturnItem);
             p = static_cast<std::int32_t>(named->position);
         }
         rows.insert(rows.begin() + (p - 1),
                     Row{item, 0, {}, key, hash, static_cast<std::int32_t>(slot)});
         renumber(p);
         changed = true;
-        return returnItem ? item : Variant(p);
+        return options.ReturnItem ? item : Variant(p);
     }
 
     // Closes the gap: whoever is seated behind it, up to the next free slot, is seated again.
@@ -101,18 +105,18 @@ class CollectionModel : public KeyedModel {
         }
     }
 
-    void clear() {
+    void Clear() {
         empty(128);
         rehash(granularity);
     }
 
-    void setGranularity(std::int32_t value) {
+    void SetGranularity(std::int32_t value) {
         granularity = std::clamp(value, 128, 32768);
         rehash(count() + granularity);
     }
 
     void copyFrom(const std::vector<std::vector<Variant>>& cells, bool mark) {
-        clear();
+        Clear();
         takeSettings(cells[0]);
         for (std::size_t i = 1; i < cells.size(); ++i) {
             const auto& c = cells[i];
@@ -120,7 +124,7 @@ class CollectionModel : public KeyedModel {
                 {c[2], c[3].ToLong(), c[4].ToText(), c[5].ToText(), c[0].ToLong(), c[1].ToLong()});
         }
         capacity = std::max(capacity, count());
-        sortBy("key", true);
+        SortBy("key", true);
         if (mark) changed = true;
     }
 

@@ -11,23 +11,14 @@ class Run : public KeyedRun<ZVCollectionEx, CollectionModel> {
 
   private:
     void OperateSpecially(const Variant& v, const Text& key) override {
-        DoChosen(
-            Below(2),
-            {{1, "Exists",
-              [&] { return FoundAt([&](std::int32_t& at) { return container_.Exists(v, at); }); },
-              [&] {
-                  return FoundAt([&](std::int32_t& at) {
-                      return v.IsText() ? model_.exists(v.AsText(), at) : model_.resolve(v) != 0;
-                  });
-              }},
-             {2, "BinaryExists",
-              [&] {
-                  return FoundAt(
-                      [&](std::int32_t& at) { return container_.BinaryExists(key, at); });
-              },
-              [&] {
-                  return FoundAt([&](std::int32_t& at) { return model_.binaryExists(key, at); });
-              }}});
+        DoChosen(Below(2),
+                 {Both(1, "Exists",
+                       [&](auto& c) {
+                           return FoundAt([&](std::int32_t& at) { return c.Exists(v, at); });
+                       }),
+                  Both(2, "BinaryExists", [&](auto& c) {
+                      return FoundAt([&](std::int32_t& at) { return c.BinaryExists(key, at); });
+                  })});
     }
     std::vector<Variant> ModelCells(std::int32_t position) override {
         const auto& row = model_.at(position);

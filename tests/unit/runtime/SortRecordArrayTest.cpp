@@ -67,5 +67,12 @@ TEST(SortRecordArray, TiesFallAsInTheLiteralStepsAtEveryGap) {
     }
 }
 
+// Catches a sort that asks for a text that nobody compares.
+TEST(SortRecordArray, ASingleValueNeedsNoText) {
+    const Variant none = Variant::Null();
+    const auto field = [&](std::uint32_t) { return &none; };
+    EXPECT_EQ(SortedOrder(1, field, CompareVariant, 0, false).size(), 1u);
+}
+
 }  // namespace
 }  // namespace zorvane::modZorvane
