@@ -25,6 +25,7 @@ class KeyedRun : public StepRun {
           stateEvery_(kind % 5 == 0 ? 97 : 1),
           calm_(kind % 10 == 5),
           alike_(kind % 20 == 15),
+          numbers_(kind % 4 == 3),
           target_(calm_ ? 2000 : 20) {}
 
   protected:
@@ -74,6 +75,7 @@ class KeyedRun : public StepRun {
         return SomeKey();
     }
     Variant SomeItem() {
+        if (numbers_) return static_cast<std::int32_t>(Below(30000)) - 9999;
         const unsigned chosen = Below(8);
         if (chosen == 0) return SomeKey();
         if (chosen == 1) return Chance(4) ? Variant::Null() : Variant(0.5);
@@ -245,7 +247,8 @@ class KeyedRun : public StepRun {
         }
         for (std::int32_t i = 0; i <= model_.count(); ++i) {
             std::vector<Variant> ours;
-            const std::vector<Variant> cells = i == 0 ? settings : ModelCells(i);
+            std::vector<Variant> cells = i == 0 ? settings : ModelCells(i);
+            cells.emplace_back();  // behind the last column there is nothing
             for (std::int32_t column = 1; column <= std::ssize(cells); ++column) {
                 ours.push_back(container_.CopyItemValue(i, column));
             }
@@ -271,7 +274,7 @@ class KeyedRun : public StepRun {
 
     unsigned universe_;
     int stateEvery_;
-    bool calm_, alike_;  // alike: with most keys, four units tell nothing
+    bool calm_, alike_, numbers_;  // alike: with most keys, four units tell nothing
     unsigned last_ = 0;
     std::int32_t target_;
 };

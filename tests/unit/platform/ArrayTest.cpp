@@ -129,6 +129,16 @@ TEST(Array_Equal, NeedsTypeBoundsAndElements) {
     EXPECT_NE(two, Array(VarType::Long, 0, 2));
     EXPECT_NE(two, Array(VarType::Single, 1, 2));
     EXPECT_NE(two, Array(VarType::Long, 1, 3));
+    const Variant values[] = {Variant::FromDecimal({5, 0, 1, true}), MakeObject<CountedObject>(),
+                              Variant::FromError(5), u"text"};
+    for (const Variant& value : values) {
+        for (const auto element : {value.Type(), VarType::Variant}) {
+            Array other(element, 0, 1);
+            other.SetAt(0, value);
+            EXPECT_EQ(other.At(0), value);
+            EXPECT_NE(other, Array(element, 0, 1)) << value;
+        }
+    }
 }
 
 }  // namespace

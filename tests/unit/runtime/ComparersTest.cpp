@@ -11,6 +11,7 @@ namespace zorvane::modZorvane {
 namespace {
 
 constexpr CompareParameters kBinary{0, 0};
+constexpr CompareParameters kText{1, 0};
 
 // Values go through eight readable bytes each, as every comparer may ask for.
 template <class T>
@@ -47,6 +48,23 @@ TEST(Comparers, KeptABooleanComparesWithTheSixBytesBehindIt) {
     };
     EXPECT_EQ(Compared(VarType::Boolean, Boolean{0, {0, 0, 0}}, Boolean{-1, {0, 0, 0}}), -1);
     EXPECT_EQ(Compared(VarType::Boolean, Boolean{0, {0, 0, 1}}, Boolean{-1, {0, 0, 0}}), 1);
+}
+
+TEST(Comparers, TextsFollowTheModeAndTaggedValuesTheirText) {
+    const Text small = u"b", great = u"B";
+    EXPECT_EQ(CompareString(&small, &great, &kBinary, 0), 1);
+    EXPECT_EQ(CompareString(&small, &great, &kText, 0), 0);
+    const struct {
+        Variant left, right;
+        std::int32_t binary, text;
+    } rows[] = {{u"_", u"B", 1, -1},
+                {10, 9, -1, -1},
+                {10, u"10", 0, 0},
+                {Ref<Object>(), Ref<Object>(), 0, 0}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kBinary, 0), row.binary) << row.left;
+        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kText, 0), row.text) << row.left;
+    }
 }
 
 TEST(Comparers, ObjectsCompareByWholeAddress) {

@@ -124,6 +124,9 @@ TYPED_TEST(Behaviour, AMovedFromContainerIsAsNewAndASnapshotStays) {
 
 TYPED_TEST(Behaviour, ALateCallThatCannotBeIsRefused) {
     TypeParam container;
+    if constexpr (requires { TypeParam::ClassName(); }) {
+        EXPECT_EQ(container.Call(u"classname"), Variant(TypeParam::ClassName()));
+    }
     EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"NoSuch"); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { container.Get(u"NoSuch"); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { container.Set(u"Count", 1); }), 438);
