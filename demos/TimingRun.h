@@ -61,7 +61,6 @@ class TimingRun {
     // 15 times.
     TimingResult Run(Contender contender, std::int32_t items, const ShowCell& show);
 
-    [[nodiscard]] const TestData& Data() const noexcept { return data_; }
     [[nodiscard]] static double MonotonicSeconds();
 
   private:

@@ -69,10 +69,6 @@ int ListView::ColumnCount() const {
     return model_->columnCount();
 }
 
-float ListView::ColumnWidth(int column) const {
-    return ToTwips(header()->sectionSize(column));
-}
-
 int ListView::RowCount() const {
     return model_->rowCount();
 }

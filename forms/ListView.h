@@ -28,7 +28,6 @@ class ListView : public QTreeView {
     void SetCell(int row, int column, const QString& text);
     void SetCellToolTip(int row, int column, const QString& text);
     [[nodiscard]] int ColumnCount() const;
-    [[nodiscard]] float ColumnWidth(int column) const;  // twips
     [[nodiscard]] int RowCount() const;
     // Replaces every row; 1,000 rows cost about a millisecond. The selection is dropped.
     void SetRows(std::vector<QStringList> rows);

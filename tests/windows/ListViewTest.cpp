@@ -27,6 +27,7 @@ TEST_F(ListViewTest, CellsCountFromOneAndMissingOnesAreEmpty) {
     list_.SetCell(5, 1, "set");
     list_.SetCell(9, 1, "nowhere");
     list_.AddRow({"last"});
+    EXPECT_EQ(list_.columnWidth(0), 167) << "2500 twips";
     const std::tuple<int, int, const char*> rows[] = {{2, 1, "110"}, {5, 1, "set"}, {6, 0, "last"},
                                                       {6, 1, ""},    {0, 0, ""},    {7, 0, ""},
                                                       {1, 2, ""},    {1, -1, ""}};

@@ -4,6 +4,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QToolTip>
+#include <set>
 
 #include "demos/FrmDemo1.h"
 #include "demos/TimingChart.h"
@@ -134,11 +135,16 @@ TEST_F(FrmDemo1Test, TheTableGoesToTheClipboardWithItsFineTimes) {
     EXPECT_TRUE(copied->html().contains("<td>Add method</td><td></td><td></td><td>0.2500</td>"));
 }
 
-TEST(ContenderColour, BarsStandOutFromALightAndADarkBackground) {
-    for (int column = 1; column <= 4; ++column) {
-        EXPECT_GE(Contrast(QColor::fromRgb(ContenderColour(column, false)), Qt::white), 3);
-        EXPECT_GE(Contrast(QColor::fromRgb(ContenderColour(column, true)), QColor(42, 46, 50)), 3);
+TEST(ContenderColour, BarsStandOutFromEachOtherAndFromALightAndADarkBackground) {
+    std::set<QRgb> colours;
+    for (const bool dark : {false, true}) {
+        for (int column = 1; column <= 4; ++column) {
+            const QColor colour = QColor::fromRgb(ContenderColour(column, dark));
+            colours.insert(colour.rgb());
+            EXPECT_GE(Contrast(colour, dark ? QColor(42, 46, 50) : QColor(Qt::white)), 3);
+        }
     }
+    EXPECT_EQ(colours.size(), 8U);
 }
 
 }  // namespace
