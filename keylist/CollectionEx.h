@@ -10,6 +10,7 @@
 // most a block of 4-byte numbers. When memory runs out, std::bad_alloc leaves the entries as they
 // were.
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -75,6 +76,12 @@ class CollectionEx : public Object {
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
         return records_.OfNumber(NumberOf(vKeyIndex)).Item;
     }
+    // The same for what loops ask by, with no tagged value made of it.
+    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) const {
+        const Record* const record = records_.Find(position);
+        if (!record) RaisePlatform(PlatformError::OutOfRange);
+        return record->Item;
+    }
     // As Item; Quiet: nothing happens instead of 5 and 9.
     void Remove(const Variant& vKeyIndex, bool Quiet = false);
 
@@ -107,8 +114,8 @@ class CollectionEx : public Object {
     [[nodiscard]] static std::int32_t HashKey(const Text& Key);
 
     // The items in position order; any change of the collection ends the pass.
-    [[nodiscard]] Iterator begin() const noexcept { return {&records_, 1}; }
-    [[nodiscard]] Iterator end() const noexcept { return {&records_, Count() + 1}; }
+    [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
+    [[nodiscard]] Iterator end() const noexcept { return {}; }
 
     [[nodiscard]] Text TypeName() const override { return u"CollectionEx"; }
     Variant Call(std::u16string_view member, Arguments arguments = {}) override;

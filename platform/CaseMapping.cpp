@@ -45,18 +45,29 @@ constexpr UnitMap MakeUnitMap(const CaseRun* begin, const CaseRun* end) {
 constexpr UnitMap kFold = MakeUnitMap(std::begin(kFoldRuns), std::end(kFoldRuns));
 constexpr UnitMap kLower = MakeUnitMap(std::begin(kLowerRuns), std::end(kLowerRuns));
 
+// Below U+0100 capitals differ from small letters by this bit.
+constexpr std::uint16_t kSmall = 0x20;
+constexpr char16_t kMicro = 0xB5;  // folds to U+03BC, as if it were no Latin sign
+
 // What the hash sees of a unit: the folding of its lower case, which joins all that either joins.
+// It also joins two signs that stand among the letters below U+0100, and there nothing leaves that
+// range: so all of it can be mapped at once.
 constexpr UnitMap MakeHashMap() {
     UnitMap map = kFold;
+    const auto put = [&](char16_t unit, int to) {
+        if (map(unit) == to) return;
+        // Only a page that folding already uses needs this: see the generator's check.
+        map.distance[map.pageOf[unit >> 8]][unit & 0xFF] = to - unit;
+    };
     for (const CaseRun& run : kLowerRuns) {
         for (char32_t point = run.first; point <= run.last && point <= 0xFFFF; point += run.step) {
             const auto unit = static_cast<char16_t>(point);
-            const int to = kFold(kLower(unit));
-            if (map(unit) == to) continue;
-            // Only a page that folding already uses needs this: see the generator's check.
-            map.distance[map.pageOf[unit >> 8]][unit & 0xFF] = to - unit;
+            put(unit, kFold(kLower(unit)));
         }
     }
+    const char16_t mu = kFold(kMicro);
+    for (const char16_t unit : {kMicro, mu, char16_t{0x039C}}) put(unit, kMicro);
+    put(0xD7, 0xD7 | kSmall);
     return map;
 }
 constexpr UnitMap kHash = MakeHashMap();
@@ -111,12 +122,6 @@ int CompareMapped(Units left, Units right) noexcept {
     return static_cast<int>(right.Done()) - static_cast<int>(left.Done());
 }
 
-// The standard view compares such units one by one.
-bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
-    return left.empty() ||
-           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
-}
-
 // How many of `count` units two texts begin with alike.
 std::size_t SharedLead(const char16_t* left, const char16_t* right, std::size_t count) noexcept {
     std::size_t at = 0;
@@ -131,19 +136,14 @@ std::size_t SharedLead(const char16_t* left, const char16_t* right, std::size_t 
     return at;
 }
 
-// Eight units side by side; compilers make it a vector where the machine has one.
-using EightUnits [[gnu::vector_size(16)]] = std::uint16_t;
-struct TwoWords {
-    std::uint64_t First;
-    std::uint64_t Second;
-};
 constexpr EightUnits Every(std::uint16_t unit) {
     return EightUnits{unit, unit, unit, unit, unit, unit, unit, unit};
 }
-// All bits of the units within first..last.
-EightUnits Within(EightUnits units, std::uint16_t first, std::uint16_t last) noexcept {
-    const EightUnits span = Every(static_cast<std::uint16_t>(last - first));
-    return static_cast<EightUnits>(units - Every(first) <= span);
+// All bits of the units within first..last, for units below U+8000.
+EightUnits Within(EightUnits units, std::int16_t first, std::int16_t last) noexcept {
+    using Signed [[gnu::vector_size(16)]] = std::int16_t;
+    const auto compared = std::bit_cast<Signed>(units);
+    return static_cast<EightUnits>((compared >= first) & (compared <= last));
 }
 
 // As the hash sees them, unit by unit.
@@ -155,15 +155,10 @@ EightUnits FoldedOneByOne(EightUnits units) noexcept {
     return units;
 }
 
-// The same at once where all are below U+0100: there the letters change by a bit, but for the micro
-// sign, which is at home elsewhere.
-TwoWords Folded(EightUnits units) noexcept {
-    const auto odd = std::bit_cast<TwoWords>((units & Every(0xFF00)) | Within(units, 0xB5, 0xB5));
-    if ((odd.First | odd.Second) != 0) return std::bit_cast<TwoWords>(FoldedOneByOne(units));
-    constexpr std::uint16_t kTimes = 0xD7;  // stands among the capitals and is none
-    const EightUnits capital =
-        Within(units, 'A', 'Z') | Within(units, 0xC0, kTimes - 1) | Within(units, kTimes + 1, 0xDE);
-    return std::bit_cast<TwoWords>(units | (capital & Every(0x20)));
+// The same at once where all are below U+0100: there the letters change by a bit. Two signs that
+// are no letters, between those, change along with them and hash alike.
+EightUnits FoldedAtOnce(EightUnits units) noexcept {
+    return units | ((Within(units, 'A', 'Z') | Within(units, 0xC0, 0xDE)) & Every(kSmall));
 }
 
 // The first and the last four units of 4 to 8, or all of fewer.
@@ -176,6 +171,41 @@ EightUnits FewUnits(const char16_t* units, std::size_t count) noexcept {
     std::memcpy(&few, units, 8);
     std::memcpy(reinterpret_cast<std::byte*>(&few) + 8, units + count - 4, 8);
     return few;
+}
+
+constexpr char16_t kLastAtOnce = 0xFF;
+constexpr std::uint64_t kBeyondAtOnce = 0xFF00FF00FF00FF00u;  // of four units
+
+// The hash of a text as `fold` maps its units; all bits that were set in them join `seen`. Eight
+// units a step, each half multiplied by a factor of its own with the high bits folded back, so that
+// no step waits for the one before.
+template <class Fold>
+[[gnu::always_inline]] inline std::uint32_t HashWith(Fold&& fold, std::u16string_view units,
+                                                     std::uint64_t& seen) noexcept {
+    constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
+    constexpr std::uint64_t kNext = 0xD6E8FEB86659FD92u;  // even: factors stay odd
+    std::uint64_t sum = units.size() * kMix;
+    const auto take = [&](EightUnits eight, std::size_t step) {
+        const auto words = std::bit_cast<TwoWords>(fold(eight));
+        seen |= words.First | words.Second;
+        const std::uint64_t first = words.First * (kMix + 2 * step * kNext);
+        const std::uint64_t second = words.Second * (kMix + (2 * step + 1) * kNext);
+        sum += (first ^ (first >> 32)) + (second ^ (second >> 29));
+    };
+    const std::size_t length = units.size();
+    if (length < kFewestInSteps) {
+        take(FewUnits(units.data(), length), 0);
+    } else if (length <= kMostInFourSteps) {
+        for (std::size_t step = 0; step < 4; ++step) {
+            take(EightAt(units.data() + StepAt(step, length)), step);
+        }
+    } else {
+        std::size_t step = 0;
+        for (; 8 * step + 8 < length; ++step) take(EightAt(units.data() + 8 * step), step);
+        take(EightAt(units.data() + length - 8), step);
+    }
+    const auto hash = static_cast<std::uint32_t>(((sum ^ (sum >> 29)) * kMix) >> 32);
+    return hash != 0 ? hash : 1;
 }
 
 }  // namespace
@@ -223,34 +253,12 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
-    // Eight units a step into two hashes, each mixed by a multiplication whose high bits are folded
-    // back. The last step takes the last eight, whatever the step before took of them.
-    constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
-    const auto mixed = [](std::uint64_t hash, std::uint64_t word) {
-        hash = (hash ^ word) * kMix;
-        return hash ^ (hash >> 29);
-    };
-    std::uint64_t first = kMix ^ units.size();
-    std::uint64_t second = ~kMix;
-    const auto take = [&](EightUnits eight) {
-        const TwoWords folded = Folded(eight);
-        first = mixed(first, folded.First);
-        second = mixed(second, folded.Second);
-    };
-    const auto eightAt = [&](std::size_t at) {
-        EightUnits eight;
-        std::memcpy(&eight, units.data() + at, sizeof eight);
-        return eight;
-    };
-    if (units.size() < 8) {
-        take(FewUnits(units.data(), units.size()));
-    } else {
-        for (std::size_t at = 0; at + 8 < units.size(); at += 8) take(eightAt(at));
-        take(eightAt(units.size() - 8));
+    std::uint64_t seen = 0;
+    if (units.empty() || units.front() <= kLastAtOnce) {
+        const std::uint32_t hash = HashWith(FoldedAtOnce, units, seen);
+        if ((seen & kBeyondAtOnce) == 0) return hash;
     }
-    const std::uint64_t hash = mixed(first, second);
-    const auto folded = static_cast<std::uint32_t>((hash * 0xD6E8FEB86659FD93u) >> 32);
-    return folded != 0 ? folded : 1;
+    return HashWith(FoldedOneByOne, units, seen);
 }
 
 }  // namespace zorvane

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/Units.h"
+
 namespace zorvane {
 
 class Text {
@@ -82,10 +84,6 @@ class Text {
         char16_t units[2];         // really `length` of them
     };
 
-    static bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
-        return left.size() == right.size() &&
-               std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
-    }
     explicit Text(Block* block) noexcept : block_(block) {}
     static Block* Allocate(
         std::size_t length);  // zeroed units; null for 0; std::length_error, bad_alloc

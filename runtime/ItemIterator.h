@@ -1,8 +1,7 @@
 #pragma once
 // ItemIterator: the items of a record store in position order, for range-for.
 //
-// It counts positions: an insertion or removal shifts what it shows, and a reference that it gave
-// is valid until a record is inserted or the order replaced.
+// Any insertion, removal or sort ends the pass: iterators of before it are not to be used.
 
 #include <cstddef>
 #include <cstdint>
@@ -18,22 +17,40 @@ class ItemIterator {
     using value_type = Variant;
     using difference_type = std::ptrdiff_t;
 
-    ItemIterator() = default;
-    ItemIterator(const RecordStore<Record>* records, std::int32_t position) noexcept
-        : records_(records), position_(position) {}
+    ItemIterator() = default;  // the end of any pass
+    explicit ItemIterator(const RecordStore<Record>& records) noexcept : records_(&records) {
+        Walk(1);
+    }
 
-    const Variant& operator*() const noexcept { return records_->At(position_).Item; }
+    const Variant& operator*() const noexcept { return at_->Item; }
     const Variant* operator->() const noexcept { return &**this; }
     ItemIterator& operator++() noexcept {
-        ++position_;
+        if (++at_ == last_) Walk(next_);
         return *this;
     }
-    ItemIterator operator++(int) noexcept { return {records_, position_++}; }
-    friend bool operator==(const ItemIterator&, const ItemIterator&) = default;
+    ItemIterator operator++(int) noexcept {
+        ItemIterator before(*this);
+        ++*this;
+        return before;
+    }
+    friend bool operator==(const ItemIterator& left, const ItemIterator& right) noexcept {
+        return left.at_ == right.at_;
+    }
 
   private:
+    // Stands at a position, with all that lies side by side from there ahead.
+    void Walk(std::int32_t position) noexcept {
+        at_ = records_->Find(position);
+        if (!at_) return;
+        const std::int32_t stretch = records_->StretchFrom(position);
+        last_ = at_ + stretch;
+        next_ = position + stretch;
+    }
+
     const RecordStore<Record>* records_ = nullptr;
-    std::int32_t position_ = 0;
+    const Record* at_ = nullptr;    // null: behind the last
+    const Record* last_ = nullptr;  // where the stretch ends
+    std::int32_t next_ = 0;         // the position that stands there
 };
 
 }  // namespace zorvane

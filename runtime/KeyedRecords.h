@@ -12,6 +12,7 @@
 //   kTypeName, kItemStringMember
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -87,6 +88,11 @@ class KeyedRecords : public Object {
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) {
         return Find(vKeyIndex, kItemMember).Item;
     }
+    // The same for what loops ask by, with no tagged value made of it.
+    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
+        if (const Record* const record = AtPosition(position)) return record->Item;
+        RaiseMissing(kItemMember, position);
+    }
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
         swap(Find(vKeyIndex, kItemMember).Item, value);
@@ -141,8 +147,8 @@ class KeyedRecords : public Object {
 
     // The items in position order, for range-for; any change of the container ends the pass.
     using Iterator = ItemIterator<Record>;
-    [[nodiscard]] Iterator begin() const noexcept { return {&records_, 1}; }
-    [[nodiscard]] Iterator end() const noexcept { return {&records_, Count() + 1}; }
+    [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
+    [[nodiscard]] Iterator end() const noexcept { return {}; }
 
   protected:
     struct Search {
@@ -175,19 +181,13 @@ class KeyedRecords : public Object {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
     [[nodiscard]] Record& Find(const Variant& vKeyIndex, const std::u16string_view& member) {
-        // A position given as a Long is what loops ask by: here, without a call.
-        if (vKeyIndex.Type() == VarType::Long) {
-            if (Record* record = AtPosition(vKeyIndex.LongUnchecked())) return *record;
-        }
         if (ReordersFor(vKeyIndex)) return FindKept(vKeyIndex, member);
         if (Record* record = Self().FindRecord(vKeyIndex)) return *record;
         RaiseMissing(member, vKeyIndex);
     }
     // The record at a position; null outside 1..Count().
     [[nodiscard]] Record* AtPosition(std::int32_t position) noexcept {
-        const bool inside =
-            static_cast<std::uint32_t>(position) - 1 < static_cast<std::uint32_t>(Count());
-        return inside ? &records_.At(position) : nullptr;
+        return records_.Find(position);
     }
     // Whether looking this up sorts first, which may pull an argument away that lives in a record.
     [[nodiscard]] bool ReordersFor(const Variant& vKeyIndex) const noexcept {

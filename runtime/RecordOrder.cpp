@@ -113,6 +113,7 @@ void RecordOrder::MoveCursor(std::uint32_t block, std::uint32_t from) const noex
 }
 
 RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
+    if (isRun_) return first_ + position;
     static_cast<void>(FindBlock(position));
     return cursor_.numbers[position - cursor_.from];
 }

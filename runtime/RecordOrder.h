@@ -26,7 +26,6 @@ class RecordOrder {
     // The number at a position below Count(). Run O(1); blocks O(log n), O(1) near the last one
     // asked.
     [[nodiscard]] RecordNumber At(std::uint32_t position) const noexcept {
-        if (isRun_) return first_ + position;
         const std::uint32_t within = position - cursor_.from;
         return within < cursor_.count ? cursor_.numbers[within] : Seek(position);
     }

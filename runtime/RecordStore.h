@@ -41,13 +41,33 @@ class RecordStore {
     }
     // The record at a position 1..Count(); valid until a record is inserted or the order replaced.
     [[nodiscard]] Record& At(std::int32_t position) noexcept {
-        return OfNumber(NumberAt(position));
+        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        if (at < lined_) [[likely]]
+            return line_[at];
+        return OfNumber(order_.At(at));
     }
     [[nodiscard]] const Record& At(std::int32_t position) const noexcept {
-        return OfNumber(NumberAt(position));
+        return const_cast<RecordStore*>(this)->At(position);
+    }
+    // The same, or null outside 1..Count().
+    [[nodiscard]] Record* Find(std::int32_t position) noexcept {
+        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        if (at < lined_) [[likely]]
+            return line_ + at;
+        return at < order_.Count() ? &OfNumber(order_.At(at)) : nullptr;
+    }
+    [[nodiscard]] const Record* Find(std::int32_t position) const noexcept {
+        return const_cast<RecordStore*>(this)->Find(position);
+    }
+    // How many records from a position 1..Count() on lie side by side: one at least.
+    [[nodiscard]] std::int32_t StretchFrom(std::int32_t position) const noexcept {
+        if (!order_.IsRun()) return 1;
+        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        return static_cast<std::int32_t>((at < lined_ ? lined_ : order_.Count()) - at);
     }
     [[nodiscard]] RecordNumber NumberAt(std::int32_t position) const noexcept {
-        return order_.At(static_cast<std::uint32_t>(position) - 1);
+        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        return at < lined_ ? order_.First() + at : order_.At(at);
     }
     [[nodiscard]] Record& OfNumber(RecordNumber number) noexcept {
         return records_[number & mask_];
@@ -105,6 +125,8 @@ class RecordStore {
         std::swap(left.records_, right.records_);
         std::swap(left.mask_, right.mask_);
         std::swap(left.order_, right.order_);
+        std::swap(left.line_, right.line_);
+        std::swap(left.lined_, right.lined_);
         std::swap(left.vacant_, right.vacant_);
         std::swap(left.next_, right.next_);
         std::swap(left.base_, right.base_);
@@ -123,12 +145,23 @@ class RecordStore {
     // Makes at least `places` places; numbers first..first+used-1 keep their records.
     void Grow(std::uint32_t places, RecordNumber first, std::uint32_t used);
     void LeaveRun();
+    // Notes where the records of a run begin; due whenever they, their number or the order's form
+    // changes.
+    void LineUp() noexcept {
+        const std::uint32_t from = order_.First() & mask_;
+        line_ = records_ + from;
+        lined_ = order_.IsRun() ? std::min(order_.Count(), mask_ + 1 - from) : 0;
+    }
     RecordNumber NextNumber();
 
     // Record number n stands at n % places, so a run may walk round the array.
     Record* records_ = nullptr;
     std::uint32_t mask_ = 0;  // places - 1, places a power of two
     RecordOrder order_;
+    // The first records of a run, up to where it walks round: what is asked for most is found by
+    // one comparison.
+    Record* line_ = nullptr;
+    std::uint32_t lined_ = 0;
     // While the order is no run: numbers free for use below next_, and the first never used.
     std::vector<RecordNumber> vacant_;
     RecordNumber next_ = 0;
@@ -143,8 +176,9 @@ RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t pr
         if (count == Places()) Grow(count + 1, order_.First(), count);
         const bool inFront = at == 0 && count != 0;
         order_.ResizeRun(inFront ? order_.First() - 1 : order_.First(), count + 1);
-        const RecordNumber number = order_.At(at);
+        const RecordNumber number = order_.First() + at;
         ZeroFill(&OfNumber(number), 1);
+        LineUp();
         return number;
     }
     if (order_.IsRun()) LeaveRun();
@@ -167,6 +201,7 @@ void RecordStore<Record>::LeaveRun() {
     vacant_.clear();
     base_ = order_.First();
     next_ = base_ + order_.Count();
+    LineUp();
 }
 
 // The number that the next record gets; it is not taken yet.
@@ -192,6 +227,7 @@ void RecordStore<Record>::Erase(std::int32_t position) noexcept {
     const std::uint32_t count = order_.Count();
     if (order_.IsRun()) {
         order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
+        LineUp();
         return;
     }
     const RecordNumber number = order_.At(at);
@@ -234,6 +270,7 @@ void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::ui
     Free(records_, Places());
     records_ = records;
     mask_ = wanted - 1;
+    LineUp();
 }
 
 template <class Record>
@@ -251,6 +288,7 @@ void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber
     Free(records_, Places());
     records_ = records;
     order_.SetRun(0, count);
+    LineUp();
     vacant_.clear();
     renumber([&](RecordNumber old) { return newNumbers[old & mask_]; });
 }
