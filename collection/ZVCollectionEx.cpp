@@ -9,6 +9,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Random.h"
+#include "runtime/FetchAhead.h"
 #include "runtime/SlotTable.h"
 
 namespace zorvane {
@@ -253,6 +254,7 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     }
     const std::int32_t position =
         vKeyIndex.IsText() ? records_.PositionOf(*number) : vKeyIndex.ToLong();
+    if (!vKeyIndex.IsText()) FetchAhead(records_, index_, position);
     records_.PrepareErase(position);
     // Released at the end, when the collection is whole again.
     CollectionRecord doomed = std::move(records_.OfNumber(*number));

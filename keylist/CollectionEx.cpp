@@ -9,6 +9,7 @@
 #include "platform/Error.h"
 #include "platform/LateBound.h"
 #include "platform/NumberText.h"
+#include "runtime/FetchAhead.h"
 #include "runtime/SortRecordArray.h"
 
 namespace zorvane {
@@ -83,6 +84,7 @@ void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
         position = vKeyIndex.ToLong();
         if (Quiet && (position < 1 || position > Count())) return;
         CheckIndex(position);
+        FetchAhead(records_, index_, position);
     }
     records_.PrepareErase(position);
     const RecordNumber number = records_.NumberAt(position);

@@ -8,6 +8,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "runtime/FetchAhead.h"
+
 namespace zorvane {
 namespace {
 
@@ -216,6 +218,7 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
         return std::int16_t{0};
     }
     const std::int32_t position = named.IsText() ? records_.PositionOf(*number) : named.ToLong();
+    if (!named.IsText()) FetchAhead(records_, index_, position);
     records_.PrepareErase(position);
     // Released at the end, when the list is whole again.
     KeyListRecord doomed = std::move(records_.OfNumber(*number));

@@ -221,7 +221,7 @@ class KeyedRecords : public Object {
         const auto before = [&](const Record& record) {
             return CompareTexts(record.Key, key, Mode()) == ahead;
         };
-        if (!records_.HasPrefixes() || SharedLead(key) < lead_)
+        if (!records_.HasPrefixes() || (lead_ != 0 && SharedLead(key) < lead_))
             return records_.PartitionPoint(before);
         return records_.PartitionPoint(PrefixOf(key), before);
     }

@@ -12,17 +12,20 @@ void Move(T* to, const T* from, std::uint32_t count) noexcept {
     std::memmove(to, from, std::size_t{count} * sizeof(T));
 }
 
-// How many of the values, which never decrease, are below `limit`. Without branches to guess wrong.
+// How many of the values, which never decrease, are below `limit`. By quarters: three values are
+// read at once, and no branch depends on them.
 std::uint32_t CountBelow(const std::uint64_t* values, std::uint32_t count,
                          std::uint64_t limit) noexcept {
-    if (count == 0) return 0;
     const std::uint64_t* base = values;
-    while (count > 1) {
-        const std::uint32_t half = count / 2;
-        base += half & (0u - static_cast<std::uint32_t>(base[half - 1] < limit));
-        count -= half;
+    const auto below = [&](std::uint32_t at) -> std::uint32_t { return base[at] < limit ? 1 : 0; };
+    while (count >= 4) {
+        const std::uint32_t quarter = count / 4;
+        base += quarter * (below(quarter - 1) + below(2 * quarter - 1) + below(3 * quarter - 1));
+        count -= 3 * quarter;
     }
-    return static_cast<std::uint32_t>(base - values) + (*base < limit ? 1 : 0);
+    std::uint32_t passed = 0;
+    for (std::uint32_t i = 0; i < count; ++i) passed += below(i);
+    return static_cast<std::uint32_t>(base - values) + passed;
 }
 
 }  // namespace
@@ -122,14 +125,14 @@ std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
     const Block& block = *owners_[number & (owners_.size() - 1)];
     const RecordNumber* const numbers = block.Numbers();
-    constexpr std::uint32_t kStride = 32;  // compared together, which the compiler makes wide
+    constexpr std::size_t kStride = 32;  // compared together, which the compiler makes wide
+    const auto within = [&](const RecordNumber* stride) {
+        std::uint32_t hit = 0;
+        for (std::size_t i = 0; i < kStride; ++i) hit |= stride[i] == number ? ~0u : 0u;
+        return hit != 0;
+    };
     std::uint32_t at = 0;
-    std::uint32_t hit = 0;  // its place in the stride, from 1
-    for (; at + kStride <= block.count; at += kStride) {
-        for (std::uint32_t i = 0; i < kStride; ++i) hit |= numbers[at + i] == number ? i + 1 : 0;
-        if (hit != 0) break;
-    }
-    if (hit != 0) at += hit - 1;
+    while (at + kStride <= block.count && !within(numbers + at)) at += kStride;
     while (numbers[at] != number) ++at;
     if (cursor_.count == 0 || cursor_.block != block.ordinal) {
         MoveCursor(block.ordinal, StartOf(block.ordinal));
