@@ -15,10 +15,10 @@ namespace zorvane {
 template <class Record>
 void FetchAhead(const RecordStore<Record>& records, const KeyIndex& index,
                 std::int32_t position) noexcept {
-    if (records.Count() - position < 3) return;
+    if (records.Count() - position < 4) return;
     index.Fetch(records.At(position + 1).Key.FoldedHash());
     records.At(position + 2).Key.Fetch();
-    __builtin_prefetch(&records.At(position + 3), 1);
+    __builtin_prefetch(&records.At(position + 4), 1);
 }
 
 }  // namespace zorvane
