@@ -10,12 +10,11 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kLargePage = std::size_t{2} << 20;
-constexpr std::size_t kLarge = 2 * kLargePage;  // below, what is left of the last page weighs more
 
 }  // namespace
 
 void* AllocateBlock(std::size_t bytes) {
-    if (bytes < kLarge) return ::operator new(bytes);
+    if (bytes < kLargeBlock) return ::operator new(bytes);
     void* const block = ::operator new(bytes, std::align_val_t(kLargePage));
 #ifdef MADV_HUGEPAGE
     // A wish: where the system has no large pages, nothing else changes.
@@ -25,7 +24,7 @@ void* AllocateBlock(std::size_t bytes) {
 }
 
 void FreeBlock(void* block, std::size_t bytes) noexcept {
-    if (bytes < kLarge) return ::operator delete(block);
+    if (bytes < kLargeBlock) return ::operator delete(block);
     ::operator delete(block, std::align_val_t(kLargePage));
 }
 

@@ -7,6 +7,9 @@
 
 namespace zorvane {
 
+// From how many bytes on a block is large: below, what is left of its last page weighs more.
+inline constexpr std::size_t kLargeBlock = std::size_t{4} << 20;
+
 // `bytes` of memory, aligned for any scalar. Throws std::bad_alloc.
 [[nodiscard]] void* AllocateBlock(std::size_t bytes);
 // Gives back what AllocateBlock(bytes) gave, or nothing where block is null.

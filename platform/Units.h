@@ -34,6 +34,21 @@ constexpr std::size_t kMostInFourSteps = 32;
     return std::min(8 * step, length - 8);
 }
 
+// Four units from `from` on, the first in the high bits; what is missing counts as U+0000. So where
+// two of these differ, they tell the binary order of what they were taken from.
+[[nodiscard]] inline std::uint64_t FourUnits(std::u16string_view text, std::size_t from) noexcept {
+    std::uint64_t four = 0;
+    if (std::endian::native == std::endian::little && text.size() >= from + 4) {
+        std::memcpy(&four, text.data() + from, sizeof four);
+        four = (four << 32) | (four >> 32);
+        return ((four & 0x0000FFFF0000FFFFu) << 16) | ((four >> 16) & 0x0000FFFF0000FFFFu);
+    }
+    for (std::size_t i = from; i < from + 4; ++i) {
+        four = (four << 16) | (i < text.size() ? text[i] : 0u);
+    }
+    return four;
+}
+
 [[nodiscard]] inline bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
     const std::size_t length = left.size();
     if (length != right.size()) return false;

@@ -25,6 +25,7 @@
 #include "platform/Classes.h"
 #include "platform/LateBound.h"
 #include "platform/Object.h"
+#include "platform/Units.h"
 #include "platform/Variant.h"
 #include "runtime/Comparers.h"
 #include "runtime/ErrorTable.h"
@@ -280,12 +281,7 @@ class KeyedRecords : public Object {
     }
     // The four units behind the lead that all keys share, the first in the high bits.
     [[nodiscard]] std::uint64_t PrefixOf(const Text& key) const noexcept {
-        const std::u16string_view units = key.Units();
-        std::uint64_t prefix = 0;
-        for (std::size_t i = lead_; i < lead_ + 4; ++i) {
-            prefix = (prefix << 16) | (i < units.size() ? units[i] : 0u);
-        }
-        return prefix;
+        return FourUnits(key.Units(), lead_);
     }
     void PreparePrefixes(const Text& key);
     // How many units a key has in common with the first record's.

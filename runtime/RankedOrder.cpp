@@ -6,6 +6,7 @@
 #include <numeric>
 #include <utility>
 
+#include "platform/Units.h"
 #include "runtime/WideGapSort.h"
 
 namespace zorvane::modZorvane {
@@ -30,9 +31,11 @@ std::vector<std::uint32_t> OrderWithTies(std::vector<Ranked> given, bool descend
     return IndexesOf(given);
 }
 
-// Whether two ranks are equal, by a table of those seen: where ranks repeat, a short look mostly
-// tells.
+// Whether two ranks are equal, by a table of those seen. Where ranks repeat, a look at the first
+// mostly tells, in a table that is small.
 bool SharesRanks(std::span<const Ranked> given) {
+    constexpr std::size_t kFirst = 4096;
+    if (given.size() > kFirst && SharesRanks(given.first(kFirst))) return true;
     const std::size_t size = std::bit_ceil(given.size() * 2);
     const int shift = 64 - std::countr_zero(size);
     std::vector<std::uint64_t> seen(size);  // ranks plus one; 0: free
@@ -74,12 +77,10 @@ void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less) {
     elements = std::move(scattered);
 }
 
-// Four units from `from` on, the first in the high bits; what is missing counts as U+0000.
-std::uint64_t PrefixOf(std::u16string_view text, std::size_t from) {
-    std::uint64_t prefix = 0;
-    for (std::size_t i = from; i < from + 4; ++i)
-        prefix = (prefix << 16) | (i < text.size() ? text[i] : 0u);
-    return prefix;
+// The low bytes of four units, side by side.
+std::uint64_t LowBytes(std::uint64_t four) {
+    const std::uint64_t pairs = (four | (four >> 8)) & 0x0000FFFF0000FFFFu;
+    return (pairs | (pairs >> 16)) & 0xFFFFFFFFu;
 }
 
 std::size_t CommonLead(std::span<const std::u16string_view> texts) {
@@ -153,8 +154,14 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> text
     const bool binary = mode == CompareMode::Binary;
     const std::size_t lead = binary ? CommonLead(texts) : 0;
     std::vector<Keyed> sorted(texts.size());
+    std::uint64_t seen = 0;
     for (std::uint32_t i = 0; i < texts.size(); ++i) {
-        sorted[i] = {binary ? PrefixOf(texts[i], lead) : 0, i};
+        sorted[i] = {binary ? FourUnits(texts[i], lead) : 0, i};
+        seen |= sorted[i].key;
+    }
+    // Where no unit takes more than a byte, the bits between would keep the buckets few.
+    if ((seen & 0xFF00FF00FF00FF00u) == 0) {
+        for (Keyed& keyed : sorted) keyed.key = LowBytes(keyed.key);
     }
     const auto compare = [&](const Keyed& a, const Keyed& b) {
         if (a.key != b.key) return a.key < b.key ? -1 : 1;

@@ -10,6 +10,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <span>
 #include <utility>
@@ -115,7 +116,8 @@ class RecordStore {
     void Clear() noexcept;
     // Room for `count` records in all without moving any. May throw.
     void Reserve(std::int32_t count);
-    // Puts the record that stood at position order[i]+1 at position i+1. Every record moves once
+    // Puts the record that stood at position order[i]+1 at position i+1. Every record moves once,
+    // where it can within its own block (pages that nobody touched yet cost more than the moves),
     // and gets a new number; renumber(newNumberOf) is called with a function of the old one, in
     // between, and must not fail. May throw, then nothing changed.
     template <class Renumber>
@@ -153,6 +155,14 @@ class RecordStore {
         lined_ = order_.IsRun() ? std::min(order_.Count(), mask_ + 1 - from) : 0;
     }
     RecordNumber NextNumber();
+    // Whether the numbers in use follow one another, from LeastNumber() on.
+    [[nodiscard]] bool IsCompact() const noexcept {
+        return order_.IsRun() || next_ - base_ == order_.Count();
+    }
+    [[nodiscard]] RecordNumber LeastNumber() const noexcept {
+        return order_.IsRun() ? order_.First() : base_;
+    }
+    void Permute(RecordNumber first, std::span<RecordNumber> sources) noexcept;
 
     // Record number n stands at n % places, so a run may walk round the array.
     Record* records_ = nullptr;
@@ -279,18 +289,48 @@ void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber
     const auto count = static_cast<std::uint32_t>(order.size());
     if (count == 0) return;
     std::vector<RecordNumber> newNumbers(Places());
-    Record* const records = Allocate(Places());
+    std::vector<RecordNumber> sources(count);
+    const bool inPlace = IsCompact() && count * sizeof(Record) < kLargeBlock;
+    Record* const records = inPlace ? records_ : Allocate(Places());
+    const RecordNumber first = inPlace ? LeastNumber() : 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        const RecordNumber old = order_.At(order[i]);
-        newNumbers[old & mask_] = i;
-        Relocate(records + i, records_ + (old & mask_), 1);
+        sources[i] = order_.At(order[i]);
+        newNumbers[sources[i] & mask_] = first + i;
     }
-    Free(records_, Places());
-    records_ = records;
-    order_.SetRun(0, count);
+    if (inPlace) {
+        Permute(first, sources);
+    } else {
+        for (std::uint32_t i = 0; i < count; ++i) {
+            Relocate(records + i, records_ + (sources[i] & mask_), 1);
+        }
+        Free(records_, Places());
+        records_ = records;
+    }
+    order_.SetRun(first, count);
     LineUp();
     vacant_.clear();
     renumber([&](RecordNumber old) { return newNumbers[old & mask_]; });
+}
+
+// Moves the record of number sources[i] to number first + i, for every i, where these are the same
+// numbers. The sources are used up.
+template <class Record>
+void RecordStore<Record>::Permute(RecordNumber first, std::span<RecordNumber> sources) noexcept {
+    alignas(Record) std::byte held[sizeof(Record)];
+    for (std::uint32_t i = 0; i < sources.size(); ++i) {
+        if (sources[i] == first + i) continue;
+        // Along one cycle: what its first place held goes to the last.
+        std::memcpy(held, static_cast<const void*>(&OfNumber(first + i)), sizeof(Record));
+        std::uint32_t at = i;
+        for (;;) {
+            const std::uint32_t from = sources[at] - first;
+            sources[at] = first + at;
+            if (from == i) break;
+            Relocate(&OfNumber(first + at), &OfNumber(first + from), 1);
+            at = from;
+        }
+        std::memcpy(static_cast<void*>(&OfNumber(first + at)), held, sizeof(Record));
+    }
 }
 
 }  // namespace zorvane
