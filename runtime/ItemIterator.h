@@ -25,7 +25,12 @@ class ItemIterator {
     const Variant& operator*() const noexcept { return at_->Item; }
     const Variant* operator->() const noexcept { return &**this; }
     ItemIterator& operator++() noexcept {
-        if (++at_ == last_) Walk(next_);
+        if (++at_ != last_) return *this;
+        if (number_ != lastNumber_ && ++number_ != lastNumber_) {
+            StandAtNumber();
+        } else {
+            Walk(next_);
+        }
         return *this;
     }
     ItemIterator operator++(int) noexcept {
@@ -40,17 +45,32 @@ class ItemIterator {
   private:
     // Stands at a position, with all that lies side by side from there ahead.
     void Walk(std::int32_t position) noexcept {
-        at_ = records_->Find(position);
-        if (!at_) return;
-        const std::int32_t stretch = records_->StretchFrom(position);
-        last_ = at_ + stretch;
-        next_ = position + stretch;
+        at_ = nullptr;
+        if (position > records_->Count()) return;
+        if (const auto records = records_->RecordsFrom(position); !records.empty()) {
+            at_ = records.data();
+            last_ = at_ + records.size();
+            next_ = position + static_cast<std::int32_t>(records.size());
+            return;
+        }
+        const auto numbers = records_->NumbersFrom(position);
+        number_ = numbers.data();
+        lastNumber_ = number_ + numbers.size();
+        next_ = position + static_cast<std::int32_t>(numbers.size());
+        StandAtNumber();
+    }
+    void StandAtNumber() noexcept {
+        at_ = &records_->OfNumber(*number_);
+        last_ = at_ + 1;
     }
 
     const RecordStore<Record>* records_ = nullptr;
     const Record* at_ = nullptr;    // null: behind the last
-    const Record* last_ = nullptr;  // where the stretch ends
-    std::int32_t next_ = 0;         // the position that stands there
+    const Record* last_ = nullptr;  // where the records side by side end
+    // Where these are one record: its number, and where the numbers side by side end.
+    const RecordNumber* number_ = nullptr;
+    const RecordNumber* lastNumber_ = nullptr;
+    std::int32_t next_ = 0;  // the position behind all of them
 };
 
 }  // namespace zorvane

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,12 @@ class RecordOrder {
         return within < cursor_.count ? cursor_.numbers[within] : Seek(position);
     }
     [[nodiscard]] std::uint32_t Count() const noexcept { return count_; }
+    // Blocks only: the numbers from a position below Count() on that lie side by side.
+    [[nodiscard]] std::span<const RecordNumber> From(std::uint32_t position) const noexcept {
+        static_cast<void>(At(position));
+        const std::uint32_t within = position - cursor_.from;
+        return {cursor_.numbers + within, cursor_.count - within};
+    }
     // The position of a number that stands here. Run O(1); blocks O(kBlock) on 4-byte numbers.
     [[nodiscard]] std::uint32_t PositionOf(RecordNumber number) const noexcept;
     [[nodiscard]] bool IsRun() const noexcept { return isRun_; }

@@ -60,11 +60,15 @@ class RecordStore {
     [[nodiscard]] const Record* Find(std::int32_t position) const noexcept {
         return const_cast<RecordStore*>(this)->Find(position);
     }
-    // How many records from a position 1..Count() on lie side by side: one at least.
-    [[nodiscard]] std::int32_t StretchFrom(std::int32_t position) const noexcept {
-        if (!order_.IsRun()) return 1;
+    // The records from a position 1..Count() on, as far as they lie side by side, one at least; or
+    // none where only their numbers do, which NumbersFrom gives.
+    [[nodiscard]] std::span<const Record> RecordsFrom(std::int32_t position) const noexcept {
+        if (!order_.IsRun()) return {};
         const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
-        return static_cast<std::int32_t>((at < lined_ ? lined_ : order_.Count()) - at);
+        return {Find(position), (at < lined_ ? lined_ : order_.Count()) - at};
+    }
+    [[nodiscard]] std::span<const RecordNumber> NumbersFrom(std::int32_t position) const noexcept {
+        return order_.From(static_cast<std::uint32_t>(position) - 1);
     }
     [[nodiscard]] RecordNumber NumberAt(std::int32_t position) const noexcept {
         const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
