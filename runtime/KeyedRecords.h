@@ -91,8 +91,8 @@ class KeyedRecords : public Object {
     }
     // The same for what loops ask by, with no tagged value made of it.
     [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
-        if (const Record* const record = AtPosition(position)) return record->Item;
-        RaiseMissing(kItemMember, position);
+        if (const Record* const record = AtPosition(position)) [[likely]] return record->Item;
+        RaiseNoItemAt(position);
     }
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
@@ -267,6 +267,9 @@ class KeyedRecords : public Object {
     [[noreturn, gnu::noinline]] static void RaiseMissing(const std::u16string_view& member,
                                                          const Variant& vKeyIndex) {
         RaiseError(Failure::NoItem, member, kKeyIndexLabel, vKeyIndex);
+    }
+    [[noreturn, gnu::noinline]] static void RaiseNoItemAt(std::int32_t position) {
+        RaiseMissing(kItemMember, position);
     }
     template <class Field>
     bool Fetch(const Variant& vKeyIndex, Field Record::*field, Field& value) {
