@@ -91,7 +91,8 @@ class KeyedRecords : public Object {
     }
     // The same for what loops ask by, with no tagged value made of it.
     [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
-        if (const Record* const record = AtPosition(position)) [[likely]] return record->Item;
+        if (const Record* const record = AtPosition(position)) [[likely]]
+            return record->Item;
         RaiseNoItemAt(position);
     }
     void SetItem(const Variant& vKeyIndex, Variant value) {
