@@ -255,7 +255,12 @@ class KeyedRun : public StepRun {
             if (ours == cells) continue;
             return "record " + std::to_string(i) + " is " + Joined(ours) + "not " + Joined(cells);
         }
-        return {};
+        std::int32_t at = 0;
+        for (const Variant& item : container_) {
+            if (++at > model_.count() || item != model_.at(at).item) return "a pass differs";
+            if (container_.Item(at) != item) return "an item by its position differs";
+        }
+        return at == model_.count() ? "" : "a pass ends early";
     }
 
     // A look-up may have sorted by key before memory ran out.

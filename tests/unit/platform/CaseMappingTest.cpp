@@ -67,7 +67,11 @@ TEST(HashFolded, AgreesWithBothEqualitiesOverAllCodePoints) {
             ASSERT_EQ(UnitsOf(other).size(), units.size()) << unsigned(point);
             if (other == point) continue;
             ++moved;
+            // By itself, and where it takes its neighbours out of what is mapped at once.
             ASSERT_EQ(HashFolded(units), HashFolded(UnitsOf(other))) << unsigned(point);
+            ASSERT_EQ(HashFolded(u"\u00D7\u00DFZz" + units + u"\u00B5[\u00DE@Q"),
+                      HashFolded(u"\u00D7\u00DFZz" + UnitsOf(other) + u"\u00B5[\u00DE@Q"))
+                << unsigned(point);
             ASSERT_TRUE(EqualTexts(units, UnitsOf(folded), CompareMode::Text)) << unsigned(point);
         }
         ASSERT_EQ(LowerCase(units), Text(UnitsOf(LowerCodePoint(point)))) << unsigned(point);
@@ -75,13 +79,18 @@ TEST(HashFolded, AgreesWithBothEqualitiesOverAllCodePoints) {
     EXPECT_GT(moved, 2600);  // the tables are there, not empty
 }
 
-TEST(HashFolded, DependsOnEveryUnitAndOnTheLength) {
-    const std::u16string base = u"abcdefghijk";
-    for (std::size_t i = 0; i < base.size(); ++i) {
-        std::u16string other = base;
-        other[i] = u'z';
-        EXPECT_NE(HashFolded(other), HashFolded(base)) << i;
-        EXPECT_NE(HashFolded(base.substr(0, i)), HashFolded(base)) << i;
+// Texts of up to 7, 8 to 32 and more units are taken in different steps, which overlap.
+TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
+    for (const std::size_t length : {1, 3, 4, 7, 8, 9, 16, 23, 31, 32, 33, 40, 41}) {
+        const std::u16string base(length, u'a');
+        for (std::size_t i = 0; i < length; ++i) {
+            std::u16string other = base;
+            other[i] = u'z';
+            EXPECT_NE(HashFolded(other), HashFolded(base)) << i << " of " << length;
+            EXPECT_NE(HashFolded(base.substr(0, i)), HashFolded(base)) << i << " of " << length;
+            EXPECT_FALSE(EqualTexts(other, base, CompareMode::Binary)) << i << " of " << length;
+        }
+        EXPECT_TRUE(EqualTexts(std::u16string(base), base, CompareMode::Binary)) << length;
     }
     EXPECT_NE(HashFolded(std::u16string(1, u'\0')), HashFolded({}));
 }
