@@ -81,7 +81,7 @@ TEST(HashFolded, AgreesWithBothEqualitiesOverAllCodePoints) {
 
 // Texts of up to 7, 8 to 32 and more units are taken in different steps, which overlap.
 TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
-    for (const std::size_t length : {1, 3, 4, 7, 8, 9, 16, 23, 31, 32, 33, 40, 41}) {
+    for (const std::size_t length : {1u, 3u, 4u, 7u, 8u, 9u, 16u, 23u, 31u, 32u, 33u, 40u, 41u}) {
         const std::u16string base(length, u'a');
         for (std::size_t i = 0; i < length; ++i) {
             std::u16string other = base;
