@@ -45,13 +45,17 @@ constexpr UnitMap MakeUnitMap(const CaseRun* begin, const CaseRun* end) {
 constexpr UnitMap kFold = MakeUnitMap(std::begin(kFoldRuns), std::end(kFoldRuns));
 constexpr UnitMap kLower = MakeUnitMap(std::begin(kLowerRuns), std::end(kLowerRuns));
 
-// Below U+0100 capitals differ from small letters by this bit.
-constexpr std::uint16_t kSmall = 0x20;
+// Below U+0100 every capital has kCapital, and its small letter kSmall beside it. The few signs
+// that have it too lose what tells them from another sign, which a hash may.
+constexpr int kCapital = 0x40;
+constexpr int kSmall = 0x20;
+constexpr int Small(int unit) {
+    return unit <= 0xFF ? unit | (unit & kCapital) / (kCapital / kSmall) : unit;
+}
 constexpr char16_t kMicro = 0xB5;  // folds to U+03BC, as if it were no Latin sign
 
-// What the hash sees of a unit: the folding of its lower case, which joins all that either joins.
-// It also joins two signs that stand among the letters below U+0100, and there nothing leaves that
-// range: so all of it can be mapped at once.
+// What the hash sees of a unit: the folding of its lower case, which joins all that either joins,
+// small; and nothing leaves the range below U+0100, so that all of it can be mapped at once.
 constexpr UnitMap MakeHashMap() {
     UnitMap map = kFold;
     const auto put = [&](char16_t unit, int to) {
@@ -59,15 +63,19 @@ constexpr UnitMap MakeHashMap() {
         // Only a page that folding already uses needs this: see the generator's check.
         map.distance[map.pageOf[unit >> 8]][unit & 0xFF] = to - unit;
     };
-    for (const CaseRun& run : kLowerRuns) {
-        for (char32_t point = run.first; point <= run.last && point <= 0xFFFF; point += run.step) {
-            const auto unit = static_cast<char16_t>(point);
-            put(unit, kFold(kLower(unit)));
+    const auto putRuns = [&](const CaseRun* begin, const CaseRun* end) {
+        for (const CaseRun* run = begin; run != end; ++run) {
+            for (char32_t point = run->first; point <= run->last && point <= 0xFFFF;
+                 point += run->step) {
+                const auto unit = static_cast<char16_t>(point);
+                put(unit, Small(kFold(kLower(unit))));
+            }
         }
-    }
-    const char16_t mu = kFold(kMicro);
-    for (const char16_t unit : {kMicro, mu, char16_t{0x039C}}) put(unit, kMicro);
-    put(0xD7, 0xD7 | kSmall);
+    };
+    putRuns(std::begin(kFoldRuns), std::end(kFoldRuns));
+    putRuns(std::begin(kLowerRuns), std::end(kLowerRuns));
+    for (char16_t unit = 0; unit <= 0xFF; ++unit) put(unit, Small(unit));
+    for (const char16_t unit : {char16_t{0x039C}, char16_t{0x03BC}}) put(unit, kMicro);
     return map;
 }
 constexpr UnitMap kHash = MakeHashMap();
@@ -139,13 +147,6 @@ std::size_t SharedLead(const char16_t* left, const char16_t* right, std::size_t 
 constexpr EightUnits Every(std::uint16_t unit) {
     return EightUnits{unit, unit, unit, unit, unit, unit, unit, unit};
 }
-// All bits of the units within first..last, for units below U+8000.
-EightUnits Within(EightUnits units, std::int16_t first, std::int16_t last) noexcept {
-    using Signed [[gnu::vector_size(16)]] = std::int16_t;
-    const auto compared = std::bit_cast<Signed>(units);
-    return static_cast<EightUnits>((compared >= first) & (compared <= last));
-}
-
 // As the hash sees them, unit by unit.
 EightUnits FoldedOneByOne(EightUnits units) noexcept {
     for (int i = 0; i < 8; ++i) {
@@ -155,10 +156,9 @@ EightUnits FoldedOneByOne(EightUnits units) noexcept {
     return units;
 }
 
-// The same at once where all are below U+0100: there the letters change by a bit. Two signs that
-// are no letters, between those, change along with them and hash alike.
+// The same at once where all are below U+0100.
 EightUnits FoldedAtOnce(EightUnits units) noexcept {
-    return units | ((Within(units, 'A', 'Z') | Within(units, 0xC0, 0xDE)) & Every(kSmall));
+    return units | ((units & Every(kCapital)) / Every(kCapital / kSmall));
 }
 
 // The first and the last four units of 4 to 8, or all of fewer.
