@@ -55,7 +55,8 @@ class RecordStore {
         const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
         if (at < lined_) [[likely]]
             return line_ + at;
-        return at < order_.Count() ? &OfNumber(order_.At(at)) : nullptr;
+        const RecordNumber* const near = order_.Near(at);
+        return near ? &OfNumber(*near) : FindFar(at);
     }
     [[nodiscard]] const Record* Find(std::int32_t position) const noexcept {
         return const_cast<RecordStore*>(this)->Find(position);
@@ -159,6 +160,9 @@ class RecordStore {
         lined_ = order_.IsRun() ? std::min(order_.Count(), mask_ + 1 - from) : 0;
     }
     RecordNumber NextNumber();
+    [[gnu::noinline]] Record* FindFar(std::uint32_t at) noexcept {
+        return at < order_.Count() ? &OfNumber(order_.At(at)) : nullptr;
+    }
     // Whether the numbers in use follow one another, from LeastNumber() on.
     [[nodiscard]] bool IsCompact() const noexcept {
         return order_.IsRun() || next_ - base_ == order_.Count();
