@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "platform/LargeBlock.h"
-#include "platform/Relocate.h"
 #include "runtime/RecordOrder.h"
 
 namespace zorvane {
@@ -92,30 +91,8 @@ class KeyIndex {
     // The hash is well mixed in its high bits.
     [[nodiscard]] std::uint32_t Home(std::uint32_t hash) const noexcept { return hash >> shift_; }
     [[nodiscard]] std::uint32_t Next(std::uint32_t at) const noexcept { return (at + 1) & mask_; }
-    // Slots in one block, all free at first.
-    class Slots {
-      public:
-        Slots() = default;
-        explicit Slots(std::uint32_t size)
-            : slots_(static_cast<Slot*>(AllocateBlock(size * sizeof(Slot)))), size_(size) {
-            ZeroFill(slots_, size);
-        }
-        Slots(const Slots&) = delete;
-        Slots& operator=(const Slots&) = delete;
-        ~Slots() { FreeBlock(slots_, size_ * sizeof(Slot)); }
-        [[nodiscard]] std::uint32_t Size() const noexcept { return size_; }
-        Slot& operator[](std::uint32_t at) const noexcept { return slots_[at]; }
-        friend void swap(Slots& left, Slots& right) noexcept {
-            std::swap(left.slots_, right.slots_);
-            std::swap(left.size_, right.size_);
-        }
-
-      private:
-        Slot* slots_ = nullptr;
-        std::uint32_t size_ = 0;
-    };
     void Resize(std::uint32_t size) {
-        Slots slots(size);
+        LargeArray<Slot> slots(size);
         swap(slots_, slots);
         mask_ = size - 1;
         shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(size));
@@ -125,7 +102,7 @@ class KeyIndex {
         }
     }
 
-    Slots slots_;
+    LargeArray<Slot> slots_;
     std::uint32_t mask_ = 0;
     std::uint32_t shift_ = 0;
     std::uint32_t count_ = 0;

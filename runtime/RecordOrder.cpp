@@ -35,8 +35,10 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
     first_ = first;
     count_ = count;
     blocks_.clear();
+    room_ = {};
+    prefixRoom_ = {};
     sums_.clear();
-    owners_.clear();
+    owners_ = {};
     DropPrefixes();
     ForgetCursor();
 }
@@ -44,31 +46,32 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
 void RecordOrder::ToBlocks() {
     constexpr std::uint32_t kFill = kBlock * 3 / 4;  // room for insertions before the first split
     const std::uint32_t needed = std::max(1u, (count_ + kFill - 1) / kFill);
-    std::vector<std::unique_ptr<Block>> blocks;
+    std::vector<Block*> blocks;
     blocks.reserve(needed + 1);
+    Slabs<Block> room;
+    room.Prepare(needed);
     for (std::uint32_t from = 0; blocks.size() < needed; from += kFill) {
-        auto block = std::make_unique<Block>();
+        Block* const block = room.Take();
         block->count = std::min(kFill, count_ - from);
         block->begin = (kBlock - block->count) / 2;
         for (std::uint32_t i = 0; i < block->count; ++i) block->Numbers()[i] = first_ + from + i;
-        blocks.push_back(std::move(block));
+        blocks.push_back(block);
     }
     std::vector<std::uint32_t> sums(needed + 1);
-    std::vector<Block*> owners(std::bit_ceil(std::max(16u, count_ + 1)));
+    LargeArray<Block*> owners(std::bit_ceil(std::max(16u, count_ + 1)));
     blocks_ = std::move(blocks);
+    room_ = std::move(room);
     sums_ = std::move(sums);
     owners_ = std::move(owners);
     isRun_ = false;
     RebuildSums();
-    for (const auto& block : blocks_) NoteOwner(*block);
+    for (Block* block : blocks_) NoteOwner(*block);
     ForgetCursor();
 }
 
-void RecordOrder::NoteOwner(const Block& block) noexcept {
-    const std::size_t mask = owners_.size() - 1;
-    for (std::uint32_t i = 0; i < block.count; ++i) {
-        owners_[block.Numbers()[i] & mask] = blocks_[block.ordinal].get();
-    }
+void RecordOrder::NoteOwner(Block& block) noexcept {
+    const std::size_t mask = owners_.Size() - 1;
+    for (std::uint32_t i = 0; i < block.count; ++i) owners_[block.Numbers()[i] & mask] = &block;
 }
 
 void RecordOrder::RebuildSums() noexcept {
@@ -123,7 +126,7 @@ RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
 
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
-    const Block& block = *owners_[number & (owners_.size() - 1)];
+    const Block& block = *owners_[number & (owners_.Size() - 1)];
     const RecordNumber* const numbers = block.Numbers();
     constexpr std::size_t kStride = 32;  // compared together, which the compiler makes wide
     const auto within = [&](const RecordNumber* stride) {
@@ -165,13 +168,15 @@ std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
 
 // Makes room in a full block: its rear half, or at the very end only a little, goes into a new one.
 void RecordOrder::Split(std::uint32_t at) {
-    auto fresh = std::make_unique<Block>();
     blocks_.reserve(blocks_.size() + 1);
+    room_.Prepare();
     if (HasPrefixes()) {
-        fresh->prefixes = std::make_unique<std::uint64_t[]>(kBlock);
+        prefixRoom_.Prepare();
         firstPrefixes_.reserve(firstPrefixes_.size() + 1);
     }
     sums_.resize(sums_.size() + 1);
+    Block* const fresh = room_.Take();
+    if (HasPrefixes()) fresh->prefixes = prefixRoom_.Take();
     Block& block = *blocks_[at];
     const bool last = at + 1 == blocks_.size();
     const std::uint32_t keep = last ? kBlock - kBlock / 16 : kBlock / 2;
@@ -183,18 +188,17 @@ void RecordOrder::Split(std::uint32_t at) {
         firstPrefixes_.insert(firstPrefixes_.begin() + at + 1, fresh->Prefixes()[0]);
     }
     block.count = keep;
-    blocks_.insert(blocks_.begin() + at + 1, std::move(fresh));
+    blocks_.insert(blocks_.begin() + at + 1, fresh);
     RebuildSums();
-    NoteOwner(*blocks_[at + 1]);
+    NoteOwner(*fresh);
     ForgetCursor();
 }
 
 void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix) {
     const std::uint32_t span = number - first_ + 1;
-    if (span > owners_.size()) {
-        std::vector<Block*> owners(std::bit_ceil(span));
-        owners_.swap(owners);
-        for (const auto& block : blocks_) NoteOwner(*block);
+    if (span > owners_.Size()) {
+        owners_ = LargeArray<Block*>(std::bit_ceil(span));
+        for (Block* block : blocks_) NoteOwner(*block);
     }
     // What is to stand right behind the cursor's numbers may as well join them.
     if (cursor_.count == 0 || position - cursor_.from > cursor_.count) {
@@ -215,7 +219,7 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
         block.Prefixes()[within] = prefix;
         firstPrefixes_[at] = block.Prefixes()[0];
     }
-    owners_[number & (owners_.size() - 1)] = &block;
+    owners_[number & (owners_.Size() - 1)] = &block;
     AddToSums(at, 1);
     ++count_;
     MoveCursor(at, from);
@@ -234,6 +238,8 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
     } else {
         if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
         blocks_.erase(blocks_.begin() + at);
+        if (block.prefixes) prefixRoom_.Give(block.prefixes);
+        room_.Give(&block);
         sums_.pop_back();
         RebuildSums();
         ForgetCursor();

@@ -8,10 +8,12 @@
 // compares integers that lie side by side. Positions here count from 0.
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
+
+#include "platform/LargeBlock.h"
+#include "runtime/Slabs.h"
 
 namespace zorvane {
 
@@ -70,14 +72,12 @@ class RecordOrder {
     // the order. O(n). May throw, then nothing changed.
     template <class PrefixOf>
     void AttachPrefixes(PrefixOf&& prefixOf) {
-        std::vector<std::unique_ptr<std::uint64_t[]>> made;
-        for (std::size_t i = 0; i < blocks_.size(); ++i) {
-            made.push_back(std::make_unique<std::uint64_t[]>(kBlock));
-        }
-        firstPrefixes_.resize(blocks_.size());
+        prefixRoom_.Prepare(blocks_.size());
+        std::vector<std::uint64_t> firstPrefixes(blocks_.size());
+        firstPrefixes_.swap(firstPrefixes);
         for (std::size_t i = 0; i < blocks_.size(); ++i) {
             Block& block = *blocks_[i];
-            block.prefixes = std::move(made[i]);
+            if (!block.prefixes) block.prefixes = prefixRoom_.Take();
             for (std::uint32_t k = 0; k < block.count; ++k) {
                 block.Prefixes()[k] = prefixOf(block.Numbers()[k]);
             }
@@ -104,19 +104,22 @@ class RecordOrder {
     static constexpr std::uint32_t kBlock = 512;
 
   private:
+    struct PrefixArray {
+        std::uint64_t values[kBlock];
+    };
     // Numbers with room at both ends, so that the shorter side moves.
     struct Block {
         std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
         std::uint32_t count = 0;
-        std::uint32_t ordinal = 0;  // index in blocks_
+        std::uint32_t ordinal = 0;     // index in blocks_
+        PrefixArray* prefixes = nullptr;  // while the order has prefixes, and maybe later
         RecordNumber numbers[kBlock];
-        std::unique_ptr<std::uint64_t[]> prefixes;  // kBlock of them, while the order has prefixes
 
         [[nodiscard]] RecordNumber* Numbers() noexcept { return numbers + begin; }
         [[nodiscard]] const RecordNumber* Numbers() const noexcept { return numbers + begin; }
-        [[nodiscard]] std::uint64_t* Prefixes() noexcept { return prefixes.get() + begin; }
+        [[nodiscard]] std::uint64_t* Prefixes() noexcept { return prefixes->values + begin; }
         [[nodiscard]] const std::uint64_t* Prefixes() const noexcept {
-            return prefixes.get() + begin;
+            return prefixes->values + begin;
         }
     };
 
@@ -127,7 +130,7 @@ class RecordOrder {
     [[nodiscard]] std::uint32_t FindBlock(std::uint32_t position) const noexcept;
     void ForgetCursor() const noexcept { cursor_.count = 0; }
     void MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept;
-    void NoteOwner(const Block& block) noexcept;
+    void NoteOwner(Block& block) noexcept;
     void OpenGap(Block& block, std::uint32_t within) const noexcept;
     template <class Before>
     [[nodiscard]] std::uint32_t PartitionPointWithin(std::uint32_t low, std::uint32_t high,
@@ -152,12 +155,14 @@ class RecordOrder {
     RecordNumber first_ = 0;
 
     // Blocks in order, none empty unless it is the only one.
-    std::vector<std::unique_ptr<Block>> blocks_;
+    std::vector<Block*> blocks_;
+    Slabs<Block> room_;
+    Slabs<PrefixArray> prefixRoom_;
     std::vector<std::uint32_t> sums_;  // a binary indexed tree over the blocks' counts, from 1
     std::vector<std::uint64_t> firstPrefixes_;  // of each block; empty: no prefixes
     // The block of number n stands at n % size, a power of two no smaller than the numbers' span
     // (which begins at first_).
-    std::vector<Block*> owners_;
+    LargeArray<Block*> owners_;
 
     // The block that was looked at or changed last: what is done next is mostly done there, and
     // costs no search of the sums. No numbers: no block.
