@@ -111,7 +111,7 @@ class RecordOrder {
     struct Block {
         std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
         std::uint32_t count = 0;
-        std::uint32_t ordinal = 0;     // index in blocks_
+        std::uint32_t ordinal = 0;        // index in blocks_
         PrefixArray* prefixes = nullptr;  // while the order has prefixes, and maybe later
         RecordNumber numbers[kBlock];
 
