@@ -108,7 +108,9 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
 void ZVCollectionEx::Append(SourceRecord source) {
     CollectionRecord& record = source.Record;
     const bool foreign = source.HashCode != 0 && source.HashCode != HashOf(record.Key);
-    foreignCodes_.reserve(foreignCodes_.size() + (foreign ? 1 : 0));
+    if (foreign && foreignCodes_.size() == foreignCodes_.capacity()) {
+        foreignCodes_.reserve(std::max<std::size_t>(16, foreignCodes_.size() * 2));
+    }
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
     const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
     index_.Insert(record.Key.FoldedHash(), number);
@@ -269,6 +271,8 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
 
 void ZVCollectionEx::RenumberCodes(
     const std::function<RecordNumber(RecordNumber)>& newNumberOf) noexcept {
+    // Codes of records that are gone would come upon numbers that others have now.
+    std::erase_if(foreignCodes_, [](const ForeignCode& code) { return code.HashCode == 0; });
     for (ForeignCode& code : foreignCodes_) code.Number = newNumberOf(code.Number);
     std::ranges::sort(foreignCodes_, {}, &ForeignCode::Number);
 }

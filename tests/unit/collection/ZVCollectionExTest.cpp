@@ -96,5 +96,21 @@ TEST(ZVCollectionEx_CopyFrom, AForeignSourceIsReadDefensively) {
     }
 }
 
+// Catches the code of a record that is gone, which comes upon the number of another.
+TEST(ZVCollectionEx_CopyFrom, AForeignHashCodeStaysWithItsRecord) {
+    ScriptedSource source;
+    source.Cells = {{true, 0, false, 128, false, true}};
+    for (int i = 1; i <= 3; ++i) {
+        source.Cells.push_back({1000 + i, 0, i, i, u"", Text(std::to_string(i))});
+    }
+    source.CountAnswer = 3;
+    ZVCollectionEx copy;
+    copy.CopyFrom(source);
+    copy.Remove(2);
+    copy.Remove(1);
+    copy.SortBy(u"itemlong", true);
+    EXPECT_EQ(copy.CopyItemValue(1, 1), Variant(1003));
+}
+
 }  // namespace
 }  // namespace zorvane
