@@ -46,7 +46,7 @@ KeyListEX::~KeyListEX() {
 }
 
 Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
-    snapshot_.reset();
+    const ItemSnapshot stale = std::exchange(snapshot_, nullptr);
     const Search found = Look(Key);
     if (found.Found && Unique()) return Fail(Failure::KeyPresent, Key, Options.ReturnItem);
     std::int32_t position = std::clamp(found.Position, 1, Count() + 1);
@@ -208,7 +208,8 @@ KeyListRecord KeyListEX::ReadRecord(Object& source, std::int32_t index) {
 }
 
 Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
-    snapshot_.reset();
+    // Let go at the end, as what it holds may be the last of its kind and use the list.
+    const ItemSnapshot stale = std::exchange(snapshot_, nullptr);
     const bool reorders = ReordersFor(vKeyIndex);
     const Variant kept = reorders ? vKeyIndex : Variant();
     const Variant& named = reorders ? kept : vKeyIndex;

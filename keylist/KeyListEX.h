@@ -6,9 +6,9 @@
 // Unique sorts and checks nothing; until the next sort by key, searches may then miss keys that are
 // there, and Add may repeat one. A look-up by key may re-sort: look-ups are not const, and earlier
 // positions go stale. Cost: look-up by key and by position O(1) to O(log n), Add and Remove O(log
-// n) comparisons and the move of at most a block of 4-byte numbers, whatever the count; among k
-// equal keys O(k) more. A sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n)
-// where values tie.
+// n) comparisons and the move of at most a block of 4-byte numbers, whatever the count; while k
+// entries share a key, O(k) more for any. A sort, and so SetKey while Sorted, O(n log n), in
+// integers O(n log^2 n) where values tie.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 
@@ -76,7 +76,8 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     void SetKey(std::int32_t Index, Text value);
 
     // The items as they stood when the first enumeration since the last Add, Remove or Clear began.
-    // Kept: assignments and sorts in between do not show. Raises 457 when a key occurs twice.
+    // Kept: assignments and sorts in between do not show. Raises 457 when a key occurs twice, unit
+    // for unit.
     [[nodiscard]] Enumerator NewEnum();
 
     // Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:

@@ -61,6 +61,20 @@ TYPED_TEST(Release, ComesWhenTheContainerIsWholeAgain) {
             c.Add(1, u"new");
         });
     }
+    if constexpr (std::is_same_v<C, KeyListEX>) {
+        const auto keepInSnapshot = [](C& c) {
+            static_cast<void>(c.NewEnum());
+            c.SetItem(u"m", 1);
+        };
+        this->Try("Remove drops the snapshot", 2, [&](C& c) {
+            keepInSnapshot(c);
+            c.Remove(*c.begin());
+        });
+        this->Try("Add drops the snapshot", 4, [&](C& c) {
+            keepInSnapshot(c);
+            c.Add(1, u"new");
+        });
+    }
     if constexpr (kBag<C>) {
         this->Try("write over", 3, [](C& c) { c.WriteProperty(u"m", 5); });
         this->Try("no object", 3, [](C& c) { c.WriteProperty(u"m", Ref<Object>()); });
