@@ -147,21 +147,7 @@ std::size_t SharedLead(const char16_t* left, const char16_t* right, std::size_t 
 constexpr EightUnits Every(std::uint16_t unit) {
     return EightUnits{unit, unit, unit, unit, unit, unit, unit, unit};
 }
-// As the hash sees them, unit by unit.
-EightUnits FoldedOneByOne(EightUnits units) noexcept {
-    for (int i = 0; i < 8; ++i) {
-        // A pair's halves are hashed by being halves alone: letters beyond the plane are rare.
-        units[i] = IsSurrogate(units[i]) ? std::uint16_t{0xD800} : kHash(units[i]);
-    }
-    return units;
-}
-
-// The same at once where all are below U+0100.
-EightUnits FoldedAtOnce(EightUnits units) noexcept {
-    return units | ((units & Every(kCapital)) / Every(kCapital / kSmall));
-}
-
-// The first and the last four units of 4 to 8, or all of fewer.
+// The first and the last four units of 4 to 7, or all of fewer.
 EightUnits FewUnits(const char16_t* units, std::size_t count) noexcept {
     EightUnits few{};
     if (count < 4) {
@@ -173,36 +159,83 @@ EightUnits FewUnits(const char16_t* units, std::size_t count) noexcept {
     return few;
 }
 
+// A text's units as the hash sees them, where all are below U+0100.
+class AtOnce {
+  public:
+    explicit AtOnce(std::u16string_view units) noexcept : units_(units) {}
+    [[nodiscard]] EightUnits Eight(std::size_t at) const noexcept {
+        return Folded(EightAt(units_.data() + at));
+    }
+    [[nodiscard]] EightUnits Few() const noexcept {
+        return Folded(FewUnits(units_.data(), units_.size()));
+    }
+
+  private:
+    static EightUnits Folded(EightUnits units) noexcept {
+        return units | ((units & Every(kCapital)) / Every(kCapital / kSmall));
+    }
+    std::u16string_view units_;
+};
+
+// The same for any units. A pair of surrogates keeps its first half in either case.
+class OneByOne {
+  public:
+    explicit OneByOne(std::u16string_view units) noexcept : units_(units) {}
+    [[nodiscard]] EightUnits Eight(std::size_t at) const noexcept {
+        EightUnits eight;
+        for (std::size_t i = 0; i < 8; ++i) eight[i] = Folded(at + i);
+        return eight;
+    }
+    [[nodiscard]] EightUnits Few() const noexcept {
+        std::array<char16_t, kFewestInSteps> folded{};
+        for (std::size_t i = 0; i < units_.size(); ++i) folded[i] = Folded(i);
+        return FewUnits(folded.data(), units_.size());
+    }
+
+  private:
+    [[nodiscard]] char16_t Folded(std::size_t at) const noexcept {
+        const char16_t unit = units_[at];
+        if (!IsSurrogate(unit)) return kHash(unit);
+        if (unit < 0xDC00 || at == 0) return unit;
+        std::size_t first = at - 1;
+        const char32_t point = CodePointAt(units_, first);
+        if (point <= 0xFFFF) return unit;
+        return static_cast<char16_t>(0xDC00 | (FoldCodePoint(LowerCodePoint(point)) & 0x3FF));
+    }
+    std::u16string_view units_;
+};
+
 constexpr char16_t kLastAtOnce = 0xFF;
 constexpr std::uint64_t kBeyondAtOnce = 0xFF00FF00FF00FF00u;  // of four units
 
-// The hash of a text as `fold` maps its units; all bits that were set in them join `seen`. Eight
-// units a step, each half multiplied by a factor of its own with the high bits folded back, so that
-// no step waits for the one before.
-template <class Fold>
-[[gnu::always_inline]] inline std::uint32_t HashWith(Fold&& fold, std::u16string_view units,
+// A product's low bits know nothing of its factors' high ones: these join the low ones before.
+constexpr std::uint64_t Spread(std::uint64_t word) {
+    return word ^ (word >> 32);
+}
+
+// The hash of a text of so many units as `folded` gives them; all bits that were set in them join
+// `seen`. Eight units a step, each half with a factor of its own, so that no step waits for the one
+// before.
+template <class Folded>
+[[gnu::always_inline]] inline std::uint32_t HashWith(const Folded& folded, std::size_t length,
                                                      std::uint64_t& seen) noexcept {
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
-    constexpr std::uint64_t kNext = 0xD6E8FEB86659FD92u;  // even: factors stay odd
-    std::uint64_t sum = units.size() * kMix;
-    const auto take = [&](EightUnits eight, std::size_t step) {
-        const auto words = std::bit_cast<TwoWords>(fold(eight));
+    std::uint64_t sum = length * kMix;
+    // Powers: factors in even steps would leave only two sums of all that a text has.
+    std::uint64_t factor = kMix;
+    const auto take = [&](EightUnits eight) {
+        const auto words = std::bit_cast<TwoWords>(eight);
         seen |= words.First | words.Second;
-        const std::uint64_t first = words.First * (kMix + 2 * step * kNext);
-        const std::uint64_t second = words.Second * (kMix + (2 * step + 1) * kNext);
-        sum += (first ^ (first >> 32)) + (second ^ (second >> 29));
+        sum += Spread(words.First) * (factor *= kMix);
+        sum += Spread(words.Second) * (factor *= kMix);
     };
-    const std::size_t length = units.size();
     if (length < kFewestInSteps) {
-        take(FewUnits(units.data(), length), 0);
+        take(folded.Few());
     } else if (length <= kMostInFourSteps) {
-        for (std::size_t step = 0; step < 4; ++step) {
-            take(EightAt(units.data() + StepAt(step, length)), step);
-        }
+        for (std::size_t step = 0; step < 4; ++step) take(folded.Eight(StepAt(step, length)));
     } else {
-        std::size_t step = 0;
-        for (; 8 * step + 8 < length; ++step) take(EightAt(units.data() + 8 * step), step);
-        take(EightAt(units.data() + length - 8), step);
+        for (std::size_t at = 0; at + 8 < length; at += 8) take(folded.Eight(at));
+        take(folded.Eight(length - 8));
     }
     const auto hash = static_cast<std::uint32_t>(((sum ^ (sum >> 29)) * kMix) >> 32);
     return hash != 0 ? hash : 1;
@@ -255,10 +288,10 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
     std::uint64_t seen = 0;
     if (units.empty() || units.front() <= kLastAtOnce) {
-        const std::uint32_t hash = HashWith(FoldedAtOnce, units, seen);
+        const std::uint32_t hash = HashWith(AtOnce(units), units.size(), seen);
         if ((seen & kBeyondAtOnce) == 0) return hash;
     }
-    return HashWith(FoldedOneByOne, units, seen);
+    return HashWith(OneByOne(units), units.size(), seen);
 }
 
 }  // namespace zorvane
