@@ -20,6 +20,13 @@
 #include "platform/Text.h"
 #include "platform/VarType.h"
 
+// Inline wherever it stands, in code that is optimised at all.
+#ifdef __OPTIMIZE__
+#define ZORVANE_INLINE [[gnu::always_inline]]
+#else
+#define ZORVANE_INLINE
+#endif
+
 namespace zorvane {
 
 // (high:low) / 10^scale, negative on request; scale 0..28.
@@ -80,9 +87,8 @@ class Variant {
         swap(*this, taken);
         return *this;
     }
-    // Inline wherever it stands: most values count nothing, and a call would cost more than that
-    // question.
-    [[gnu::always_inline]] ~Variant() {
+    // Most values count nothing, and a call would cost more than that question.
+    ZORVANE_INLINE ~Variant() {
         if (Owns()) Release(type_, bits_);
     }
 
@@ -216,3 +222,5 @@ struct KeyOrPosition {
 }
 
 }  // namespace zorvane
+
+#undef ZORVANE_INLINE
