@@ -104,6 +104,24 @@ TYPED_TEST(Behaviour, ArgumentsMayLiveInTheContainer) {
     }
 }
 
+// Catches a way for plain integers that raises something else, or nothing.
+TYPED_TEST(Behaviour, APlainIntegerNamesAPositionAsATaggedOneDoes) {
+    TypeParam container;
+    Fill(container, 3);
+    for (const std::int32_t position : {INT32_MIN, -1, 0, 1, 3, 4, INT32_MAX}) {
+        Variant plain, tagged;
+        const auto raised = RaisedBy([&] { plain = container.Item(position); });
+        const auto expected = RaisedBy([&] { tagged = container.Item(Variant(position)); });
+        ASSERT_EQ(raised.has_value(), expected.has_value()) << position;
+        EXPECT_EQ(raised.has_value(), position < 1 || position > 3) << position;
+        EXPECT_EQ(plain, tagged) << position;
+        if (!raised) continue;
+        EXPECT_EQ(raised->Number, expected->Number) << position;
+        EXPECT_EQ(raised->Source, expected->Source) << position;
+        EXPECT_EQ(raised->Description, expected->Description) << position;
+    }
+}
+
 TYPED_TEST(Behaviour, AMovedFromContainerIsAsNewAndASnapshotStays) {
     if constexpr (!kPlain<TypeParam>) {
         static_assert(std::is_nothrow_move_constructible_v<TypeParam>);
