@@ -167,12 +167,15 @@ class KeyedRun : public StepRun {
         DoAtOnce(
             "with itself",
             [&] {
-                if (chosen == 0) container_.SetItem(inside, inside);
-                return chosen == 1 ? container_.Remove(inside) : container_.Item(inside);
+                if (chosen == 1) return container_.Remove(inside);
+                if (chosen == 2) return container_.Item(inside);
+                container_.SetItem(inside, inside);
+                return container_.Item(v);  // a sort may have moved what was inside
             },
             [&] {
+                if (chosen == 1) return model_.Remove(v);
                 if (chosen == 0) model_.SetItem(v, v);
-                return chosen == 1 ? model_.Remove(v) : model_.Item(v);
+                return model_.Item(v);
             });
     }
 
