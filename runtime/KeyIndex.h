@@ -11,7 +11,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/LargeBlock.h"
+#include "platform/LargeArray.h"
 #include "runtime/RecordOrder.h"
 
 namespace zorvane {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/LargeBlock.h"
+#include "platform/LargeArray.h"
 #include "runtime/Slabs.h"
 
 namespace zorvane {

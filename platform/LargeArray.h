@@ -1,0 +1,44 @@
+#pragma once
+// LargeArray: plain values side by side in a block of their own (platform/LargeBlock.h), all zero
+// at first.
+
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+#include "platform/LargeBlock.h"
+#include "platform/Relocate.h"
+
+namespace zorvane {
+
+template <class T>
+class LargeArray {
+    static_assert(std::is_trivially_copyable_v<T>);
+
+  public:
+    LargeArray() = default;
+    explicit LargeArray(std::size_t size)
+        : values_(static_cast<T*>(AllocateBlock(size * sizeof(T)))), size_(size) {
+        ZeroFill(values_, size);
+    }
+    LargeArray(LargeArray&& other) noexcept { swap(*this, other); }
+    LargeArray& operator=(LargeArray&& other) noexcept {
+        LargeArray taken(std::move(other));
+        swap(*this, taken);
+        return *this;
+    }
+    ~LargeArray() { FreeBlock(values_, size_ * sizeof(T)); }
+
+    [[nodiscard]] std::size_t Size() const noexcept { return size_; }
+    [[nodiscard]] T& operator[](std::size_t at) const noexcept { return values_[at]; }
+    friend void swap(LargeArray& left, LargeArray& right) noexcept {
+        std::swap(left.values_, right.values_);
+        std::swap(left.size_, right.size_);
+    }
+
+  private:
+    T* values_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+}  // namespace zorvane
