@@ -7,6 +7,7 @@
 // Blocks may carry a 64-bit sort prefix beside each number, so that a search in a sorted order
 // compares integers that lie side by side. Positions here count from 0.
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <utility>
@@ -72,7 +73,8 @@ class RecordOrder {
     // the order. O(n). May throw, then nothing changed.
     template <class PrefixOf>
     void AttachPrefixes(PrefixOf&& prefixOf) {
-        prefixRoom_.Prepare(blocks_.size());
+        const auto without = [](const Block* block) { return !block->prefixes; };
+        prefixRoom_.Prepare(static_cast<std::size_t>(std::ranges::count_if(blocks_, without)));
         std::vector<std::uint64_t> firstPrefixes(blocks_.size());
         firstPrefixes_.swap(firstPrefixes);
         for (std::size_t i = 0; i < blocks_.size(); ++i) {
