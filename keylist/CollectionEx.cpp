@@ -181,7 +181,7 @@ bool CollectionEx::HasKey(RecordNumber number, const Text& key) const noexcept {
 
 // Where a lower-cased key belongs among sorted ones.
 std::int32_t CollectionEx::FindSorted(const Text& lowered) const noexcept {
-    return records_.PartitionPoint([&](const Record& record) {
+    return records_.PartitionPoint(records_.All(), [&](const Record& record) {
         return CompareTexts(record.Key, lowered, CompareMode::Binary) < 0;
     });
 }

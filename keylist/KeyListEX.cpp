@@ -172,8 +172,12 @@ auto KeyListEX::Look(Text key) -> Search {
     if (Sorted()) {
         RestoreKeyOrder();
         if (repeats_ || !InSearchOrder()) return SearchSorted(key, !Unique());
+        // The index is far away; the order is searched meanwhile, and mostly tells enough.
+        index_.Fetch(key.FoldedHash());
+        const Stretch places = PlacesFor(key);
+        if (places.Empty()) return {false, places.First};
         if (const auto holder = Holder(key)) return {true, records_.PositionOf(*holder)};
-        return {false, FirstNotBefore(key)};
+        return {false, FirstNotBefore(key, places)};
     }
     Search first{false, Count() + 1};
     index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {

@@ -217,15 +217,17 @@ class KeyedRecords : public Object {
         PreparePrefixes(key);
         return records_.Insert(position, PrefixOf(key));
     }
-    // Where a key that is absent belongs among keys in search order.
-    [[nodiscard]] std::int32_t FirstNotBefore(const Text& key) const {
+    using Stretch = typename RecordStore<Record>::Stretch;
+    // Among keys in search order: where a key can stand, or when it has to be absent, belongs.
+    [[nodiscard]] Stretch PlacesFor(const Text& key) const {
+        const bool byPrefix = records_.HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_);
+        return byPrefix ? records_.WithPrefix(PrefixOf(key)) : records_.All();
+    }
+    [[nodiscard]] std::int32_t FirstNotBefore(const Text& key, Stretch places) const {
         const int ahead = settings_.Descending ? 1 : -1;
-        const auto before = [&](const Record& record) {
+        return records_.PartitionPoint(places, [&](const Record& record) {
             return CompareTexts(record.Key, key, Mode()) == ahead;
-        };
-        if (!records_.HasPrefixes() || (lead_ != 0 && SharedLead(key) < lead_))
-            return records_.PartitionPoint(before);
-        return records_.PartitionPoint(PrefixOf(key), before);
+        });
     }
     // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
@@ -411,11 +413,12 @@ template <class Derived, class Record>
 auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key, bool firstOfEquals) const
     -> Search {
     if (!InSearchOrder()) return SearchByHalves(key, firstOfEquals);
-    const std::int32_t position = FirstNotBefore(key);
+    const Stretch places = PlacesFor(key);
+    const std::int32_t position = FirstNotBefore(key, places);
     const auto equals = [&](std::int32_t at) {
         return at <= Count() && EqualTexts(records_.At(at).Key, key, Mode());
     };
-    if (!equals(position)) return {false, position};
+    if (places.Empty() || !equals(position)) return {false, position};
     if (!firstOfEquals && equals(position + 1)) return SearchByHalves(key, firstOfEquals);
     return {true, position};
 }

@@ -9,7 +9,7 @@ namespace {
 
 template <class T>
 void Move(T* to, const T* from, std::uint32_t count) noexcept {
-    std::memmove(to, from, std::size_t{count} * sizeof(T));
+    if (count != 0) std::memmove(to, from, std::size_t{count} * sizeof(T));
 }
 
 // How many of the values, which never decrease, are below `limit`. By quarters: three values are
@@ -28,6 +28,24 @@ std::uint32_t CountBelow(const std::uint64_t* values, std::uint32_t count,
     return static_cast<std::uint32_t>(base - values) + passed;
 }
 
+// Where a number stands among values that hold it once. Many are compared together, which the
+// compiler makes wide, and give the place without a branch on it.
+std::uint32_t PlaceOf(RecordNumber number, const RecordNumber* values,
+                      std::uint32_t count) noexcept {
+    constexpr std::uint32_t kStride = 32;
+    std::uint32_t at = 0;
+    for (; at + kStride <= count; at += kStride) {
+        const RecordNumber* const stride = values + at;
+        std::uint32_t place = 0;  // from 1; 0: not here
+        for (std::size_t i = 0; i < kStride; ++i) {
+            place |= stride[i] == number ? static_cast<std::uint32_t>(i) + 1 : 0;
+        }
+        if (place != 0) return at + place - 1;
+    }
+    while (values[at] != number) ++at;
+    return at;
+}
+
 }  // namespace
 
 void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
@@ -37,7 +55,7 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
     blocks_.clear();
     room_ = {};
     prefixRoom_ = {};
-    sums_.clear();
+    starts_ = {};
     owners_ = {};
     DropPrefixes();
     ForgetCursor();
@@ -57,14 +75,14 @@ void RecordOrder::ToBlocks() {
         for (std::uint32_t i = 0; i < block->count; ++i) block->Numbers()[i] = first_ + from + i;
         blocks.push_back(block);
     }
-    std::vector<std::uint32_t> sums(needed + 1);
+    BlockStarts starts;
+    starts.Assign(needed, kFill);
     LargeArray<Block*> owners(std::bit_ceil(std::max(16u, count_ + 1)));
     blocks_ = std::move(blocks);
     room_ = std::move(room);
-    sums_ = std::move(sums);
+    starts_ = std::move(starts);
     owners_ = std::move(owners);
     isRun_ = false;
-    RebuildSums();
     for (Block* block : blocks_) NoteOwner(*block);
     ForgetCursor();
 }
@@ -74,42 +92,11 @@ void RecordOrder::NoteOwner(Block& block) noexcept {
     for (std::uint32_t i = 0; i < block.count; ++i) owners_[block.Numbers()[i] & mask] = &block;
 }
 
-void RecordOrder::RebuildSums() noexcept {
-    const auto size = static_cast<std::uint32_t>(blocks_.size());
-    std::fill(sums_.begin(), sums_.end(), 0u);
-    for (std::uint32_t i = 1; i <= size; ++i) {
-        blocks_[i - 1]->ordinal = i - 1;
-        sums_[i] += blocks_[i - 1]->count;
-        const std::uint32_t parent = i + (i & (0u - i));
-        if (parent <= size) sums_[parent] += sums_[i];
-    }
-}
-
-void RecordOrder::AddToSums(std::uint32_t block, std::uint32_t difference) noexcept {
-    for (std::size_t i = block + 1; i < sums_.size(); i += i & (0u - i)) sums_[i] += difference;
-}
-
-std::uint32_t RecordOrder::StartOf(std::uint32_t block) const noexcept {
-    std::uint32_t start = 0;
-    for (std::uint32_t i = block; i != 0; i &= i - 1) start += sums_[i];
-    return start;
-}
-
 // The block that holds a position; the end belongs to the last. The cursor stands there then.
 std::uint32_t RecordOrder::FindBlock(std::uint32_t position) const noexcept {
     if (cursor_.count != 0 && position - cursor_.from < cursor_.count) return cursor_.block;
-    const auto size = static_cast<std::uint32_t>(blocks_.size());
-    std::uint32_t block = 0;
-    std::uint32_t from = 0;
-    for (std::uint32_t step = std::bit_floor(size); step != 0; step /= 2) {
-        const std::uint32_t next = block + step;
-        if (next <= size && from + sums_[next] <= position) {
-            block = next;
-            from += sums_[next];
-        }
-    }
-    if (block == size) from -= blocks_[--block]->count;
-    MoveCursor(block, from);
+    const std::uint32_t block = starts_.BlockOf(position);
+    MoveCursor(block, starts_.At(block));
     return block;
 }
 
@@ -126,24 +113,21 @@ RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
 
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
-    const Block& block = *owners_[number & (owners_.Size() - 1)];
-    const RecordNumber* const numbers = block.Numbers();
-    constexpr std::size_t kStride = 32;  // compared together, which the compiler makes wide
-    const auto within = [&](const RecordNumber* stride) {
-        std::uint32_t hit = 0;
-        for (std::size_t i = 0; i < kStride; ++i) hit |= stride[i] == number ? ~0u : 0u;
-        return hit != 0;
-    };
-    std::uint32_t at = 0;
-    while (at + kStride <= block.count && !within(numbers + at)) at += kStride;
-    while (numbers[at] != number) ++at;
-    if (cursor_.count == 0 || cursor_.block != block.ordinal) {
-        MoveCursor(block.ordinal, StartOf(block.ordinal));
-    }
-    return cursor_.from + at;
+    Block& block = *owners_[number & (owners_.Size() - 1)];
+    const std::uint32_t at = Locate(block);
+    if (cursor_.count == 0 || cursor_.block != at) MoveCursor(at, starts_.At(at));
+    return cursor_.from + PlaceOf(number, block.Numbers(), block.count);
 }
 
-// The positions from..to whose prefix is the given one; both the place for it when there is none.
+// The index of a block. What is counted holds until blocks come or go, and is then counted anew
+// when somebody asks: a list that only grows never does.
+std::uint32_t RecordOrder::Locate(Block& block) const noexcept {
+    if (block.ordinal >= blocks_.size() || blocks_[block.ordinal] != &block) {
+        for (std::uint32_t i = 0; i < blocks_.size(); ++i) blocks_[i]->ordinal = i;
+    }
+    return block.ordinal;
+}
+
 std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
     std::uint64_t prefix) const noexcept {
     const auto size = static_cast<std::uint32_t>(blocks_.size());
@@ -152,7 +136,7 @@ std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
         const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, limit);
         const std::uint32_t at = begun == 0 ? 0 : begun - 1;
         const Block& block = *blocks_[at];
-        MoveCursor(at, StartOf(at));
+        MoveCursor(at, starts_.At(at));
         return cursor_.from + (begun == 0 ? 0 : CountBelow(block.Prefixes(), block.count, limit));
     };
     const std::uint32_t first = firstFrom(prefix);
@@ -174,7 +158,7 @@ void RecordOrder::Split(std::uint32_t at) {
         prefixRoom_.Prepare();
         firstPrefixes_.reserve(firstPrefixes_.size() + 1);
     }
-    sums_.resize(sums_.size() + 1);
+    starts_.Reserve(static_cast<std::uint32_t>(blocks_.size()) + 1);
     Block* const fresh = room_.Take();
     if (HasPrefixes()) fresh->prefixes = prefixRoom_.Take();
     Block& block = *blocks_[at];
@@ -189,7 +173,7 @@ void RecordOrder::Split(std::uint32_t at) {
     }
     block.count = keep;
     blocks_.insert(blocks_.begin() + at + 1, fresh);
-    RebuildSums();
+    starts_.Insert(at + 1, starts_.At(at) + keep);
     NoteOwner(*fresh);
     ForgetCursor();
 }
@@ -220,7 +204,7 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
         firstPrefixes_[at] = block.Prefixes()[0];
     }
     owners_[number & (owners_.Size() - 1)] = &block;
-    AddToSums(at, 1);
+    starts_.MoveBehind(at, 1);
     ++count_;
     MoveCursor(at, from);
 }
@@ -233,15 +217,15 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
     --count_;
     if (block.count != 0 || blocks_.size() == 1) {
         if (HasPrefixes()) firstPrefixes_[at] = block.count != 0 ? block.Prefixes()[0] : 0;
-        AddToSums(at, 0u - 1u);
+        starts_.MoveBehind(at, 0u - 1u);
         MoveCursor(at, from);
     } else {
         if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
         blocks_.erase(blocks_.begin() + at);
         if (block.prefixes) prefixRoom_.Give(block.prefixes);
         room_.Give(&block);
-        sums_.pop_back();
-        RebuildSums();
+        starts_.MoveBehind(at, 0u - 1u);
+        starts_.Erase(at);
         ForgetCursor();
     }
 }

@@ -3,7 +3,7 @@
 //
 // Two forms, chosen by itself. A run: the numbers are consecutive, so a position is a subtraction;
 // adding and removing at the ends keeps it. Blocks: numbers in blocks of at most kBlock, found by
-// running sums of the blocks' counts; any insertion or removal moves at most one block's numbers.
+// where blocks begin (BlockStarts); any insertion or removal moves at most one block's numbers.
 // Blocks may carry a 64-bit sort prefix beside each number, so that a search in a sorted order
 // compares integers that lie side by side. Positions here count from 0.
 
@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/LargeArray.h"
+#include "runtime/BlockStarts.h"
 #include "runtime/Slabs.h"
 
 namespace zorvane {
@@ -89,21 +90,27 @@ class RecordOrder {
     void DropPrefixes() noexcept { firstPrefixes_.clear(); }
     [[nodiscard]] bool HasPrefixes() const noexcept { return !firstPrefixes_.empty(); }
 
-    // The first position whose number fails `before`; numbers for which it holds stand in front.
-    // O(log n) calls.
+    // The first position of low..high whose number fails `before`, else high; numbers for which it
+    // holds stand in front. O(log n) calls.
     template <class Before>
-    [[nodiscard]] std::uint32_t PartitionPoint(Before&& before) const {
-        return PartitionPointWithin(0, count_, before);
+    [[nodiscard]] std::uint32_t PartitionPoint(std::uint32_t low, std::uint32_t high,
+                                               Before&& before) const {
+        while (low < high) {
+            const std::uint32_t middle = low + (high - low) / 2;
+            if (before(At(middle))) {
+                low = middle + 1;
+            } else {
+                high = middle;
+            }
+        }
+        return low;
     }
-    // The same in an order with prefixes, where `prefix` belongs to what is searched: `before` is
-    // asked only of numbers with the same prefix.
-    template <class Before>
-    [[nodiscard]] std::uint32_t PartitionPoint(std::uint64_t prefix, Before&& before) const {
-        const auto [first, last] = EqualPrefixes(prefix);
-        return PartitionPointWithin(first, last, before);
-    }
+    // In an order with prefixes: the first position with a prefix and the one behind the last; both
+    // the place for it when there is none. O(log n).
+    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
+        std::uint64_t prefix) const noexcept;
 
-    static constexpr std::uint32_t kBlock = 512;
+    static constexpr std::uint32_t kBlock = 256;
 
   private:
     struct PrefixArray {
@@ -113,7 +120,7 @@ class RecordOrder {
     struct Block {
         std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
         std::uint32_t count = 0;
-        std::uint32_t ordinal = 0;        // index in blocks_
+        std::uint32_t ordinal = 0;        // index in blocks_ when blocks were last counted
         PrefixArray* prefixes = nullptr;  // while the order has prefixes, and maybe later
         RecordNumber numbers[kBlock];
 
@@ -125,32 +132,15 @@ class RecordOrder {
         }
     };
 
-    void AddToSums(std::uint32_t block, std::uint32_t difference) noexcept;
     void CloseGap(Block& block, std::uint32_t within) const noexcept;
-    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
-        std::uint64_t prefix) const noexcept;
     [[nodiscard]] std::uint32_t FindBlock(std::uint32_t position) const noexcept;
     void ForgetCursor() const noexcept { cursor_.count = 0; }
+    [[nodiscard]] std::uint32_t Locate(Block& block) const noexcept;
     void MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept;
     void NoteOwner(Block& block) noexcept;
     void OpenGap(Block& block, std::uint32_t within) const noexcept;
-    template <class Before>
-    [[nodiscard]] std::uint32_t PartitionPointWithin(std::uint32_t low, std::uint32_t high,
-                                                     Before& before) const {
-        while (low < high) {
-            const std::uint32_t middle = low + (high - low) / 2;
-            if (before(At(middle))) {
-                low = middle + 1;
-            } else {
-                high = middle;
-            }
-        }
-        return low;
-    }
-    void RebuildSums() noexcept;
     [[nodiscard]] RecordNumber Seek(std::uint32_t position) const noexcept;
     void Split(std::uint32_t block);
-    [[nodiscard]] std::uint32_t StartOf(std::uint32_t block) const noexcept;
 
     std::uint32_t count_ = 0;
     bool isRun_ = true;
@@ -160,14 +150,14 @@ class RecordOrder {
     std::vector<Block*> blocks_;
     Slabs<Block> room_;
     Slabs<PrefixArray> prefixRoom_;
-    std::vector<std::uint32_t> sums_;  // a binary indexed tree over the blocks' counts, from 1
+    BlockStarts starts_;
     std::vector<std::uint64_t> firstPrefixes_;  // of each block; empty: no prefixes
     // The block of number n stands at n % size, a power of two no smaller than the numbers' span
     // (which begins at first_).
     LargeArray<Block*> owners_;
 
     // The block that was looked at or changed last: what is done next is mostly done there, and
-    // costs no search of the sums. No numbers: no block.
+    // costs no search. No numbers: no block.
     struct Cursor {
         std::uint32_t from = 0;  // position of its first number
         std::uint32_t count = 0;

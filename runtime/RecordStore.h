@@ -42,7 +42,7 @@ class RecordStore {
     }
     // The record at a position 1..Count(); valid until a record is inserted or the order replaced.
     [[nodiscard]] Record& At(std::int32_t position) noexcept {
-        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        const std::uint32_t at = Index(position);
         if (at < lined_) [[likely]]
             return line_[at];
         return OfNumber(order_.At(at));
@@ -52,7 +52,7 @@ class RecordStore {
     }
     // The same, or null outside 1..Count().
     [[nodiscard]] Record* Find(std::int32_t position) noexcept {
-        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        const std::uint32_t at = Index(position);
         if (at < lined_) [[likely]]
             return line_ + at;
         const RecordNumber* const near = order_.Near(at);
@@ -65,14 +65,14 @@ class RecordStore {
     // none where only their numbers do, which NumbersFrom gives.
     [[nodiscard]] std::span<const Record> RecordsFrom(std::int32_t position) const noexcept {
         if (!order_.IsRun()) return {};
-        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        const std::uint32_t at = Index(position);
         return {Find(position), (at < lined_ ? lined_ : order_.Count()) - at};
     }
     [[nodiscard]] std::span<const RecordNumber> NumbersFrom(std::int32_t position) const noexcept {
-        return order_.From(static_cast<std::uint32_t>(position) - 1);
+        return order_.From(Index(position));
     }
     [[nodiscard]] RecordNumber NumberAt(std::int32_t position) const noexcept {
-        const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+        const std::uint32_t at = Index(position);
         return at < lined_ ? order_.First() + at : order_.At(at);
     }
     [[nodiscard]] Record& OfNumber(RecordNumber number) noexcept {
@@ -82,18 +82,25 @@ class RecordStore {
         return records_[number & mask_];
     }
     [[nodiscard]] std::int32_t PositionOf(RecordNumber number) const noexcept {
-        return static_cast<std::int32_t>(order_.PositionOf(number)) + 1;
+        return Position(order_.PositionOf(number));
     }
-    // The first position whose record fails `before` (1..Count()+1), where those that pass stand in
-    // front. O(log n) calls.
+    // Positions First..Past-1.
+    struct Stretch {
+        std::int32_t First;
+        std::int32_t Past;
+        [[nodiscard]] bool Empty() const noexcept { return First == Past; }
+    };
+    [[nodiscard]] Stretch All() const noexcept { return {1, Count() + 1}; }
+    // The first position of a stretch whose record fails `before`, else the one behind it; those
+    // that pass stand in front. O(log n) calls.
     template <class Before>
-    [[nodiscard]] std::int32_t PartitionPoint(Before&& before) const {
+    [[nodiscard]] std::int32_t PartitionPoint(Stretch within, Before&& before) const {
         const auto passes = [&](RecordNumber number) { return before(OfNumber(number)); };
-        return static_cast<std::int32_t>(order_.PartitionPoint(passes)) + 1;
+        return Position(order_.PartitionPoint(Index(within.First), Index(within.Past), passes));
     }
 
     // For a store whose records stand in an order that prefixOf(record) never contradicts: keeps
-    // these 64-bit prefixes beside the order, so that PartitionPoint compares integers. Every
+    // these 64-bit prefixes beside the order, so that a search compares integers. Every
     // record inserted from then on must come with its prefix, and at its place. O(n). May throw,
     // then nothing changed.
     template <class PrefixOf>
@@ -103,10 +110,10 @@ class RecordStore {
     }
     void DropPrefixes() noexcept { order_.DropPrefixes(); }
     [[nodiscard]] bool HasPrefixes() const noexcept { return order_.HasPrefixes(); }
-    template <class Before>
-    [[nodiscard]] std::int32_t PartitionPoint(std::uint64_t prefix, Before&& before) const {
-        const auto passes = [&](RecordNumber number) { return before(OfNumber(number)); };
-        return static_cast<std::int32_t>(order_.PartitionPoint(prefix, passes)) + 1;
+    // With prefixes: where records with a prefix stand; where they belong, if there are none.
+    [[nodiscard]] Stretch WithPrefix(std::uint64_t prefix) const noexcept {
+        const auto [first, past] = order_.EqualPrefixes(prefix);
+        return {Position(first), Position(past)};
     }
 
     // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
@@ -142,6 +149,13 @@ class RecordStore {
   private:
     static constexpr std::uint32_t kLeast = 16;
 
+    // Positions count from 1, those of the order from 0.
+    [[nodiscard]] static std::uint32_t Index(std::int32_t position) noexcept {
+        return static_cast<std::uint32_t>(position) - 1;
+    }
+    [[nodiscard]] static std::int32_t Position(std::uint32_t index) noexcept {
+        return static_cast<std::int32_t>(index) + 1;
+    }
     static Record* Allocate(std::size_t places) {
         return static_cast<Record*>(AllocateBlock(places * sizeof(Record)));
     }
@@ -188,7 +202,7 @@ class RecordStore {
 
 template <class Record>
 RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t prefix) {
-    const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+    const std::uint32_t at = Index(position);
     const std::uint32_t count = order_.Count();
     if (order_.IsRun() && (at == count || at == 0)) {
         if (count == Places()) Grow(count + 1, order_.First(), count);
@@ -241,7 +255,7 @@ void RecordStore<Record>::PrepareErase(std::int32_t position) {
 
 template <class Record>
 void RecordStore<Record>::Erase(std::int32_t position) noexcept {
-    const std::uint32_t at = static_cast<std::uint32_t>(position) - 1;
+    const std::uint32_t at = Index(position);
     const std::uint32_t count = order_.Count();
     if (order_.IsRun()) {
         order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);

@@ -10,11 +10,13 @@
 namespace zorvane {
 namespace {
 
+constexpr std::uint32_t kCount = RecordOrder::kBlock * 3 / 2;  // two blocks, with room in each
+
 class RecordOrder_Blocks : public testing::Test {
   protected:
     RecordOrder_Blocks() {
-        for (RecordNumber n = 0; n < 768; ++n) model_.push_back(n);
-        order_.SetRun(0, 768);
+        for (RecordNumber n = 0; n < kCount; ++n) model_.push_back(n);
+        order_.SetRun(0, kCount);
         order_.ToBlocks();
     }
     void Insert(std::size_t position, int times = 1) {
@@ -37,7 +39,7 @@ class RecordOrder_Blocks : public testing::Test {
 
     RecordOrder order_;
     std::vector<RecordNumber> model_;
-    RecordNumber next_ = 768;
+    RecordNumber next_ = kCount;
 };
 
 // Catches a block that is split or dropped wrongly, and a stale cursor.
@@ -58,9 +60,9 @@ TEST_F(RecordOrder_Blocks, AnyInsertionAndRemovalKeepsTheOrder) {
 
 // Catches an insertion between two full blocks that makes room in one and then goes into the other.
 TEST_F(RecordOrder_Blocks, APlaceBetweenFullBlocksHasRoomInEither) {
-    Insert(10, 128);
-    Insert(600, 128);             // both of two blocks are full
-    ASSERT_EQ(order_.At(0), 0u);  // the first was looked at last
+    Insert(10, RecordOrder::kBlock / 4);
+    Insert(RecordOrder::kBlock + 10, RecordOrder::kBlock / 4);  // both are full now
+    ASSERT_EQ(order_.At(0), 0u);                                // the first was looked at last
     Insert(RecordOrder::kBlock, 5);
     Check();
 }

@@ -1,0 +1,44 @@
+#pragma once
+// BlockStarts: at which position each of many blocks in a row begins.
+//
+// Every insertion into a block moves all behind it by one, so blocks stand in groups, and what a
+// whole group has moved is noted once. Positions and blocks count from 0.
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace zorvane {
+
+class BlockStarts {
+  public:
+    // `count` blocks of `step` positions each. May throw.
+    void Assign(std::uint32_t count, std::uint32_t step);
+    // Room for `count` blocks in all. May throw, then nothing changed.
+    void Reserve(std::uint32_t count);
+
+    [[nodiscard]] std::uint32_t At(std::uint32_t block) const noexcept {
+        return starts_[block] + ahead_[block / kGroup];
+    }
+    // The last block that begins at or in front of a position. O(log n).
+    [[nodiscard]] std::uint32_t BlockOf(std::uint32_t position) const noexcept;
+
+    // All behind `block` begin so much later (or, wrapping, earlier). O(kGroup + n / kGroup) sums.
+    void MoveBehind(std::uint32_t block, std::uint32_t difference) noexcept;
+    // A new block, which begins at `start`; needs room that Reserve has made. O(n).
+    void Insert(std::uint32_t block, std::uint32_t start) noexcept;
+    void Erase(std::uint32_t block) noexcept;
+
+  private:
+    static constexpr std::uint32_t kGroup = 64;
+
+    [[nodiscard]] static std::size_t GroupsOf(std::size_t blocks) noexcept {
+        return (blocks + kGroup - 1) / kGroup;
+    }
+    void Settle() noexcept;
+
+    std::vector<std::uint32_t> starts_;  // of each block, less what its group has moved
+    std::vector<std::uint32_t> ahead_;   // for each group, how far it has moved
+};
+
+}  // namespace zorvane
