@@ -1,6 +1,7 @@
 #include "runtime/BlockStarts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zorvane {
 namespace {
@@ -22,8 +23,8 @@ std::uint32_t LastNotBehind(std::uint32_t position, std::uint32_t count, StartOf
 
 void BlockStarts::Assign(std::uint32_t count, std::uint32_t step) {
     Reserve(count);
-    starts_.resize(count);
-    ahead_.assign(GroupsOf(count), 0);
+    Resize(count);
+    std::fill(ahead_.begin(), ahead_.end(), 0u);
     for (std::uint32_t i = 0; i < count; ++i) starts_[i] = i * step;
 }
 
@@ -31,12 +32,11 @@ void BlockStarts::Reserve(std::uint32_t count) {
     const auto makeRoom = [](std::vector<std::uint32_t>& values, std::size_t wanted) {
         if (wanted > values.capacity()) values.reserve(std::max(wanted, 2 * values.size()));
     };
-    makeRoom(starts_, count);
+    makeRoom(starts_, GroupsOf(count) * kGroup);
     makeRoom(ahead_, GroupsOf(count));
 }
 
 std::uint32_t BlockStarts::BlockOf(std::uint32_t position) const noexcept {
-    const auto count = static_cast<std::uint32_t>(starts_.size());
     const auto groups = static_cast<std::uint32_t>(ahead_.size());
     const std::uint32_t group =
         LastNotBehind(position, groups, [&](std::uint32_t i) { return At(i * kGroup); });
@@ -44,34 +44,48 @@ std::uint32_t BlockStarts::BlockOf(std::uint32_t position) const noexcept {
     const std::uint32_t within = position - ahead_[group];
     // Compared as differences from the group's first: a group may have moved below 0 meanwhile.
     const std::uint32_t base = starts_[first];
-    return first + LastNotBehind(within - base, std::min(kGroup, count - first),
+    return first + LastNotBehind(within - base, std::min(kGroup, count_ - first),
                                  [&](std::uint32_t i) { return starts_[first + i] - base; });
 }
 
 void BlockStarts::MoveBehind(std::uint32_t block, std::uint32_t difference) noexcept {
-    const auto count = static_cast<std::uint32_t>(starts_.size());
+    // All of its group, if only by 0: how many blocks follow in it would be a branch guessed wrong.
     const std::uint32_t group = block / kGroup;
-    const std::uint32_t end = std::min((group + 1) * kGroup, count);
-    for (std::uint32_t i = block + 1; i < end; ++i) starts_[i] += difference;
+    std::uint32_t* const starts = StartsOf(group);
+    const auto within = static_cast<std::int32_t>(block % kGroup);
+    for (std::int32_t i = 0; i < static_cast<std::int32_t>(kGroup); ++i) {
+        starts[i] += i > within ? difference : 0;
+    }
     for (std::uint32_t i = group + 1; i < ahead_.size(); ++i) ahead_[i] += difference;
 }
 
-// Tells every block by itself what its group has moved.
-void BlockStarts::Settle() noexcept {
-    for (std::uint32_t i = 0; i < starts_.size(); ++i) starts_[i] += ahead_[i / kGroup];
-    std::fill(ahead_.begin(), ahead_.end(), 0u);
+// Tells every block from a group on by itself what its group has moved.
+void BlockStarts::Settle(std::uint32_t from) noexcept {
+    for (std::uint32_t group = from; group < ahead_.size(); ++group) {
+        const std::uint32_t moved = std::exchange(ahead_[group], 0u);
+        std::uint32_t* const starts = StartsOf(group);
+        for (std::uint32_t i = 0; i < kGroup; ++i) starts[i] += moved;
+    }
+}
+
+void BlockStarts::Resize(std::uint32_t count) noexcept {
+    count_ = count;
+    starts_.resize(GroupsOf(count) * kGroup);
+    ahead_.resize(GroupsOf(count));
 }
 
 void BlockStarts::Insert(std::uint32_t block, std::uint32_t start) noexcept {
-    Settle();
-    starts_.insert(starts_.begin() + block, start);
-    ahead_.resize(GroupsOf(starts_.size()));
+    const std::uint32_t behind = count_ - block;
+    Settle(block / kGroup);
+    Resize(count_ + 1);
+    std::copy_backward(&starts_[block], &starts_[block] + behind, &starts_[block] + behind + 1);
+    starts_[block] = start;
 }
 
 void BlockStarts::Erase(std::uint32_t block) noexcept {
-    Settle();
-    starts_.erase(starts_.begin() + block);
-    ahead_.resize(GroupsOf(starts_.size()));
+    Settle(block / kGroup);
+    std::copy(&starts_[block] + 1, starts_.data() + count_, &starts_[block]);
+    Resize(count_ - 1);
 }
 
 }  // namespace zorvane

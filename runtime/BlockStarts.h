@@ -23,22 +23,29 @@ class BlockStarts {
     // The last block that begins at or in front of a position. O(log n).
     [[nodiscard]] std::uint32_t BlockOf(std::uint32_t position) const noexcept;
 
-    // All behind `block` begin so much later (or, wrapping, earlier). O(kGroup + n / kGroup) sums.
+    // All behind `block` begin so much later (or, wrapping, earlier). O(kGroup + n / kGroup) sums,
+    // side by side.
     void MoveBehind(std::uint32_t block, std::uint32_t difference) noexcept;
     // A new block, which begins at `start`; needs room that Reserve has made. O(n).
     void Insert(std::uint32_t block, std::uint32_t start) noexcept;
     void Erase(std::uint32_t block) noexcept;
 
   private:
-    static constexpr std::uint32_t kGroup = 64;
+    static constexpr std::uint32_t kGroup = 32;
 
     [[nodiscard]] static std::size_t GroupsOf(std::size_t blocks) noexcept {
         return (blocks + kGroup - 1) / kGroup;
     }
-    void Settle() noexcept;
+    void Resize(std::uint32_t count) noexcept;  // to no more than Reserve has made room for
+    void Settle(std::uint32_t from) noexcept;
+    [[nodiscard]] std::uint32_t* StartsOf(std::uint32_t group) noexcept {
+        return starts_.data() + std::size_t{group} * kGroup;
+    }
 
-    std::vector<std::uint32_t> starts_;  // of each block, less what its group has moved
-    std::vector<std::uint32_t> ahead_;   // for each group, how far it has moved
+    std::uint32_t count_ = 0;
+    // Of each block, less what its group has moved; whole groups, the last with what nobody reads.
+    std::vector<std::uint32_t> starts_;
+    std::vector<std::uint32_t> ahead_;  // for each group, how far it has moved
 };
 
 }  // namespace zorvane
