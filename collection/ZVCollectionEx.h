@@ -120,9 +120,8 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
         return records_.NumberAt(named.Position);
     }
     [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
-        const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is != KeyOrPosition::Kind::Key) return AtPosition(named.Position);
-        const auto number = Holder(*named.Key);
+        if (!vKeyIndex.IsText()) return AtPosition(Classify(vKeyIndex).Position);
+        const auto number = Holder(vKeyIndex.TextUnchecked());
         return number ? &records_.OfNumber(*number) : nullptr;
     }
     [[nodiscard]] Text GeneratedKey() const;

@@ -208,36 +208,37 @@ class OneByOne {
 constexpr char16_t kLastAtOnce = 0xFF;
 constexpr std::uint64_t kBeyondAtOnce = 0xFF00FF00FF00FF00u;  // of four units
 
-// A product's low bits know nothing of its factors' high ones: these join the low ones before.
-constexpr std::uint64_t Spread(std::uint64_t word) {
-    return word ^ (word >> 32);
-}
-
 // The hash of a text of so many units as `folded` gives them; all bits that were set in them join
-// `seen`. Eight units a step, each half with a factor of its own, so that no step waits for the one
-// before.
+// `seen`. Eight units a step, as two words: of each, its halves' product under a key of the step,
+// and the word itself, as a half may be 0 under its key. No step waits for the one before.
 template <class Folded>
 [[gnu::always_inline]] inline std::uint32_t HashWith(const Folded& folded, std::size_t length,
-                                                     std::uint64_t& seen) noexcept {
+                                                     EightUnits& seen) noexcept {
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
-    std::uint64_t sum = length * kMix;
-    // Powers: factors in even steps would leave only two sums of all that a text has.
-    std::uint64_t factor = kMix;
+    constexpr std::uint64_t kOtherMix = 0xD6E8FEB86659FD93u;
+    TwoSums key{0xE7037ED1A0B428DBu, 0x589965CC75374CC3u};
+    TwoSums sum{};
     const auto take = [&](EightUnits eight) {
-        const auto words = std::bit_cast<TwoWords>(eight);
-        seen |= words.First | words.Second;
-        sum += Spread(words.First) * (factor *= kMix);
-        sum += Spread(words.Second) * (factor *= kMix);
+        seen |= eight;
+        const auto words = std::bit_cast<TwoSums>(eight);
+        sum += ProductsOfHalves(words ^ key) + words;
+        // Keys in even steps would leave only two sums of all that a text has.
+        key ^= key << 13;
+        key ^= key >> 7;
+        key ^= key << 17;
     };
     if (length < kFewestInSteps) {
         take(folded.Few());
-    } else if (length <= kMostInFourSteps) {
-        for (std::size_t step = 0; step < 4; ++step) take(folded.Eight(StepAt(step, length)));
+    } else if (length <= kMostInSteps) {
+        for (std::size_t step = 0; step < kSteps; ++step) take(folded.Eight(StepAt(step, length)));
     } else {
         for (std::size_t at = 0; at + 8 < length; at += 8) take(folded.Eight(at));
         take(folded.Eight(length - 8));
     }
-    const auto hash = static_cast<std::uint32_t>(((sum ^ (sum >> 29)) * kMix) >> 32);
+    const auto sums = std::bit_cast<TwoWords>(sum);
+    const std::uint64_t both = (sums.First + length * kOtherMix) * kMix + sums.Second * kOtherMix;
+    // A product moves nothing down: what only high bits tell joins the low ones before the last.
+    const auto hash = static_cast<std::uint32_t>(((both ^ (both >> 32)) * kMix) >> 32);
     return hash != 0 ? hash : 1;
 }
 
@@ -286,10 +287,11 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
-    std::uint64_t seen = 0;
+    EightUnits seen{};
     if (units.empty() || units.front() <= kLastAtOnce) {
         const std::uint32_t hash = HashWith(AtOnce(units), units.size(), seen);
-        if ((seen & kBeyondAtOnce) == 0) return hash;
+        const auto words = std::bit_cast<TwoWords>(seen);
+        if (((words.First | words.Second) & kBeyondAtOnce) == 0) return hash;
     }
     return HashWith(OneByOne(units), units.size(), seen);
 }

@@ -82,9 +82,10 @@ TEST(HashFolded, AgreesWithBothEqualitiesOverAllCodePoints) {
     EXPECT_GT(moved, 2600);  // the tables are there, not empty
 }
 
-// Texts of up to 7, 8 to 32 and more units are taken in different steps, which overlap.
+// Texts of up to 7, 8 to 40 and more units are taken in different steps, which overlap.
 TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
-    for (const std::size_t length : {1u, 3u, 4u, 7u, 8u, 9u, 16u, 23u, 31u, 32u, 33u, 40u, 41u}) {
+    for (const std::size_t length :
+         {1u, 3u, 4u, 7u, 8u, 9u, 16u, 23u, 31u, 32u, 33u, 39u, 40u, 41u, 49u}) {
         const std::u16string base(length, u'a');
         for (std::size_t i = 0; i < length; ++i) {
             std::u16string other = base;
@@ -96,6 +97,18 @@ TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
         EXPECT_TRUE(EqualTexts(std::u16string(base), base, CompareMode::Binary)) << length;
     }
     EXPECT_NE(HashFolded(std::u16string(1, u'\0')), HashFolded({}));
+}
+
+// The one machine instruction and what stands for it elsewhere.
+TEST(ProductsOfHalves, AreTheSameWithAndWithoutVectors) {
+    for (const TwoWords words :
+         {TwoWords{0, ~0ull}, TwoWords{0xFFFFFFFF00000002, 0x1234567880000001},
+          TwoWords{0x8000000080000000, 0x00000001FFFFFFFF}}) {
+        const auto plain = PlainProductsOfHalves(words);
+        const auto wide = std::bit_cast<TwoWords>(ProductsOfHalves(std::bit_cast<TwoSums>(words)));
+        EXPECT_EQ(wide.First, plain.First);
+        EXPECT_EQ(wide.Second, plain.Second);
+    }
 }
 
 // Keys as people and programs make them: none may come together in a few hashes.
