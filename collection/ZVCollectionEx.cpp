@@ -95,8 +95,8 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     const RecordNumber number = InsertRecord(position, Key, inOrder);
     index_.Insert(Key.FoldedHash(), number);
     CollectionRecord& record = records_.OfNumber(number);
-    record.Key = std::move(Key);
-    record.Item = std::move(Item);
+    MoveToEmpty(record.Key, Key);
+    MoveToEmpty(record.Item, Item);
     record.AddedAt = additions_++;
     seated_ = false;
     NoteKeyOrder(inOrder);

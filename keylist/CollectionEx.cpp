@@ -60,8 +60,8 @@ void CollectionEx::Add(Variant Item, Text Key, const CollectionExAdd& Options) {
     const RecordNumber number = records_.Insert(position);
     index_.Insert(key.FoldedHash(), number);
     Record& record = records_.OfNumber(number);
-    record.Key = std::move(key);
-    record.Item = std::move(Item);
+    MoveToEmpty(record.Key, key);
+    MoveToEmpty(record.Item, Item);
     stale = std::exchange(snapshot_, nullptr);
 }
 

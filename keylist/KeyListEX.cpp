@@ -68,8 +68,8 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     const RecordNumber number = InsertRecord(position, Key, inOrder);
     index_.Insert(Key.FoldedHash(), number);
     KeyListRecord& record = records_.OfNumber(number);
-    record.Key = std::move(Key);
-    record.Item = std::move(Item);
+    MoveToEmpty(record.Key, Key);
+    MoveToEmpty(record.Item, Item);
     if (Count() > capacity_) capacity_ = GrownCapacity(Count(), Granularity());
     NoteKeyOrder(inOrder);
     repeats_ = repeats_ || repeated;

@@ -242,6 +242,12 @@ template <class Folded>
     return hash != 0 ? hash : 1;
 }
 
+// Apart, as what most keys never need would cost them registers.
+[[gnu::noinline]] std::uint32_t HashOneByOne(std::u16string_view units) noexcept {
+    EightUnits seen{};
+    return HashWith(OneByOne(units), units.size(), seen);
+}
+
 }  // namespace
 
 char32_t FoldCodePoint(char32_t point) noexcept {
@@ -287,13 +293,12 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
+    if (!units.empty() && units.front() > kLastAtOnce) return HashOneByOne(units);
     EightUnits seen{};
-    if (units.empty() || units.front() <= kLastAtOnce) {
-        const std::uint32_t hash = HashWith(AtOnce(units), units.size(), seen);
-        const auto words = std::bit_cast<TwoWords>(seen);
-        if (((words.First | words.Second) & kBeyondAtOnce) == 0) return hash;
-    }
-    return HashWith(OneByOne(units), units.size(), seen);
+    const std::uint32_t hash = HashWith(AtOnce(units), units.size(), seen);
+    const auto words = std::bit_cast<TwoWords>(seen);
+    const bool beyond = ((words.First | words.Second) & kBeyondAtOnce) != 0;
+    return beyond ? HashOneByOne(units) : hash;
 }
 
 }  // namespace zorvane

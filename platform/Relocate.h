@@ -22,4 +22,11 @@ void ZeroFill(T* at, std::size_t count) noexcept {
     if (count != 0) std::memset(static_cast<void*>(at), 0, count * sizeof(T));
 }
 
+// Moves a value to one that is empty: nothing that was there has to be let go.
+template <class T>
+void MoveToEmpty(T& to, T& from) noexcept {
+    Relocate(&to, &from, 1);
+    ZeroFill(&from, 1);
+}
+
 }  // namespace zorvane

@@ -202,6 +202,7 @@ class KeyedRecords : public Object {
     }
     // Records that the keys stand in the order that a search assumes now, or in none.
     void NoteKeyOrder(bool ordered) noexcept {
+        if (!ordered && !orderedByKey_) return;
         orderedByKey_ = ordered;
         orderMode_ = Mode();
         orderDescending_ = settings_.Descending;

@@ -118,7 +118,16 @@ class RecordStore {
 
     // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
     // O(1) at the ends of a run, else O(RecordOrder::kBlock). May throw, then nothing changed.
-    RecordNumber Insert(std::int32_t position, std::uint64_t prefix = 0);
+    RecordNumber Insert(std::int32_t position, std::uint64_t prefix = 0) {
+        const std::uint32_t at = Index(position);
+        // Behind all of a run, with room there: what is done most.
+        const bool isNext = at == order_.Count() && at == lined_ && at != 0;
+        if (!isNext || line_ + at == records_ + Places()) return InsertElsewhere(at, prefix);
+        order_.ResizeRun(order_.First(), at + 1);
+        ++lined_;
+        ZeroFill(line_ + at, 1);
+        return order_.First() + at;
+    }
     // Makes Erase of this position possible. May throw, then nothing changed.
     void PrepareErase(std::int32_t position);
     // Closes a record after PrepareErase; whoever calls has moved its value out, so the bytes are
@@ -162,6 +171,7 @@ class RecordStore {
     static void Free(Record* records, std::size_t places) noexcept {
         FreeBlock(records, places * sizeof(Record));
     }
+    [[gnu::noinline]] RecordNumber InsertElsewhere(std::uint32_t at, std::uint64_t prefix);
     [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
     // Makes at least `places` places; numbers first..first+used-1 keep their records.
     void Grow(std::uint32_t places, RecordNumber first, std::uint32_t used);
@@ -201,8 +211,7 @@ class RecordStore {
 };
 
 template <class Record>
-RecordNumber RecordStore<Record>::Insert(std::int32_t position, std::uint64_t prefix) {
-    const std::uint32_t at = Index(position);
+RecordNumber RecordStore<Record>::InsertElsewhere(std::uint32_t at, std::uint64_t prefix) {
     const std::uint32_t count = order_.Count();
     if (order_.IsRun() && (at == count || at == 0)) {
         if (count == Places()) Grow(count + 1, order_.First(), count);
