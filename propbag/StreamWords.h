@@ -57,8 +57,10 @@ inline void PutUnits(std::int16_t* to, std::u16string_view units) noexcept {
         std::memcpy(to + (count - kUnits), units.data() + (count - kUnits),
                     kUnits * sizeof(char16_t));
     };
-    if (count > 16) {
+    if (count > 32) {
         std::memcpy(to, units.data(), count * sizeof(char16_t));
+    } else if (count > 16) {
+        both.operator()<16>();
     } else if (count >= 8) {
         both.operator()<8>();
     } else if (count >= 4) {
