@@ -257,11 +257,10 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     const std::int32_t position =
         vKeyIndex.IsText() ? records_.PositionOf(*number) : vKeyIndex.ToLong();
     if (!vKeyIndex.IsText()) FetchAhead(records_, index_, position);
-    records_.PrepareErase(position);
+    records_.PrepareTake(position);
     // Released at the end, when the collection is whole again.
-    CollectionRecord doomed = std::move(records_.OfNumber(*number));
+    CollectionRecord doomed = records_.Take(position, *number);
     index_.Erase(doomed.Key.FoldedHash(), *number);
-    records_.Erase(position);
     NoteForeignCode(*number, 0);
     seated_ = false;
     settings_.Changed = true;

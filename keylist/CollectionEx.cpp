@@ -86,12 +86,11 @@ void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
         CheckIndex(position);
         FetchAhead(records_, index_, position);
     }
-    records_.PrepareErase(position);
+    records_.PrepareTake(position);
     const RecordNumber number = records_.NumberAt(position);
     // Released at the end, when the collection is whole again.
-    const Record doomed = std::move(records_.OfNumber(number));
+    const Record doomed = records_.Take(position, number);
     index_.Erase(doomed.Key.FoldedHash(), number);
-    records_.Erase(position);
 }
 
 Enumerator CollectionEx::NewEnum() {

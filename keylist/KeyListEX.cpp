@@ -141,15 +141,10 @@ Variant KeyListEX::Fail(Failure failure, const Text& key, bool raise) const {
     return QuietCode(failure);
 }
 
-// The number of the entry that a key or position names.
-std::optional<RecordNumber> KeyListEX::FindNumber(const Variant& vKeyIndex) {
-    const KeyOrPosition named = Classify(vKeyIndex);
-    if (Count() == 0 || named.Is == KeyOrPosition::Kind::Neither) return std::nullopt;
-    if (named.Is == KeyOrPosition::Kind::Position) {
-        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
-        return records_.NumberAt(named.Position);
-    }
-    const Text key = *named.Key;  // may live in a record that a re-sort moves
+// The number of the entry that has a key. May re-sort by key.
+std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
+    if (Count() == 0) return std::nullopt;
+    const Text key = sought;  // which may live in a record that a re-sort moves
     if (Sorted()) RestoreKeyOrder();
     if (!repeats_ && (!Sorted() || InSearchOrder())) return Holder(key);
     const Search found = Look(key);
@@ -224,11 +219,10 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     }
     const std::int32_t position = named.IsText() ? records_.PositionOf(*number) : named.ToLong();
     if (!named.IsText()) FetchAhead(records_, index_, position);
-    records_.PrepareErase(position);
+    records_.PrepareTake(position);
     // Released at the end, when the list is whole again.
-    KeyListRecord doomed = std::move(records_.OfNumber(*number));
+    KeyListRecord doomed = records_.Take(position, *number);
     index_.Erase(doomed.Key.FoldedHash(), *number);
-    records_.Erase(position);
     const std::int64_t spare = std::int64_t{capacity_} - Count();
     if (Count() > 0 && spare > Granularity()) capacity_ = Count();
     settings_.Changed = true;

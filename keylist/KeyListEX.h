@@ -95,13 +95,20 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     void Append(KeyListRecord record);
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
-    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex);
+    [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& sought);
+    // The number of the entry that a key or position names.
+    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) {
+        const KeyOrPosition named = Classify(vKeyIndex);
+        if (named.Is == KeyOrPosition::Kind::Key) return FindKey(*named.Key);
+        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
+        return records_.NumberAt(named.Position);
+    }
     [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex) {
         const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is == KeyOrPosition::Kind::Position) return AtPosition(named.Position);
-        const bool byHash = named.Is == KeyOrPosition::Kind::Key && !repeats_ &&
-                            (!Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder()));
-        const auto number = byHash ? Holder(*named.Key) : FindNumber(vKeyIndex);
+        if (named.Is != KeyOrPosition::Kind::Key) return AtPosition(named.Position);
+        const bool byHash =
+            !repeats_ && (!Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder()));
+        const auto number = byHash ? Holder(*named.Key) : FindKey(*named.Key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
     [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;

@@ -1,6 +1,8 @@
 #include "runtime/BlockStarts.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <utility>
 
 namespace zorvane {
@@ -50,11 +52,18 @@ std::uint32_t BlockStarts::BlockOf(std::uint32_t position) const noexcept {
 
 void BlockStarts::MoveBehind(std::uint32_t block, std::uint32_t difference) noexcept {
     // All of its group, if only by 0: how many blocks follow in it would be a branch guessed wrong.
+    using Four [[gnu::vector_size(16)]] = std::uint32_t;
+    using Indexes [[gnu::vector_size(16)]] = std::int32_t;
     const std::uint32_t group = block / kGroup;
     std::uint32_t* const starts = StartsOf(group);
-    const auto within = static_cast<std::int32_t>(block % kGroup);
-    for (std::int32_t i = 0; i < static_cast<std::int32_t>(kGroup); ++i) {
-        starts[i] += i > within ? difference : 0;
+    const auto last = static_cast<std::int32_t>(block % kGroup);
+    Indexes index{0, 1, 2, 3};
+    for (std::uint32_t i = 0; i < kGroup; i += 4) {
+        Four four;
+        std::memcpy(&four, starts + i, sizeof four);
+        four += std::bit_cast<Four>(index > last) & difference;
+        std::memcpy(starts + i, &four, sizeof four);
+        index += 4;
     }
     for (std::uint32_t i = group + 1; i < ahead_.size(); ++i) ahead_[i] += difference;
 }

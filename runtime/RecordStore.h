@@ -128,11 +128,11 @@ class RecordStore {
         ZeroFill(line_ + at, 1);
         return order_.First() + at;
     }
-    // Makes Erase of this position possible. May throw, then nothing changed.
-    void PrepareErase(std::int32_t position);
-    // Closes a record after PrepareErase; whoever calls has moved its value out, so the bytes are
-    // dead. Later ones move down. The number may be given out again.
-    void Erase(std::int32_t position) noexcept;
+    // Makes Take of this position possible. May throw, then nothing changed.
+    void PrepareTake(std::int32_t position);
+    // Takes the record with this number out of its position, after PrepareTake. Later ones move
+    // down; the number may be given out again.
+    [[nodiscard]] Record Take(std::int32_t position, RecordNumber number) noexcept;
     // Destroys every record.
     void Clear() noexcept;
     // Room for `count` records in all without moving any. May throw.
@@ -258,23 +258,25 @@ RecordNumber RecordStore<Record>::NextNumber() {
 }
 
 template <class Record>
-void RecordStore<Record>::PrepareErase(std::int32_t position) {
+void RecordStore<Record>::PrepareTake(std::int32_t position) {
     if (order_.IsRun() && position != 1 && position != Count()) LeaveRun();
 }
 
 template <class Record>
-void RecordStore<Record>::Erase(std::int32_t position) noexcept {
+Record RecordStore<Record>::Take(std::int32_t position, RecordNumber number) noexcept {
+    Record taken;
+    Relocate(&taken, &OfNumber(number), 1);
     const std::uint32_t at = Index(position);
     const std::uint32_t count = order_.Count();
     if (order_.IsRun()) {
         order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
         LineUp();
-        return;
+    } else {
+        order_.Erase(at);
+        vacant_.push_back(number);
+        if (count == 1) order_.SetRun(0, 0);
     }
-    const RecordNumber number = order_.At(at);
-    order_.Erase(at);
-    vacant_.push_back(number);
-    if (count == 1) order_.SetRun(0, 0);
+    return taken;
 }
 
 template <class Record>
