@@ -16,6 +16,12 @@ void Relocate(T* to, const T* from, std::size_t count) noexcept {
         std::memmove(static_cast<void*>(to), static_cast<const void*>(from), count * sizeof(T));
 }
 
+// The same for one value and another place; copied without a call.
+template <class T>
+void RelocateOne(T* to, const T* from) noexcept {
+    std::memcpy(static_cast<void*>(to), static_cast<const void*>(from), sizeof(T));
+}
+
 // All-zero bytes are the empty state of every relocatable type: no value is destroyed or released.
 template <class T>
 void ZeroFill(T* at, std::size_t count) noexcept {
@@ -25,7 +31,7 @@ void ZeroFill(T* at, std::size_t count) noexcept {
 // Moves a value to one that is empty: nothing that was there has to be let go.
 template <class T>
 void MoveToEmpty(T& to, T& from) noexcept {
-    Relocate(&to, &from, 1);
+    RelocateOne(&to, &from);
     ZeroFill(&from, 1);
 }
 

@@ -66,11 +66,13 @@ class KeyIndex {
         }
         slots_[hole] = {};
     }
-    // Puts newNumber(number) in the place of every number; the hashes stay.
+    // Puts newNumber(number) in the place of every number; the hashes stay. Asks for 0 as well,
+    // which free slots hold, as a branch on what is free would mostly be guessed wrong.
     template <class NewNumber>
     void Renumber(NewNumber&& newNumber) noexcept {
         for (std::uint32_t at = 0; at < slots_.Size(); ++at) {
-            if (slots_[at].hash != 0) slots_[at].number = newNumber(slots_[at].number);
+            const std::uint32_t used = slots_[at].hash != 0 ? ~0u : 0u;
+            slots_[at].number = newNumber(slots_[at].number) & used;
         }
     }
 

@@ -265,7 +265,7 @@ void RecordStore<Record>::PrepareTake(std::int32_t position) {
 template <class Record>
 Record RecordStore<Record>::Take(std::int32_t position, RecordNumber number) noexcept {
     Record taken;
-    Relocate(&taken, &OfNumber(number), 1);
+    RelocateOne(&taken, &OfNumber(number));
     const std::uint32_t at = Index(position);
     const std::uint32_t count = order_.Count();
     if (order_.IsRun()) {
@@ -327,14 +327,14 @@ void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber
     Record* const records = inPlace ? records_ : Allocate(Places());
     const RecordNumber first = inPlace ? LeastNumber() : 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        sources[i] = order_.At(order[i]);
+        sources[i] = NumberAt(Position(order[i]));
         newNumbers[sources[i] & mask_] = first + i;
     }
     if (inPlace) {
         Permute(first, sources);
     } else {
         for (std::uint32_t i = 0; i < count; ++i) {
-            Relocate(records + i, records_ + (sources[i] & mask_), 1);
+            RelocateOne(records + i, records_ + (sources[i] & mask_));
         }
         Free(records_, Places());
         records_ = records;
@@ -359,7 +359,7 @@ void RecordStore<Record>::Permute(RecordNumber first, std::span<RecordNumber> so
             const std::uint32_t from = sources[at] - first;
             sources[at] = first + at;
             if (from == i) break;
-            Relocate(&OfNumber(first + at), &OfNumber(first + from), 1);
+            RelocateOne(&OfNumber(first + at), &OfNumber(first + from));
             at = from;
         }
         std::memcpy(static_cast<void*>(&OfNumber(first + at)), held, sizeof(Record));
