@@ -98,6 +98,7 @@ std::vector<Row> Measure(const Run& run, const std::vector<Contender*>& contende
             const bool tooLong = repeat > 0 && row.spent + row.spent / repeat > run.cap;
             if (row.unfinished || tooLong) continue;
             const auto from = Clock::now();
+            clearWideRegisters();
             contenders[k]->run(data, run.options, row);
             row.spent += std::chrono::duration<double>(Clock::now() - from).count();
         }

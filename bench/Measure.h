@@ -13,6 +13,10 @@
 #include <utility>
 #include <vector>
 
+#if defined(__x86_64__) && defined(__GNUC__)
+#include <immintrin.h>
+#endif
+
 namespace bench {
 
 // Processor time of this thread: what another program takes on a shared machine does not count.
@@ -33,6 +37,19 @@ template <class T>
 inline void keep(const T& v) {
     asm volatile("" : : "r"(v) : "memory");
 }
+
+// Some libraries leave the upper halves of the wide registers set, and every narrow vector
+// instruction after that waits for them: nobody shall pay for whoever was measured before.
+#if defined(__x86_64__) && defined(__GNUC__)
+[[gnu::target("avx")]] inline void clearUpperHalves() {
+    _mm256_zeroupper();
+}
+inline void clearWideRegisters() {
+    if (__builtin_cpu_supports("avx")) clearUpperHalves();
+}
+#else
+inline void clearWideRegisters() {}
+#endif
 
 inline double median(std::vector<double> samples) {
     if (samples.empty()) return NAN;

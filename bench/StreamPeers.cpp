@@ -67,6 +67,7 @@ void measure(const char* what, const char* bagName, const StreamBag& bag, int re
              R readBag) {
     std::vector<double> w, r;
     size_t bytes = 0;
+    clearWideRegisters();
     for (int i = 0; i < reps; ++i) {
         auto t0 = Clock::now();
         auto stream = writeBag(bag);
