@@ -7,6 +7,8 @@
 
 #include <sstream>
 #include <streambuf>
+#include <string>
+#include <vector>
 
 #ifdef PEER_CEREAL
 #include <cereal/archives/binary.hpp>
@@ -62,11 +64,25 @@ void report(const char* what, const char* bag, size_t bytes, double write, doubl
     results->Add("stream", what, bytes, bag, "read", read * 1e9);
 }
 
-template <class W, class R>
-void measure(const char* what, const char* bagName, const StreamBag& bag, int reps, W writeBag,
-             R readBag) {
-    std::vector<double> w, r;
+// What was measured of one contender, a few repeats in each of several rounds: noise hits all
+// alike.
+struct Samples {
+    std::string what;
     size_t bytes = 0;
+    std::vector<double> write, read;
+};
+std::vector<Samples> samples;
+
+Samples& samplesOf(const char* what) {
+    for (Samples& known : samples) {
+        if (known.what == what) return known;
+    }
+    return samples.emplace_back(Samples{.what = what});
+}
+
+template <class W, class R>
+void measure(const char* what, const StreamBag& bag, int reps, W writeBag, R readBag) {
+    auto& [name, bytes, w, r] = samplesOf(what);
     clearWideRegisters();
     for (int i = 0; i < reps; ++i) {
         auto t0 = Clock::now();
@@ -80,7 +96,6 @@ void measure(const char* what, const char* bagName, const StreamBag& bag, int re
         if constexpr (std::is_same_v<decltype(back), StreamBag>)
             if (i == 0 && !(back == bag)) fail(what, "values differ after a round trip");
     }
-    report(what, bagName, bytes, median(w), median(r));
 }
 
 void memcpyLine(const char* bagName, size_t bytes, int reps) {
@@ -129,12 +144,11 @@ zorvane::Variant ourValue(const StreamValue& value) {
         },
         value);
 }
-void ours(const char* bagName, const StreamBag& bag, int reps) {
+void ours(const StreamBag& bag, int reps) {
     zorvane::ZVPropertyBag filled;
     for (auto& e : bag) filled.WriteProperty(e.name, ourValue(e.value));
     measure(
-        "ZVPropertyBag", bagName, bag, reps,
-        [&](const StreamBag&) { return OurStream{filled.Contents()}; },
+        "ZVPropertyBag", bag, reps, [&](const StreamBag&) { return OurStream{filled.Contents()}; },
         [](const OurStream& in) {
             OurBag back;
             back.bag.SetContents(in.words);
@@ -176,10 +190,10 @@ QList<QtEntry> qtBag(const StreamBag& bag) {
     }
     return out;
 }
-void qt(const char* bagName, const StreamBag& bag, int reps) {
+void qt(const StreamBag& bag, int reps) {
     QList<QtEntry> q = qtBag(bag);
     measure(
-        "QDataStream (QVariant)", bagName, bag, reps,
+        "QDataStream (QVariant)", bag, reps,
         [&](const StreamBag&) {
             QByteArray out;
             QDataStream ds(&out, QIODevice::WriteOnly);
@@ -281,6 +295,38 @@ StreamBag boostRead(Bytes& bytes) {
 }  // namespace
 #endif
 
+// One round.
+static void measureAll(const StreamBag& bag, int reps) {
+    ours(bag, reps);
+#ifdef PEER_QT
+    qt(bag, reps);
+#endif
+#ifdef PEER_CEREAL
+    measure(
+        "cereal binary", bag, reps,
+        [](const StreamBag& bag) {
+            MemoryOut out;
+            std::ostream os(&out);
+            {
+                cereal::BinaryOutputArchive a(os);
+                a(const_cast<StreamBag&>(bag));
+            }
+            return std::move(out.bytes);
+        },
+        [](Bytes& bytes) {
+            MemoryIn in(bytes);
+            std::istream is(&in);
+            cereal::BinaryInputArchive a(is);
+            StreamBag bag;
+            a(bag);
+            return bag;
+        });
+#endif
+#ifdef PEER_BOOST_SERIALIZATION
+    measure("boost binary archive", bag, reps, boostWrite, boostRead);
+#endif
+}
+
 int main(int argc, char** argv) {
     const int scale = argc > 1 ? std::atoi(argv[1]) : 1;  // more repeats
     Results file(argc > 2 ? argv[2] : "");
@@ -290,36 +336,13 @@ int main(int argc, char** argv) {
         const char* name;
         const StreamBag& bag;
         int reps;
-    } sets[] = {{"mixed", mixed, 101 * scale}, {"array", big, 9 * scale}};
+    } sets[] = {{"mixed", mixed, 21 * scale}, {"array", big, 3 * scale}};
     for (auto& s : sets) {
-        memcpyLine(s.name, 2 * streamWords(s.bag), s.reps);
-        ours(s.name, s.bag, s.reps);
-#ifdef PEER_QT
-        qt(s.name, s.bag, s.reps);
-#endif
-#ifdef PEER_CEREAL
-        measure(
-            "cereal binary", s.name, s.bag, s.reps,
-            [](const StreamBag& bag) {
-                MemoryOut out;
-                std::ostream os(&out);
-                {
-                    cereal::BinaryOutputArchive a(os);
-                    a(const_cast<StreamBag&>(bag));
-                }
-                return std::move(out.bytes);
-            },
-            [](Bytes& bytes) {
-                MemoryIn in(bytes);
-                std::istream is(&in);
-                cereal::BinaryInputArchive a(is);
-                StreamBag bag;
-                a(bag);
-                return bag;
-            });
-#endif
-#ifdef PEER_BOOST_SERIALIZATION
-        measure("boost binary archive", s.name, s.bag, s.reps, boostWrite, boostRead);
-#endif
+        memcpyLine(s.name, 2 * streamWords(s.bag), 5 * s.reps);
+        samples.clear();
+        for (int round = 0; round < 5; ++round) measureAll(s.bag, s.reps);
+        for (const Samples& each : samples) {
+            report(each.what.c_str(), s.name, each.bytes, median(each.write), median(each.read));
+        }
     }
 }
