@@ -250,10 +250,7 @@ template <class Record>
 RecordNumber RecordStore<Record>::NextNumber() {
     if (!vacant_.empty()) return vacant_.back();
     const std::uint32_t used = next_ - base_;
-    if (used == Places()) {
-        Grow(used + 1, base_, used);
-        vacant_.reserve(Places());
-    }
+    if (used == Places()) Grow(used + 1, base_, used);
     return next_;
 }
 
@@ -294,13 +291,14 @@ void RecordStore<Record>::Reserve(std::int32_t count) {
         Grow(wanted, order_.First(), order_.Count());
     } else {
         Grow(wanted, base_, next_ - base_);
-        vacant_.reserve(Places());
     }
 }
 
 template <class Record>
 void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::uint32_t used) {
     const std::uint32_t wanted = std::bit_ceil(places < kLeast ? kLeast : places);
+    // First, as removals, which must not fail, count on room for every number there is.
+    if (!order_.IsRun()) vacant_.reserve(wanted);
     Record* const records = Allocate(wanted);
     for (std::uint32_t i = 0; i < used;) {
         // As long a stretch as neither array wraps.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -85,6 +86,35 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
             }
         },
         true);
+}
+
+// Catches room for the numbers that removals free being made behind the growth that they come from:
+// where that failed, a removal long after needed memory that it must not need.
+TEST(Behaviour_Removal, NeedsNoMemoryWhateverFailedBefore) {
+    bool failed = true;
+    for (std::int64_t number = 1; failed || number < 4; ++number) {
+        ZVCollectionEx c;
+        for (int i = 0; i < 64; ++i) c.Add(i, KeyOf(i));
+        c.Remove(5);
+        c.Add(64, KeyOf(64), {.Before = 10});  // a full store, in blocks
+        const Text key = KeyOf(65);
+        FailAllocation(number);
+        failed = false;
+        try {
+            c.Add(65, key);
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        FailAllocation(0);
+        for (int i = 66; i < 126; ++i) c.Add(i, KeyOf(i));
+        while (c.Count() > 1) {
+            const Variant middle = c.Count() / 2;
+            FailAllocation(1);
+            c.Remove(middle);
+            ASSERT_FALSE(AllocationHasFailed());
+        }
+        FailAllocation(0);
+    }
 }
 
 template <class Container>
