@@ -3,7 +3,7 @@
 //
 // Two forms, chosen by itself. A run: the numbers are consecutive, so a position is a subtraction;
 // adding and removing at the ends keeps it. Blocks: numbers in blocks of at most kBlock, found by
-// where blocks begin (BlockStarts); any insertion or removal moves at most one block's numbers.
+// where these begin (BlockStarts); any insertion or removal moves at most one block's numbers.
 // Blocks may carry a 64-bit sort prefix beside each number, so that a search in a sorted order
 // compares integers that lie side by side. Positions here count from 0.
 
@@ -47,7 +47,8 @@ class RecordOrder {
         const std::uint32_t within = position - cursor_.from;
         return {cursor_.numbers + within, cursor_.count - within};
     }
-    // The position of a number that stands here. Run O(1); blocks O(kBlock) on 4-byte numbers.
+    // The position of a number that stands here. Run O(1); blocks O(kBlock) on 4-byte numbers, and
+    // O(n / kBlock) more for the first after a block came or went.
     [[nodiscard]] std::uint32_t PositionOf(RecordNumber number) const noexcept;
     [[nodiscard]] bool IsRun() const noexcept { return isRun_; }
     // The first number of a run; of blocks: the first that the run had.
@@ -64,8 +65,7 @@ class RecordOrder {
     // changed.
     void ToBlocks();
     // Blocks only: puts a number, and its prefix where the order carries prefixes, at a position.
-    // Numbers count up, wrapping, from the first that the
-    // run had. May throw, then nothing changed.
+    // Numbers count up, wrapping, from the first that the run had. May throw, then nothing changed.
     void Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix = 0);
     // Blocks only: takes the number at a position away.
     void Erase(std::uint32_t position) noexcept;
