@@ -82,7 +82,7 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     } else if (Options.NamesPlace()) {
         const Place place = PlaceBeforeOrAfter(Options, Count(),
                                                [&](const Text& key) -> std::optional<std::int32_t> {
-                                                   const auto named = Holder(key);
+                                                   const RecordNumber* const named = Holder(key);
                                                    if (!named) return std::nullopt;
                                                    return records_.PositionOf(*named);
                                                });

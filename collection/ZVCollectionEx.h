@@ -115,21 +115,26 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     Variant Fail(Failure failure, const Text& key, bool raise) const;
     [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) const noexcept {
         const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is == KeyOrPosition::Kind::Key) return Holder(*named.Key);
+        if (named.Is == KeyOrPosition::Kind::Key) {
+            const RecordNumber* const holder = Holder(*named.Key);
+            return holder ? std::optional(*holder) : std::nullopt;
+        }
         if (named.Position < 1 || named.Position > Count()) return std::nullopt;
         return records_.NumberAt(named.Position);
     }
     [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
-        if (!vKeyIndex.IsText()) return AtPosition(Classify(vKeyIndex).Position);
-        const auto number = Holder(vKeyIndex.TextUnchecked());
+        if (!vKeyIndex.IsText()) [[unlikely]]
+            return AtPosition(Classify(vKeyIndex).Position);
+        const RecordNumber* const number = Holder(vKeyIndex.TextUnchecked());
         return number ? &records_.OfNumber(*number) : nullptr;
     }
     [[nodiscard]] Text GeneratedKey() const;
     [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
     // The record that has the key: mostly the one with the very text.
-    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const noexcept {
+    [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-            if (records_.OfNumber(number).Key.SharesWith(key) && foreignCodes_.empty()) return true;
+            if (records_.OfNumber(number).Key.SharesWith(key) && foreignCodes_.empty()) [[likely]]
+                return true;
             return HasKey(number, key);
         });
     }

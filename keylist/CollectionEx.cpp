@@ -43,7 +43,7 @@ void CollectionEx::Clear() noexcept {
 void CollectionEx::Add(Variant Item, Text Key, const CollectionExAdd& Options) {
     // Let go at the end, when everything stands: a release may run code that uses this collection.
     ItemSnapshot stale;
-    if (const auto present = FindKey(Key)) {
+    if (const RecordNumber* const present = FindKey(Key)) {
         if (!Options.Replace) RaisePlatform(PlatformError::DuplicateKey);
         swap(records_.OfNumber(*present).Item, Item);
         stale = std::exchange(snapshot_, nullptr);
@@ -76,7 +76,7 @@ std::int32_t CollectionEx::PlaceFor(const CollectionExAdd& options) const {
 void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
     std::int32_t position = 0;
     if (vKeyIndex.IsText()) {
-        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
         if (!number && Quiet) return;
         if (!number) RaisePlatform(PlatformError::InvalidCall);
         position = records_.PositionOf(*number);
@@ -99,7 +99,7 @@ Enumerator CollectionEx::NewEnum() {
 }
 
 std::int32_t CollectionEx::Index(const Text& Key) const {
-    const auto number = FindKey(Key);
+    const RecordNumber* const number = FindKey(Key);
     return number ? records_.PositionOf(*number) : -1;
 }
 

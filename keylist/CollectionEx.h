@@ -92,7 +92,8 @@ class CollectionEx : public Object {
     // Whether a key is present; of any other value, whether it lies in 1..Count().
     // Kept: it is compared as it stands, so 2.5 is present in a collection of three.
     [[nodiscard]] bool Exists(const Variant& vKeyIndex) const {
-        if (vKeyIndex.IsText()) return FindKey(vKeyIndex.TextUnchecked()).has_value();
+        if (vKeyIndex.IsText()) [[likely]]
+            return FindKey(vKeyIndex.TextUnchecked()) != nullptr;
         const double value = vKeyIndex.ToDouble();
         return value >= 1 && value <= Count();
     }
@@ -130,7 +131,7 @@ class CollectionEx : public Object {
         if (at >= static_cast<std::uint32_t>(Count())) RaisePlatform(PlatformError::OutOfRange);
     }
     // The entry that has a key: mostly the one with the very text.
-    [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& key) const noexcept {
+    [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
             return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
         });
@@ -139,12 +140,12 @@ class CollectionEx : public Object {
     [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
     // The entry of a key (raises 5) or at a position (raises 9).
     [[nodiscard]] RecordNumber NumberOf(const Variant& vKeyIndex) const {
-        if (!vKeyIndex.IsText()) {
+        if (!vKeyIndex.IsText()) [[unlikely]] {
             const std::int32_t position = vKeyIndex.ToLong();
             CheckIndex(position);
             return records_.NumberAt(position);
         }
-        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
         if (!number) RaisePlatform(PlatformError::InvalidCall);
         return *number;
     }

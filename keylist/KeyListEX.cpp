@@ -62,7 +62,7 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     }
     const bool inOrder = Sorted() && InSearchOrder();
     // A search out of order may have missed the key.
-    const bool repeated = found.Found || (!inOrder && Holder(Key).has_value());
+    const bool repeated = found.Found || (!inOrder && Holder(Key));
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
     const RecordNumber number = InsertRecord(position, Key, inOrder);
@@ -79,7 +79,7 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
 }
 
 void KeyListEX::Append(KeyListRecord record) {
-    repeats_ = repeats_ || Holder(record.Key).has_value();
+    repeats_ = repeats_ || Holder(record.Key);
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
     const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
     index_.Insert(record.Key.FoldedHash(), number);
@@ -146,7 +146,10 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
     if (Count() == 0) return std::nullopt;
     const Text key = sought;  // which may live in a record that a re-sort moves
     if (Sorted()) RestoreKeyOrder();
-    if (!repeats_ && (!Sorted() || InSearchOrder())) return Holder(key);
+    if (!repeats_ && (!Sorted() || InSearchOrder())) {
+        const RecordNumber* const holder = Holder(key);
+        return holder ? std::optional(*holder) : std::nullopt;
+    }
     const Search found = Look(key);
     if (!found.Found) return std::nullopt;
     return records_.NumberAt(found.Position);
@@ -171,7 +174,8 @@ auto KeyListEX::Look(Text key) -> Search {
         index_.Fetch(key.FoldedHash());
         const Stretch places = PlacesFor(key);
         if (places.Empty()) return {false, places.First};
-        if (const auto holder = Holder(key)) return {true, records_.PositionOf(*holder)};
+        if (const RecordNumber* const holder = Holder(key))
+            return {true, records_.PositionOf(*holder)};
         return {false, FirstNotBefore(key, places)};
     }
     Search first{false, Count() + 1};
@@ -247,7 +251,7 @@ void KeyListEX::SetKey(std::int32_t Index, Text value) {
     if (Unique() && Look(value).Found) {
         RaiseError(Failure::KeyPresent, u"::Key", kKeyLabel, value);
     }
-    repeats_ = repeats_ || Holder(value).has_value();
+    repeats_ = repeats_ || Holder(value);
     const RecordNumber number = records_.NumberAt(Index);
     const bool wasInOrder = InSearchOrder();
     Rename(number, value);

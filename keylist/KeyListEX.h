@@ -104,16 +104,21 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         return records_.NumberAt(named.Position);
     }
     [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex) {
-        const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is != KeyOrPosition::Kind::Key) return AtPosition(named.Position);
+        if (!vKeyIndex.IsText()) [[unlikely]]
+            return AtPosition(Classify(vKeyIndex).Position);
+        const Text& key = vKeyIndex.TextUnchecked();
         const bool byHash =
             !repeats_ && (!Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder()));
-        const auto number = byHash ? Holder(*named.Key) : FindKey(*named.Key);
+        if (byHash) [[likely]] {
+            const RecordNumber* const holder = Holder(key);
+            return holder ? &records_.OfNumber(*holder) : nullptr;
+        }
+        const auto number = FindKey(key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
     [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
     // Some entry that has the key, whatever the order: mostly the one with the very text.
-    [[nodiscard]] std::optional<RecordNumber> Holder(const Text& key) const noexcept {
+    [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
             return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
         });

@@ -53,7 +53,9 @@ class Text {
     // equal in mode Text and for texts with equal LowerCase. Computed once per block. O(n), then
     // O(1).
     [[nodiscard]] std::uint32_t FoldedHash() const noexcept {
-        return block_ && block_->foldedHash != 0 ? block_->foldedHash : ComputeFoldedHash();
+        if (block_ && block_->foldedHash != 0) [[likely]]
+            return block_->foldedHash;
+        return ComputeFoldedHash();
     }
     // Brings the text near: a hint, for whoever will read it soon.
     void Fetch() const noexcept { __builtin_prefetch(block_, 1); }

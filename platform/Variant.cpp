@@ -41,13 +41,13 @@ T& Counted(std::int64_t& payload) noexcept {
 
 Variant::Variant(Array value) noexcept : Variant() {
     if (value.ElementType() == VarType::Empty) return;
-    type_ = VarType::ArrayFlag | value.ElementType();
+    mark_ = MarkOf(VarType::ArrayFlag | value.ElementType());
     std::construct_at(&array_, std::move(value));
 }
 
 Variant Variant::FromDate(double days) noexcept {
     Variant made(days);
-    made.type_ = VarType::Date;
+    made.mark_ = MarkOf(VarType::Date);
     return made;
 }
 
@@ -63,7 +63,7 @@ Variant Variant::FromDecimal(const Decimal& value) {
 
 Variant Variant::FromError(std::int32_t status) noexcept {
     Variant made(status);
-    made.type_ = VarType::Error;
+    made.mark_ = MarkOf(VarType::Error);
     return made;
 }
 
@@ -116,7 +116,7 @@ void Variant::Release(VarType type, std::int64_t payload) noexcept {
 }
 
 bool Variant::IsNumber() const noexcept {
-    switch (type_) {
+    switch (Type()) {
         case VarType::Empty:
         case VarType::Integer:
         case VarType::Long:
@@ -133,7 +133,7 @@ bool Variant::IsNumber() const noexcept {
 }
 
 bool Variant::ToBoolean() const {
-    if (type_ == VarType::String) {
+    if (Is(VarType::String)) {
         if (EqualTexts(text_, u"True", CompareMode::Text)) return true;
         if (EqualTexts(text_, u"False", CompareMode::Text)) return false;
     }
@@ -145,12 +145,12 @@ std::uint8_t Variant::ToByte() const {
 }
 
 std::int64_t Variant::ToCurrency() const {
-    if (type_ == VarType::Currency) return bits_;
+    if (Is(VarType::Currency)) return bits_;
     return RoundTo<std::int64_t>(ToDouble() * 10000);
 }
 
 double Variant::ToDouble() const {
-    switch (type_) {
+    switch (Type()) {
         case VarType::Empty:
             return 0;
         case VarType::Integer:
@@ -190,7 +190,7 @@ std::int32_t Variant::ConvertedToLong() const {
 }
 
 float Variant::ToSingle() const {
-    if (type_ == VarType::Single) return single_;
+    if (Is(VarType::Single)) return single_;
     const double value = ToDouble();
     if (std::isfinite(value) && std::fabs(value) > double{std::numeric_limits<float>::max()}) {
         RaisePlatform(PlatformError::Overflow);
@@ -199,7 +199,7 @@ float Variant::ToSingle() const {
 }
 
 Text Variant::ToText() const {
-    switch (type_) {
+    switch (Type()) {
         case VarType::Empty:
             return {};
         case VarType::Integer:
@@ -235,22 +235,22 @@ const Array& Variant::AsArray() const {
 }
 
 Decimal Variant::AsDecimal() const {
-    if (type_ != VarType::Decimal) RaisePlatform(PlatformError::TypeMismatch);
+    if (!Is(VarType::Decimal)) RaisePlatform(PlatformError::TypeMismatch);
     return {static_cast<std::uint64_t>(bits_), high_, scale_, negative_};
 }
 
 std::int32_t Variant::AsError() const {
-    if (type_ != VarType::Error) RaisePlatform(PlatformError::TypeMismatch);
+    if (!Is(VarType::Error)) RaisePlatform(PlatformError::TypeMismatch);
     return long_;
 }
 
 const Ref<Object>& Variant::AsObject() const {
-    if (type_ != VarType::Object) RaisePlatform(PlatformError::TypeMismatch);
+    if (!Is(VarType::Object)) RaisePlatform(PlatformError::TypeMismatch);
     return object_;
 }
 
 const Text& Variant::AsText() const {
-    if (type_ != VarType::String) RaisePlatform(PlatformError::TypeMismatch);
+    if (!Is(VarType::String)) RaisePlatform(PlatformError::TypeMismatch);
     return text_;
 }
 
@@ -264,15 +264,15 @@ std::uint64_t Variant::ScalarBits() const noexcept {
 }
 
 bool operator==(const Variant& left, const Variant& right) {
-    if (left.type_ != right.type_) return false;
-    if (left.type_ == VarType::String) return left.text_ == right.text_;
-    if (left.type_ == VarType::Object) return left.object_ == right.object_;
+    if (left.mark_ != right.mark_) return false;
+    if (left.Is(VarType::String)) return left.text_ == right.text_;
+    if (left.Is(VarType::Object)) return left.object_ == right.object_;
     if (left.IsArray()) return left.array_ == right.array_;
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
 std::ostream& operator<<(std::ostream& out, const Variant& value) {
-    out << "type " << static_cast<int>(value.type_);
+    out << "type " << static_cast<int>(value.Type());
     Text text;
     if (!IgnoringErrors([&] { text = value.ToText(); })) return out << " (no text)";
     return out << ": " << text;

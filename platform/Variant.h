@@ -47,8 +47,8 @@ class Variant {
     Variant(std::int16_t value) noexcept : Variant(VarType::Integer, PayloadOf(value)) {}
     Variant(std::int32_t value) noexcept : Variant(VarType::Long, PayloadOf(value)) {}
     Variant(float value) noexcept : Variant(VarType::Single, PayloadOf(value)) {}
-    Variant(double value) noexcept : type_(VarType::Double), double_(value) {}
-    Variant(Text value) noexcept : type_(VarType::String), text_(std::move(value)) {}
+    Variant(double value) noexcept : mark_(MarkOf(VarType::Double)), double_(value) {}
+    Variant(Text value) noexcept : mark_(MarkOf(VarType::String)), text_(std::move(value)) {}
     Variant(std::u16string_view units) : Variant(Text(units)) {}
     Variant(const std::u16string& units) : Variant(Text(units)) {}
     Variant(const char16_t* units) : Variant(Text(units)) {}
@@ -61,7 +61,8 @@ class Variant {
     template <class T>
     requires std::is_base_of_v<Object, T> Variant(const Ref<T>& object)
     noexcept : Variant(Ref<Object>(object)) {}
-    Variant(Ref<Object> object) noexcept : type_(VarType::Object), object_(std::move(object)) {}
+    Variant(Ref<Object> object) noexcept
+        : mark_(MarkOf(VarType::Object)), object_(std::move(object)) {}
     Variant(const void*) = delete;  // a pointer is not a Boolean
     static Variant FromCurrency(std::int64_t tenThousandths) noexcept {
         return {VarType::Currency, tenThousandths};
@@ -74,7 +75,8 @@ class Variant {
     // A value that counts nothing is its two words; they stay in registers, as nothing here takes
     // an address.
     Variant(const Variant& other) noexcept : Variant(other.Words()) {
-        if (Owns()) Retain(type_, bits_);
+        if (Owns()) [[unlikely]]
+            Retain(Type(), bits_);
     }
     Variant(Variant&& other) noexcept : Variant(other.Words()) { other.Assume({}); }
     Variant& operator=(const Variant& other) noexcept {
@@ -89,17 +91,18 @@ class Variant {
     }
     // Most values count nothing, and a call would cost more than that question.
     ZORVANE_INLINE ~Variant() {
-        if (Owns()) Release(type_, bits_);
+        if (Owns()) [[unlikely]]
+            Release(Type(), bits_);
     }
 
-    [[nodiscard]] VarType Type() const noexcept { return type_; }
-    [[nodiscard]] bool IsArray() const noexcept { return IsArrayType(type_); }
-    [[nodiscard]] bool IsEmpty() const noexcept { return type_ == VarType::Empty; }
-    [[nodiscard]] bool IsNull() const noexcept { return type_ == VarType::Null; }
+    [[nodiscard]] VarType Type() const noexcept { return static_cast<VarType>(mark_ & ~kCounted); }
+    [[nodiscard]] bool IsArray() const noexcept { return IsArrayType(Type()); }
+    [[nodiscard]] bool IsEmpty() const noexcept { return Is(VarType::Empty); }
+    [[nodiscard]] bool IsNull() const noexcept { return Is(VarType::Null); }
     // Integer kinds, floats, currency, decimal, Boolean, Byte and Empty; a text never.
     [[nodiscard]] bool IsNumber() const noexcept;
-    [[nodiscard]] bool IsObject() const noexcept { return type_ == VarType::Object; }
-    [[nodiscard]] bool IsText() const noexcept { return type_ == VarType::String; }
+    [[nodiscard]] bool IsObject() const noexcept { return Is(VarType::Object); }
+    [[nodiscard]] bool IsText() const noexcept { return Is(VarType::String); }
 
     // Conversions. They raise 13 (no such form: Null, arrays, objects, texts that are no number)
     // and 6 (out of the type's range); to an integer they round half to even. Empty is 0, "" and
@@ -110,7 +113,9 @@ class Variant {
     [[nodiscard]] double ToDouble() const;
     [[nodiscard]] std::int16_t ToInteger() const;
     [[nodiscard]] std::int32_t ToLong() const {
-        return type_ == VarType::Long ? long_ : ConvertedToLong();
+        if (Is(VarType::Long)) [[likely]]
+            return long_;
+        return ConvertedToLong();
     }
     [[nodiscard]] float ToSingle() const;
     // Numbers with '.', no grouping, at most 15 significant digits (Single 7); "True" and "False";
@@ -146,12 +151,19 @@ class Variant {
     friend std::ostream& operator<<(std::ostream& out, const Variant& value);
 
   private:
-    Variant(VarType type, std::int64_t bits) noexcept : type_(type), bits_(bits) {}
+    Variant(VarType type, std::int64_t bits) noexcept : mark_(MarkOf(type)), bits_(bits) {}
 
     [[nodiscard]] std::int32_t ConvertedToLong() const;
-    [[nodiscard]] bool Owns() const noexcept {
-        return type_ == VarType::String || type_ == VarType::Object || IsArrayType(type_);
+    // What a type is kept as: counted ones are marked, so that one question tells them.
+    static constexpr std::uint16_t kCounted = 0x8000;
+    static constexpr std::uint16_t MarkOf(VarType type) noexcept {
+        const bool counted =
+            type == VarType::String || type == VarType::Object || IsArrayType(type);
+        const auto mark = static_cast<std::uint16_t>(type);
+        return counted ? static_cast<std::uint16_t>(mark | kCounted) : mark;
     }
+    [[nodiscard]] bool Is(VarType type) const noexcept { return mark_ == MarkOf(type); }
+    [[nodiscard]] bool Owns() const noexcept { return (mark_ & kCounted) != 0; }
     // One reference more, or less, to what the payload of a counted type names.
     static void Release(VarType type, std::int64_t payload) noexcept;
     static void Retain(VarType type, std::int64_t payload) noexcept;
@@ -161,7 +173,9 @@ class Variant {
         std::uint64_t Head = 0;
         std::uint64_t Payload = 0;
     };
-    explicit Variant(const Raw& raw) noexcept : type_(VarType::Empty), bits_(0) { Assume(raw); }
+    explicit Variant(const Raw& raw) noexcept : mark_(MarkOf(VarType::Empty)), bits_(0) {
+        Assume(raw);
+    }
     void Assume(const Raw& raw) noexcept {
         auto* const bytes = reinterpret_cast<std::byte*>(this);
         std::memcpy(bytes, &raw.Head, sizeof raw.Head);
@@ -183,7 +197,7 @@ class Variant {
         return raw;
     }
 
-    VarType type_;
+    std::uint16_t mark_;
     std::uint8_t scale_ = 0;  // Decimal only, as are the next two
     bool negative_ = false;
     std::uint32_t high_ = 0;

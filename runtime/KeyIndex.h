@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <optional>
 #include <utility>
 
 #include "platform/LargeArray.h"
@@ -18,15 +17,19 @@ namespace zorvane {
 
 class KeyIndex {
   public:
-    // The first number under `hash` (never 0) for which matches(number) holds. O(1) on average.
+    // The first number under `hash` (never 0) for which matches(number) holds, where it stands
+    // until the index changes, or null. O(1) on average.
     template <class Matches>
-    [[nodiscard]] std::optional<RecordNumber> Find(std::uint32_t hash, Matches&& matches) const {
-        if (count_ == 0) return std::nullopt;
-        for (std::uint32_t at = Home(hash);; at = Next(at)) {
-            const Slot slot = slots_[at];
-            if (slot.hash == hash && matches(slot.number)) return slot.number;
-            if (slot.hash == 0) return std::nullopt;
+    [[nodiscard]] const RecordNumber* Find(std::uint32_t hash, Matches&& matches) const {
+        if (count_ == 0) [[unlikely]]
+            return nullptr;
+        const Slot* slot = &slots_[Home(hash)];
+        while (slot->hash != 0) {
+            if (slot->hash == hash && matches(slot->number)) [[likely]]
+                return &slot->number;
+            slot = slot == last_ ? &slots_[0] : slot + 1;
         }
+        return nullptr;
     }
     // Calls visit(number) for every number under `hash`.
     template <class Visit>
@@ -79,6 +82,7 @@ class KeyIndex {
     friend void swap(KeyIndex& left, KeyIndex& right) noexcept {
         swap(left.slots_, right.slots_);
         std::swap(left.mask_, right.mask_);
+        std::swap(left.last_, right.last_);
         std::swap(left.shift_, right.shift_);
         std::swap(left.count_, right.count_);
     }
@@ -97,6 +101,7 @@ class KeyIndex {
         LargeArray<Slot> slots(size);
         swap(slots_, slots);
         mask_ = size - 1;
+        last_ = &slots_[mask_];
         shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(size));
         count_ = 0;
         for (std::uint32_t at = 0; at < slots.Size(); ++at) {
@@ -106,6 +111,7 @@ class KeyIndex {
 
     LargeArray<Slot> slots_;
     std::uint32_t mask_ = 0;
+    Slot* last_ = nullptr;
     std::uint32_t shift_ = 0;
     std::uint32_t count_ = 0;
 };

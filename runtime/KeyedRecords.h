@@ -183,8 +183,10 @@ class KeyedRecords : public Object {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
     [[nodiscard]] Record& Find(const Variant& vKeyIndex, const std::u16string_view& member) {
-        if (ReordersFor(vKeyIndex)) return FindKept(vKeyIndex, member);
-        if (Record* record = Self().FindRecord(vKeyIndex)) return *record;
+        if (ReordersFor(vKeyIndex)) [[unlikely]]
+            return FindKept(vKeyIndex, member);
+        if (Record* record = Self().FindRecord(vKeyIndex)) [[likely]]
+            return *record;
         RaiseMissing(member, vKeyIndex);
     }
     // The record at a position; null outside 1..Count().
