@@ -82,6 +82,18 @@ class CollectionEx : public Object {
         if (!record) RaisePlatform(PlatformError::OutOfRange);
         return record->Item;
     }
+    // The same where it lies, or null where there is none: nothing is copied, and nothing raised
+    // but for what converts to no position. What the pointer names is not to be used after the next
+    // change of the collection.
+    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const {
+        if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
+        const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
+        return number ? &records_.OfNumber(*number).Item : nullptr;
+    }
+    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) const noexcept {
+        const Record* const record = records_.Find(position);
+        return record ? &record->Item : nullptr;
+    }
     // As Item; Quiet: nothing happens instead of 5 and 9.
     void Remove(const Variant& vKeyIndex, bool Quiet = false);
 

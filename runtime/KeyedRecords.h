@@ -95,6 +95,14 @@ class KeyedRecords : public Object {
             return record->Item;
         RaiseNoItemAt(position);
     }
+    // The same where it lies, or null where there is none: nothing is copied and nothing raised.
+    // What the pointer names is not to be used after the next change of the container.
+    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) {
+        return ItemIn(Self().FindRecord(vKeyIndex));
+    }
+    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) noexcept {
+        return ItemIn(records_.Find(position));
+    }
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
         swap(Find(vKeyIndex, kItemMember).Item, value);
@@ -268,6 +276,9 @@ class KeyedRecords : public Object {
     [[nodiscard]] Record& FindKept(const Variant kept, const std::u16string_view& member) {
         if (Record* record = Self().FindRecord(kept)) return *record;
         RaiseMissing(member, kept);
+    }
+    [[nodiscard]] static const Variant* ItemIn(const Record* record) noexcept {
+        return record ? &record->Item : nullptr;
     }
     // Takes what it needs by reference: whoever finds an entry shall have nothing to prepare.
     [[noreturn, gnu::noinline]] static void RaiseMissing(const std::u16string_view& member,

@@ -149,8 +149,11 @@ class KeyedRun : public StepRun {
                           {8, "ItemString", {v}, [&] { return model_.ItemString(v); }},
                           {9, "Exists", {v}, [&] { return model_.resolve(v) != 0; }},
                           Both(10, "SetItemString", [&](auto& c) { c.SetItemString(v, key); }),
-                          Both(11, "ItemFn",
+                          Both(11, "FindItem, else ItemFn",
                                [&](auto& c) {
+                                   if constexpr (requires { c.FindItem(v); }) {
+                                       if (const Variant* found = c.FindItem(v)) return *found;
+                                   }
                                    Variant got = u"untouched";
                                    return c.ItemFn(v, got) ? got : got;
                                }),

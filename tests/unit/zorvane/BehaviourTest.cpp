@@ -88,6 +88,26 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
         true);
 }
 
+// Catches a copy where the item itself was asked for, and a pointer to something that is no entry.
+TYPED_TEST(Behaviour_NeedsNoMemory, FindingAnItemWhereItLies) {
+    using C = TypeParam;
+    if constexpr (requires(C c) { c.FindItem(1); }) {
+        this->Try("FindItem", [](C& c) {
+            const Variant* first = &*c.begin();
+            EXPECT_EQ(c.FindItem(1), first);
+            EXPECT_EQ(c.FindItem(Variant(1)), first);
+            EXPECT_EQ(c.FindItem(Variant(std::int16_t{1})), first);
+            EXPECT_EQ(c.FindItem(kCount + 1), nullptr);
+            EXPECT_EQ(c.FindItem(0), nullptr);
+            EXPECT_EQ(c.FindItem(-1), nullptr);
+        });
+        C c;
+        Fill(c);
+        EXPECT_EQ(c.FindItem(KeyOf(kCount)), nullptr);
+        EXPECT_EQ(c.FindItem(KeyOf(7))->ToLong(), 1);
+    }
+}
+
 // Catches room for the numbers that removals free being made behind the growth that they come from:
 // where that failed, a removal long after needed memory that it must not need.
 TEST(Behaviour_Removal, NeedsNoMemoryWhateverFailedBefore) {
