@@ -57,9 +57,10 @@ struct Options {
 };
 
 // Runs op(0..n-1) and adds up what it gives (in a register of its own); gives ns per op, and
-// whether the budget cut it short.
+// whether the budget cut it short. A function of its own for every loop, so that none is short of
+// registers because of the others.
 template <class Op>
-double timed(size_t n, double budget, bool& cut, int64_t& sum, Op&& op) {
+[[gnu::noinline]] double timed(size_t n, double budget, bool& cut, int64_t& sum, Op&& op) {
     cut = false;
     sum = 0;
     if (n == 0) return NAN;

@@ -1,7 +1,9 @@
 // The containers of this project in the eight tests, and two middle-of-the-container ones.
 //
-// Each stands here twice: keyed with the very text objects that were added, and ("other text") with
-// texts of the same units that the container has never met, so that nothing is cached in them.
+// Each stands here three times: keyed with the very text objects that were added, ("other text")
+// with texts of the same units that the container has never met, so that nothing is cached in them,
+// and ("in place") looking at items where they lie, as peers do, instead of taking a copy that
+// outlives them.
 
 #include "bench/Contender.h"
 #include "collection/ZVCollectionEx.h"
@@ -15,14 +17,16 @@ using namespace bench;
 using zorvane::Text;
 using zorvane::Variant;
 
+enum class Asking { SameText, OtherText, InPlace };
+
 struct Keys {
     std::vector<Variant> added;
     std::vector<Variant> asked;
     Variant absent;
 
-    Keys(const Data& data, bool otherTexts) : absent(Text(data.absent)) {
+    Keys(const Data& data, Asking asking) : absent(Text(data.absent)) {
         for (const auto& key : data.keys) added.emplace_back(Text(key));
-        if (!otherTexts) {
+        if (asking != Asking::OtherText) {
             asked = added;
         } else {
             for (const auto& key : data.keys) asked.emplace_back(Text(key));
@@ -50,20 +54,31 @@ void AddTo(zorvane::Collection& c, const Variant& item, const Text& key) {
     c.Add(item, {.Key = key});
 }
 
-template <class Container, bool OtherTexts>
+template <class Container, Asking kAsking>
 class Ours {
   public:
     static constexpr bool positional = true;
     static constexpr bool sorted = std::is_same_v<Container, zorvane::KeyListEX>;
 
-    explicit Ours(const Data& data) : data_(data), keys_(data, OtherTexts) { Prepare(container_); }
+    explicit Ours(const Data& data) : data_(data), keys_(data, kAsking) { Prepare(container_); }
 
     void add(std::size_t i) { AddTo(container_, data_.values[i], keys_.added[i].TextUnchecked()); }
-    std::int32_t byKey(std::size_t i) { return container_.Item(keys_.asked[i]).ToLong(); }
-    std::int32_t byPos(std::size_t p) {
-        return container_.Item(static_cast<std::int32_t>(p) + 1).ToLong();
+    BENCH_INLINE std::int32_t byKey(std::size_t i) {
+        if constexpr (kAsking == Asking::InPlace) {
+            return container_.FindItem(keys_.asked[i])->ToLong();
+        } else {
+            return container_.Item(keys_.asked[i]).ToLong();
+        }
     }
-    bool absent() { return Has(keys_.absent); }
+    BENCH_INLINE std::int32_t byPos(std::size_t p) {
+        const auto position = static_cast<std::int32_t>(p) + 1;
+        if constexpr (kAsking == Asking::InPlace) {
+            return container_.FindItem(position)->ToLong();
+        } else {
+            return container_.Item(position).ToLong();
+        }
+    }
+    BENCH_INLINE bool absent() { return Has(keys_.absent); }
     std::int64_t sum() {
         std::int64_t total = 0;
         for (const Variant& item : container_) total += item.ToLong();
@@ -95,13 +110,17 @@ class Ours {
     Container container_;
 };
 
+template <class Container>
+void EnrollOurs(const std::string& group, const std::string& name) {
+    enroll<Ours<Container, Asking::SameText>>(group, name);
+    enroll<Ours<Container, Asking::OtherText>>(group, name + ", other text");
+    enroll<Ours<Container, Asking::InPlace>>(group, name + ", in place");
+}
+
 const bool enrolled = [] {
-    enroll<Ours<zorvane::ZVCollectionEx, false>>("insertion", "ZVCollectionEx");
-    enroll<Ours<zorvane::ZVCollectionEx, true>>("insertion", "ZVCollectionEx, other text");
-    enroll<Ours<zorvane::CollectionEx, false>>("insertion", "CollectionEx");
-    enroll<Ours<zorvane::CollectionEx, true>>("insertion", "CollectionEx, other text");
-    enroll<Ours<zorvane::KeyListEX, false>>("sorted", "KeyListEX");
-    enroll<Ours<zorvane::KeyListEX, true>>("sorted", "KeyListEX, other text");
+    EnrollOurs<zorvane::ZVCollectionEx>("insertion", "ZVCollectionEx");
+    EnrollOurs<zorvane::CollectionEx>("insertion", "CollectionEx");
+    EnrollOurs<zorvane::KeyListEX>("sorted", "KeyListEX");
     return true;
 }();
 

@@ -109,11 +109,11 @@ struct HashAndSeq {
     void insertMid(size_t i) {
         if (Entry* e = make(i)) seq.insert(seq.v.size() / 2, e);
     }
-    int32_t byKey(size_t i) {
+    BENCH_INLINE int32_t byKey(size_t i) {
         return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
     }
-    int32_t byPos(size_t p) { return toInt(seq.v[p]->value); }
-    bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(seq.v[p]->value); }
+    BENCH_INLINE bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (Entry* e : seq.v) s += toInt(e->value);
@@ -152,11 +152,11 @@ struct HashAndTree {
         }
         tree.insert({label++, e});
     }
-    int32_t byKey(size_t i) {
+    BENCH_INLINE int32_t byKey(size_t i) {
         return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
     }
-    int32_t byPos(size_t p) { return toInt(tree.find_by_order(p)->second->value); }
-    bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(tree.find_by_order(p)->second->value); }
+    BENCH_INLINE bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& [k, e] : tree) s += toInt(e->value);
@@ -196,9 +196,9 @@ struct MultiRandomAccess {
     explicit MultiRandomAccess(const Data& data) : d(data) {}
     void add(size_t i) { c.push_back({d.keys[i], d.values[i]}); }
     void insertMid(size_t i) { c.insert(c.begin() + long(c.size() / 2), {d.keys[i], d.values[i]}); }
-    int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
-    int32_t byPos(size_t p) { return toInt(c[p].value); }
-    bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c[p].value); }
+    BENCH_INLINE bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
@@ -230,9 +230,9 @@ struct MultiRankedSeq {
     int64_t label = 0;
     explicit MultiRankedSeq(const Data& data) : d(data) {}
     void add(size_t i) { c.emplace_hint(c.end(), R{label++, d.keys[i], d.values[i]}); }
-    int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
-    int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
-    bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
+    BENCH_INLINE bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
@@ -258,9 +258,9 @@ struct TslOrdered {
     explicit TslOrdered(const Data& data) : d(data) {}
     void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
     // No insertMid: insert_at_position of release 1.0.0 loses keys (the check catches it).
-    int32_t byKey(size_t i) { return toInt(c.find(d.keys[i]).value()); }
-    int32_t byPos(size_t p) { return toInt(c.values_container()[p].second); }
-    bool absent() { return c.find(d.absent) != c.end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.find(d.keys[i]).value()); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.values_container()[p].second); }
+    BENCH_INLINE bool absent() { return c.find(d.absent) != c.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.second);
@@ -311,9 +311,9 @@ struct QtHashList {
         for (qsizetype k = p; k < list.size(); ++k) ++list[k]->pos;
         list.insert(p, slot);
     }
-    int32_t byKey(size_t i) { return toInt(map.constFind(keys[i]).value()->value); }
-    int32_t byPos(size_t p) { return toInt(list.at(qsizetype(p))->value); }
-    bool absent() { return map.contains(absentKey); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(map.constFind(keys[i]).value()->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(list.at(qsizetype(p))->value); }
+    BENCH_INLINE bool absent() { return map.contains(absentKey); }
     int64_t sum() {
         int64_t s = 0;
         for (const E* e : std::as_const(list)) s += toInt(e->value);

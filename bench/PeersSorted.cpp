@@ -26,8 +26,8 @@ struct Ordered {
     Map map;
     explicit Ordered(const Data& data) : d(data) {}
     void add(size_t i) { map.emplace(d.keys[i], d.values[i]); }
-    int32_t byKey(size_t i) { return toInt(map.find(d.keys[i])->second); }
-    bool absent() { return map.find(d.absent) != map.end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(map.find(d.keys[i])->second); }
+    BENCH_INLINE bool absent() { return map.find(d.absent) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& [k, v] : map) s += toInt(v);
@@ -47,9 +47,9 @@ struct OrderStatistics {
     Tree t;
     explicit OrderStatistics(const Data& data) : d(data) {}
     void add(size_t i) { t.insert({d.keys[i], d.values[i]}); }
-    int32_t byKey(size_t i) { return toInt(t.find(d.keys[i])->second); }
-    int32_t byPos(size_t p) { return toInt(t.find_by_order(p)->second); }
-    bool absent() { return t.find(d.absent) != t.end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(t.find(d.keys[i])->second); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(t.find_by_order(p)->second); }
+    BENCH_INLINE bool absent() { return t.find(d.absent) != t.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& [k, v] : t) s += toInt(v);
@@ -92,9 +92,9 @@ struct SortedVector {
         else
             v.insert(it, Rec{d.keys[i], d.values[i]});
     }
-    int32_t byKey(size_t i) { return toInt(at(*lower(d.keys[i])).value); }
-    int32_t byPos(size_t p) { return toInt(at(v[p]).value); }
-    bool absent() {
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(at(*lower(d.keys[i])).value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(at(v[p]).value); }
+    BENCH_INLINE bool absent() {
         auto it = lower(d.absent);
         return it != v.end() && at(*it).key == d.absent;
     }
@@ -117,9 +117,9 @@ struct Ranked {
     C c;
     explicit Ranked(const Data& data) : d(data) {}
     void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
-    int32_t byKey(size_t i) { return toInt(c.find(d.keys[i])->value); }
-    int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
-    bool absent() { return c.find(d.absent) != c.end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.find(d.keys[i])->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
+    BENCH_INLINE bool absent() { return c.find(d.absent) != c.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
@@ -141,9 +141,9 @@ struct RankedHashed {
     C c;
     explicit RankedHashed(const Data& data) : d(data) {}
     void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
-    int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
-    int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
-    bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
+    BENCH_INLINE bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
@@ -180,11 +180,11 @@ struct HashedSortedVector {
         }
         v.insert(lower(r->key), r);
     }
-    int32_t byKey(size_t i) {
+    BENCH_INLINE int32_t byKey(size_t i) {
         return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
     }
-    int32_t byPos(size_t p) { return toInt(v[p]->value); }
-    bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(v[p]->value); }
+    BENCH_INLINE bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (Rec* r : v) s += toInt(r->value);
