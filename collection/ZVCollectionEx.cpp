@@ -180,9 +180,9 @@ Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) c
 }
 
 bool ZVCollectionEx::Exists(const Variant& vKeyIndex, std::int32_t& Index) const {
-    const auto number = FindNumber(vKeyIndex);
-    if (vKeyIndex.IsText()) Index = number ? records_.PositionOf(*number) : Count() + 1;
-    return number.has_value();
+    const Entry found = FindEntry(vKeyIndex);
+    if (vKeyIndex.IsText()) Index = found.Position != 0 ? found.Position : Count() + 1;
+    return found.Position != 0;
 }
 
 Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const {
@@ -233,6 +233,8 @@ auto ZVCollectionEx::ReadRecord(Object& source, std::int32_t index) -> SourceRec
 
 // The code that a source gave a record, or 0: the record has its key's own.
 void ZVCollectionEx::NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept {
+    if (foreignCodes_.empty() && hashCode == 0) [[likely]]
+        return;
     const auto code = std::ranges::lower_bound(foreignCodes_, number, {}, &ForeignCode::Number);
     if (code != foreignCodes_.end() && code->Number == number) {
         code->HashCode = hashCode;
@@ -249,23 +251,22 @@ void ZVCollectionEx::Rehash(std::int32_t capacity) noexcept {
 }
 
 Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
-    const auto number = FindNumber(vKeyIndex);
-    if (!number) {
+    const Entry entry = FindEntry(vKeyIndex);
+    if (entry.Position == 0) [[unlikely]] {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, vKeyIndex);
         return std::int16_t{0};
     }
-    const std::int32_t position =
-        vKeyIndex.IsText() ? records_.PositionOf(*number) : vKeyIndex.ToLong();
-    if (!vKeyIndex.IsText()) FetchAhead(records_, index_, position);
-    records_.PrepareTake(position);
+    if (!vKeyIndex.IsText()) FetchAhead(records_, index_, entry.Position);
+    records_.PrepareClose(entry.Position);
     // Released at the end, when the collection is whole again.
-    CollectionRecord doomed = records_.Take(position, *number);
-    index_.Erase(doomed.Key.FoldedHash(), *number);
-    NoteForeignCode(*number, 0);
+    Taken<CollectionRecord> doomed(records_.OfNumber(entry.Number));
+    records_.Close(entry.Position, entry.Number);
+    index_.Erase(doomed->Key.FoldedHash(), entry.Number);
+    NoteForeignCode(entry.Number, 0);
     seated_ = false;
     settings_.Changed = true;
-    if (ReturnItem) return std::move(doomed.Item);
-    return position;
+    if (ReturnItem) return std::move(doomed->Item);
+    return entry.Position;
 }
 
 void ZVCollectionEx::RenumberCodes(

@@ -113,14 +113,10 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     void Append(SourceRecord source);
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
-    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) const noexcept {
-        const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is == KeyOrPosition::Kind::Key) {
-            const RecordNumber* const holder = Holder(*named.Key);
-            return holder ? std::optional(*holder) : std::nullopt;
-        }
-        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
-        return records_.NumberAt(named.Position);
+    [[nodiscard]] Entry FindEntry(const Variant& vKeyIndex) const noexcept {
+        if (!vKeyIndex.IsText()) return EntryAt(Classify(vKeyIndex).Position);
+        const RecordNumber* const holder = Holder(vKeyIndex.TextUnchecked());
+        return holder ? Entry{*holder, records_.PositionOf(*holder)} : Entry{};
     }
     [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
         if (!vKeyIndex.IsText()) [[unlikely]]

@@ -86,11 +86,12 @@ void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
         CheckIndex(position);
         FetchAhead(records_, index_, position);
     }
-    records_.PrepareTake(position);
+    records_.PrepareClose(position);
     const RecordNumber number = records_.NumberAt(position);
     // Released at the end, when the collection is whole again.
-    const Record doomed = records_.Take(position, number);
-    index_.Erase(doomed.Key.FoldedHash(), number);
+    Taken<Record> doomed(records_.OfNumber(number));
+    records_.Close(position, number);
+    index_.Erase(doomed->Key.FoldedHash(), number);
 }
 
 Enumerator CollectionEx::NewEnum() {

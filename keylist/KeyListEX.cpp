@@ -216,22 +216,22 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     const bool reorders = ReordersFor(vKeyIndex);
     const Variant kept = reorders ? vKeyIndex : Variant();
     const Variant& named = reorders ? kept : vKeyIndex;
-    const auto number = FindNumber(named);
-    if (!number) {
+    const Entry entry = FindEntry(named);
+    if (entry.Position == 0) [[unlikely]] {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, named);
         return std::int16_t{0};
     }
-    const std::int32_t position = named.IsText() ? records_.PositionOf(*number) : named.ToLong();
-    if (!named.IsText()) FetchAhead(records_, index_, position);
-    records_.PrepareTake(position);
+    if (!named.IsText()) FetchAhead(records_, index_, entry.Position);
+    records_.PrepareClose(entry.Position);
     // Released at the end, when the list is whole again.
-    KeyListRecord doomed = records_.Take(position, *number);
-    index_.Erase(doomed.Key.FoldedHash(), *number);
+    Taken<KeyListRecord> doomed(records_.OfNumber(entry.Number));
+    records_.Close(entry.Position, entry.Number);
+    index_.Erase(doomed->Key.FoldedHash(), entry.Number);
     const std::int64_t spare = std::int64_t{capacity_} - Count();
     if (Count() > 0 && spare > Granularity()) capacity_ = Count();
     settings_.Changed = true;
-    if (ReturnItem) return std::move(doomed.Item);
-    return position;
+    if (ReturnItem) return std::move(doomed->Item);
+    return entry.Position;
 }
 
 // Swaps a record's key for another.

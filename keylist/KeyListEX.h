@@ -96,12 +96,10 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
     [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& sought);
-    // The number of the entry that a key or position names.
-    [[nodiscard]] std::optional<RecordNumber> FindNumber(const Variant& vKeyIndex) {
-        const KeyOrPosition named = Classify(vKeyIndex);
-        if (named.Is == KeyOrPosition::Kind::Key) return FindKey(*named.Key);
-        if (named.Position < 1 || named.Position > Count()) return std::nullopt;
-        return records_.NumberAt(named.Position);
+    [[nodiscard]] Entry FindEntry(const Variant& vKeyIndex) {
+        if (!vKeyIndex.IsText()) return EntryAt(Classify(vKeyIndex).Position);
+        const auto number = FindKey(vKeyIndex.TextUnchecked());
+        return number ? Entry{*number, records_.PositionOf(*number)} : Entry{};
     }
     [[nodiscard]] KeyListRecord* FindRecord(const Variant& vKeyIndex) {
         if (!vKeyIndex.IsText()) [[unlikely]]

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <memory>
 
 namespace zorvane {
 
@@ -34,5 +35,21 @@ void MoveToEmpty(T& to, T& from) noexcept {
     RelocateOne(&to, &from);
     ZeroFill(&from, 1);
 }
+
+// A value moved out of where it lay; it ends with this one.
+template <class T>
+class Taken {
+  public:
+    explicit Taken(const T& from) noexcept { RelocateOne(&value_, &from); }
+    Taken(const Taken&) = delete;
+    Taken& operator=(const Taken&) = delete;
+    ~Taken() { std::destroy_at(&value_); }
+    [[nodiscard]] T* operator->() noexcept { return &value_; }
+
+  private:
+    union {
+        T value_;
+    };
+};
 
 }  // namespace zorvane

@@ -166,6 +166,12 @@ class KeyedRecords : public Object {
         std::int32_t Position;  // of the key, or where it belongs
     };
 
+    // An entry; Position 0: none.
+    struct Entry {
+        RecordNumber Number = 0;
+        std::int32_t Position = 0;
+    };
+
     KeyedRecords() = default;
     KeyedRecords(const KeyedRecords&) = delete;
     KeyedRecords& operator=(const KeyedRecords&) = delete;
@@ -196,6 +202,10 @@ class KeyedRecords : public Object {
         if (Record* record = Self().FindRecord(vKeyIndex)) [[likely]]
             return *record;
         RaiseMissing(member, vKeyIndex);
+    }
+    [[nodiscard]] Entry EntryAt(std::int32_t position) const noexcept {
+        if (position < 1 || position > Count()) return {};
+        return {records_.NumberAt(position), position};
     }
     // The record at a position; null outside 1..Count().
     [[nodiscard]] Record* AtPosition(std::int32_t position) noexcept {

@@ -31,14 +31,15 @@ class RecordOrder {
     // The number at a position below Count(). Run O(1); blocks O(log n), O(1) near the last one
     // asked.
     [[nodiscard]] RecordNumber At(std::uint32_t position) const noexcept {
-        const RecordNumber* const near = Near(position);
-        return near ? *near : Seek(position);
+        return IsNear(position) ? Near(position) : Seek(position);
     }
-    // The number at any position, where it stands in the block that was asked or changed last; else
-    // null, as always for a run.
-    [[nodiscard]] const RecordNumber* Near(std::uint32_t position) const noexcept {
-        const std::uint32_t within = position - cursor_.from;
-        return within < cursor_.count ? cursor_.numbers + within : nullptr;
+    // Whether a position, any, stands in the block that was asked or changed last; never in a run.
+    [[nodiscard]] bool IsNear(std::uint32_t position) const noexcept {
+        return position - cursor_.from < cursor_.count;
+    }
+    // The number there.
+    [[nodiscard]] RecordNumber Near(std::uint32_t position) const noexcept {
+        return cursor_.numbers[position - cursor_.from];
     }
     [[nodiscard]] std::uint32_t Count() const noexcept { return count_; }
     // Blocks only: the numbers from a position below Count() on that lie side by side.

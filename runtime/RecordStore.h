@@ -53,10 +53,10 @@ class RecordStore {
     // The same, or null outside 1..Count().
     [[nodiscard]] Record* Find(std::int32_t position) noexcept {
         const std::uint32_t at = Index(position);
-        if (at < lined_) [[likely]]
-            return line_ + at;
-        const RecordNumber* const near = order_.Near(at);
-        return near ? &OfNumber(*near) : FindFar(at);
+        if (at < lined_) return line_ + at;
+        if (order_.IsNear(at)) [[likely]]
+            return &OfNumber(order_.Near(at));
+        return FindFar(at);
     }
     [[nodiscard]] const Record* Find(std::int32_t position) const noexcept {
         return const_cast<RecordStore*>(this)->Find(position);
@@ -128,11 +128,13 @@ class RecordStore {
         ZeroFill(line_ + at, 1);
         return order_.First() + at;
     }
-    // Makes Take of this position possible. May throw, then nothing changed.
-    void PrepareTake(std::int32_t position);
-    // Takes the record with this number out of its position, after PrepareTake. Later ones move
-    // down; the number may be given out again.
-    [[nodiscard]] Record Take(std::int32_t position, RecordNumber number) noexcept;
+    // Makes Close of this position possible. May throw, then nothing changed.
+    void PrepareClose(std::int32_t position) {
+        if (order_.IsRun() && position != 1 && position != Count()) LeaveRun();
+    }
+    // After PrepareClose: closes the position of the record with this number, which was moved away
+    // (Taken). Later ones move down; the number may be given out again.
+    void Close(std::int32_t position, RecordNumber number) noexcept;
     // Destroys every record.
     void Clear() noexcept;
     // Room for `count` records in all without moving any. May throw.
@@ -255,25 +257,22 @@ RecordNumber RecordStore<Record>::NextNumber() {
 }
 
 template <class Record>
-void RecordStore<Record>::PrepareTake(std::int32_t position) {
-    if (order_.IsRun() && position != 1 && position != Count()) LeaveRun();
-}
-
-template <class Record>
-Record RecordStore<Record>::Take(std::int32_t position, RecordNumber number) noexcept {
-    Record taken;
-    RelocateOne(&taken, &OfNumber(number));
+void RecordStore<Record>::Close(std::int32_t position, RecordNumber number) noexcept {
     const std::uint32_t at = Index(position);
     const std::uint32_t count = order_.Count();
-    if (order_.IsRun()) {
-        order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
-        LineUp();
-    } else {
+    if (!order_.IsRun()) {
         order_.Erase(at);
         vacant_.push_back(number);
         if (count == 1) order_.SetRun(0, 0);
+    } else if (at == 0 && lined_ > 1) {
+        // What is done most in a run: the second record becomes the first.
+        order_.ResizeRun(order_.First() + 1, count - 1);
+        ++line_;
+        --lined_;
+    } else {
+        order_.ResizeRun(at == 0 ? order_.First() + 1 : order_.First(), count - 1);
+        LineUp();
     }
-    return taken;
 }
 
 template <class Record>
