@@ -105,14 +105,20 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         if (!vKeyIndex.IsText()) [[unlikely]]
             return AtPosition(Classify(vKeyIndex).Position);
         const Text& key = vKeyIndex.TextUnchecked();
-        const bool byHash =
-            !repeats_ && (!Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder()));
-        if (byHash) [[likely]] {
+        if (HashTells()) [[likely]] {
             const RecordNumber* const holder = Holder(key);
             return holder ? &records_.OfNumber(*holder) : nullptr;
         }
         const auto number = FindKey(key);
         return number ? &records_.OfNumber(*number) : nullptr;
+    }
+    // Whether a look-up by key sorts nothing and finds by hash what a search would find.
+    [[nodiscard]] bool HashTells() const noexcept {
+        if (repeats_) [[unlikely]]
+            return false;
+        if (!Sorted()) [[unlikely]]
+            return true;
+        return sortComparer_ == keyComparer_ && InSearchOrder();
     }
     [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
     // Some entry that has the key, whatever the order: mostly the one with the very text.

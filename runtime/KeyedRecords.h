@@ -217,8 +217,10 @@ class KeyedRecords : public Object {
     }
     // True when a key search would find the records in the order that it assumes.
     [[nodiscard]] bool InSearchOrder() const noexcept {
-        return Count() < 2 ||
-               (orderedByKey_ && orderMode_ == Mode() && orderDescending_ == settings_.Descending);
+        if (orderedByKey_ && orderMode_ == Mode() && orderDescending_ == settings_.Descending)
+            [[likely]]
+            return true;
+        return Count() < 2;
     }
     // Records that the keys stand in the order that a search assumes now, or in none.
     void NoteKeyOrder(bool ordered) noexcept {
