@@ -32,6 +32,11 @@ int main() {
 
     words.Add("a bird", "bird", {.Before = "cat"});
     words.Remove("the");
+    for (const char* word : {"bird", "the"}) {
+        // The item where it lies, until the collection changes, or null.
+        const zorvane::Variant* item = words.FindItem(word);
+        std::cout << word << ": " << (item ? item->ToText() : zorvane::Text("none")) << '\n';
+    }
     std::cout << "first: " << words.Key(1) << ", of " << words.Count() << '\n';
 
     zorvane::ZVCollectionEx taken = std::move(words);

@@ -82,9 +82,8 @@ class CollectionEx : public Object {
         if (!record) RaisePlatform(PlatformError::OutOfRange);
         return record->Item;
     }
-    // The same where it lies, or null where there is none: nothing is copied, and nothing raised
-    // but for what converts to no position. What the pointer names is not to be used after the next
-    // change of the collection.
+    // The same where it lies, or null where there is none: nothing is copied, and only what
+    // converts to no position raises. The pointer ends with the next change of the collection.
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const {
         if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
         const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());

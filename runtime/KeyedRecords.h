@@ -96,7 +96,7 @@ class KeyedRecords : public Object {
         RaiseNoItemAt(position);
     }
     // The same where it lies, or null where there is none: nothing is copied and nothing raised.
-    // What the pointer names is not to be used after the next change of the container.
+    // The pointer ends with the next change of the container, a look-up that re-sorts included.
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) {
         return ItemIn(Self().FindRecord(vKeyIndex));
     }
