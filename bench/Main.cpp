@@ -119,7 +119,7 @@ void Print(const std::string& group, const std::vector<Contender*>& contenders,
             if (cell.ns.empty()) {
                 std::printf("%11s", "-");
             } else {
-                std::printf("%10.1f%c", median(cell.ns), cell.truncated ? '~' : ' ');
+                std::printf("%10.1f%c", typical(cell.ns), cell.truncated ? '~' : ' ');
             }
         }
         std::printf("%s\n", rows[k].unfinished ? "  (add did not finish)" : "");
@@ -132,8 +132,9 @@ void MeasureSize(const Run& run, const std::vector<Contender*>& contenders, std:
     const std::string keys = run.random ? "random" : "sequential";
     const int repeats = run.repeats != 0 ? run.repeats : RepeatsFor(items);
     const std::vector<Row> rows = Measure(run, contenders, data, repeats);
-    std::printf("\n%zu items, %s keys: ns per operation, median of up to %d; ~ cut off at %.0f s\n",
-                items, keys.c_str(), repeats, run.options.budget);
+    std::printf(
+        "\n%zu items, %s keys: ns per operation, lower quartile of up to %d; ~ cut off at %.0f s\n",
+        items, keys.c_str(), repeats, run.options.budget);
     const int tests = run.options.extra ? TestCount : RemRandom;
     std::set<std::string> groups;
     for (const Contender* contender : contenders) groups.insert(contender->group);
@@ -142,7 +143,7 @@ void MeasureSize(const Run& run, const std::vector<Contender*>& contenders, std:
     for (std::size_t k = 0; k < contenders.size(); ++k) {
         for (int test = 0; test < tests; ++test) {
             results.Add(contenders[k]->group, contenders[k]->name, items, keys, testName[test],
-                        median(rows[k].cell[test].ns));
+                        typical(rows[k].cell[test].ns));
         }
     }
 }

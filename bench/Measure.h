@@ -1,5 +1,5 @@
 #pragma once
-// What every benchmark measures with: the processor's time of one thread, medians, and a file of
+// What every benchmark measures with: the processor's time of one thread, quartiles, and a file of
 // results that tools/bench_report reads.
 
 #include <algorithm>
@@ -55,11 +55,13 @@ inline void clearWideRegisters() {
 inline void clearWideRegisters() {}
 #endif
 
-inline double median(std::vector<double> samples) {
+// The lower quartile. Whoever shares the core, be it in another machine, halves its speed while he
+// is busy: a median would tell of one pace or the other, whichever had the more rounds.
+inline double typical(std::vector<double> samples) {
     if (samples.empty()) return NAN;
-    const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
+    const auto quarter = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 4);
+    std::nth_element(samples.begin(), quarter, samples.end());
+    return *quarter;
 }
 
 [[noreturn]] inline void fail(const std::string& who, const char* what) {
@@ -67,7 +69,7 @@ inline double median(std::vector<double> samples) {
     std::exit(2);
 }
 
-// One line per figure: group, contender, items, variant (of keys, bag or column), test, median in
+// One line per figure: group, contender, items, variant (of keys, bag or column), test, quartile in
 // nanoseconds. Lines are added to those that stand there; without a path, none is written.
 class Results {
   public:

@@ -113,8 +113,8 @@ void memcpyLine(const char* bagName, size_t bytes, int reps) {
         fresh.push_back(seconds(t0));
         std::free(p);
     }
-    report("memcpy, warm target", bagName, bytes, median(warm), median(warm));
-    report("memcpy, fresh malloc", bagName, bytes, median(fresh), median(fresh));
+    report("memcpy, warm target", bagName, bytes, typical(warm), typical(warm));
+    report("memcpy, fresh malloc", bagName, bytes, typical(fresh), typical(fresh));
 }
 
 // The bag of this project, filled outside the timing.
@@ -342,7 +342,7 @@ int main(int argc, char** argv) {
         samples.clear();
         for (int round = 0; round < 5; ++round) measureAll(s.bag, s.reps);
         for (const Samples& each : samples) {
-            report(each.what.c_str(), s.name, each.bytes, median(each.write), median(each.read));
+            report(each.what.c_str(), s.name, each.bytes, typical(each.write), typical(each.read));
         }
     }
 }
