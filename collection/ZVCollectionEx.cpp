@@ -206,9 +206,8 @@ std::int32_t ZVCollectionEx::HashCodeOf(RecordNumber number) const noexcept {
 }
 
 // Same text without regard to case, and same hash code: identical texts have that by themselves.
-bool ZVCollectionEx::HasKey(RecordNumber number, const Text& key) const noexcept {
+bool ZVCollectionEx::HasKeyLike(RecordNumber number, const Text& key) const noexcept {
     const Text& own = records_.OfNumber(number).Key;
-    if (foreignCodes_.empty() && own == key) return true;
     return EqualTexts(own, key, CompareMode::Text) && HashCodeOf(number) == HashOf(key);
 }
 

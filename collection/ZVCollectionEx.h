@@ -126,15 +126,16 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     }
     [[nodiscard]] Text GeneratedKey() const;
     [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
-    // The record that has the key: mostly the one with the very text.
+    // The record that has the key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-            if (records_.OfNumber(number).Key.SharesWith(key) && foreignCodes_.empty()) [[likely]]
+            if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
                 return true;
-            return HasKey(number, key);
+            return HasKeyLike(number, key);
         });
     }
-    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
+    // Whether its key counts as this one, with every hash code looked at.
+    [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     void NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept;
     [[nodiscard]] static SourceRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;

@@ -175,7 +175,7 @@ void CollectionEx::Set(std::u16string_view member, const Variant& value, Argumen
     SetSorted(value.ToBoolean());
 }
 
-bool CollectionEx::HasKey(RecordNumber number, const Text& key) const noexcept {
+bool CollectionEx::HasKeyLike(RecordNumber number, const Text& key) const noexcept {
     return EqualLowerCase(records_.OfNumber(number).Key, key);
 }
 

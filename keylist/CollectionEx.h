@@ -141,14 +141,15 @@ class CollectionEx : public Object {
         const auto at = static_cast<std::uint32_t>(position) - 1;
         if (at >= static_cast<std::uint32_t>(Count())) RaisePlatform(PlatformError::OutOfRange);
     }
-    // The entry that has a key: mostly the one with the very text.
+    // The entry that has a key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-            return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
+            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
         });
     }
     [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
-    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
+    // Whether its key counts as this one although not all units are the same.
+    [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // The entry of a key (raises 5) or at a position (raises 9).
     [[nodiscard]] RecordNumber NumberOf(const Variant& vKeyIndex) const {
         if (!vKeyIndex.IsText()) [[unlikely]] {

@@ -155,9 +155,9 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
     return records_.NumberAt(found.Position);
 }
 
-bool KeyListEX::HasKey(RecordNumber number, const Text& key) const noexcept {
-    const Text& own = records_.OfNumber(number).Key;
-    return own == key || (Mode() == CompareMode::Text && EqualTexts(own, key, Mode()));
+bool KeyListEX::HasKeyLike(RecordNumber number, const Text& key) const noexcept {
+    return Mode() == CompareMode::Text &&
+           EqualTexts(records_.OfNumber(number).Key, key, CompareMode::Text);
 }
 
 Text KeyListEX::Key(std::int32_t Index) const {

@@ -120,11 +120,12 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
             return true;
         return sortComparer_ == keyComparer_ && InSearchOrder();
     }
-    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept;
-    // Some entry that has the key, whatever the order: mostly the one with the very text.
+    // Whether its key counts as this one although not all units are the same.
+    [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
+    // Some entry that has the key, whatever the order: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
         return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
-            return records_.OfNumber(number).Key.SharesWith(key) || HasKey(number, key);
+            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
         });
     }
     [[nodiscard]] Search Look(Text key);
