@@ -257,19 +257,26 @@ std::span<const std::int16_t> Array::Words() const {
     return Elements<std::int16_t>();
 }
 
-bool operator==(const Array& left, const Array& right) {
+// Arrays within arrays that are still to be compared wait in `inner`.
+bool Array::SameButInner(const Array& left, const Array& right, std::vector<Pair>& inner) {
     if (left.block_ == right.block_) return true;
     if (left.ElementType() != right.ElementType() || left.Count() != right.Count() ||
         left.LowerBound() != right.LowerBound()) {
         return false;
     }
+    const auto sameValue = [&](const Variant& one, const Variant& other) {
+        if (!one.IsArray() || !other.IsArray()) return one == other;
+        inner.emplace_back(&one.AsArray(), &other.AsArray());
+        return true;
+    };
     switch (left.ElementType()) {
         case VarType::String:
             return std::ranges::equal(left.Elements<Text>(), right.Elements<Text>());
         case VarType::Object:
             return std::ranges::equal(left.Elements<Ref<Object>>(), right.Elements<Ref<Object>>());
         case VarType::Variant:
-            return std::ranges::equal(left.Elements<Variant>(), right.Elements<Variant>());
+            return std::ranges::equal(left.Elements<Variant>(), right.Elements<Variant>(),
+                                      sameValue);
         case VarType::Decimal:
             return std::ranges::equal(left.Elements<Decimal>(), right.Elements<Decimal>());
         case VarType::Empty:
@@ -277,6 +284,18 @@ bool operator==(const Array& left, const Array& right) {
         default:
             return std::ranges::equal(left.Bytes(), right.Bytes());
     }
+}
+
+// Not by recursion: a deep nest would exhaust the stack.
+bool operator==(const Array& left, const Array& right) {
+    std::vector<Array::Pair> inner;
+    if (!Array::SameButInner(left, right, inner)) return false;
+    while (!inner.empty()) {
+        const auto [one, other] = inner.back();
+        inner.pop_back();
+        if (!Array::SameButInner(*one, *other, inner)) return false;
+    }
+    return true;
 }
 
 }  // namespace zorvane

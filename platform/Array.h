@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "platform/VarType.h"
 
@@ -63,7 +64,7 @@ class Array {
         return {static_cast<T*>(const_cast<void*>(Data())), static_cast<std::size_t>(Count())};
     }
 
-    // Same element type, bounds and elements.
+    // Same element type, bounds and elements. Allocates for arrays within arrays only.
     friend bool operator==(const Array& left, const Array& right);
 
   private:
@@ -72,6 +73,8 @@ class Array {
     const void* Data() const noexcept;
     static void Free(Block* block) noexcept;
     static Block* LastReferenceOf(Variant& value) noexcept;
+    using Pair = std::pair<const Array*, const Array*>;
+    static bool SameButInner(const Array& left, const Array& right, std::vector<Pair>& inner);
     void Unshare();
 
     Block* block_ = nullptr;

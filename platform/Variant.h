@@ -135,13 +135,15 @@ class Variant {
     [[nodiscard]] const Text& TextUnchecked() const noexcept { return text_; }
     [[nodiscard]] std::int32_t LongUnchecked() const noexcept { return long_; }
     [[nodiscard]] std::int16_t IntegerUnchecked() const noexcept { return integer_; }
-    // The payload's eight bytes, little end first, for scalar types; 0 for anything counted.
+    // The payload's eight bytes, little end first, for scalar types; of a Decimal the low part; 0
+    // for anything counted.
     [[nodiscard]] std::uint64_t ScalarBits() const noexcept;
-    // A scalar of `type` whose payload starts with these bytes; Empty for counted and unknown
-    // types.
+    // A scalar of `type` whose payload starts with these bytes; Empty for counted and unknown types
+    // and for Decimal.
     [[nodiscard]] static Variant FromScalarBits(VarType type, std::uint64_t bits) noexcept;
 
-    // Same type and same value; objects by identity, floats bit by bit.
+    // Same type and same value; objects by identity, floats bit by bit. Allocates for arrays within
+    // arrays only.
     friend bool operator==(const Variant& left, const Variant& right);
     friend void swap(Variant& left, Variant& right) noexcept {
         const Raw kept = left.Words();

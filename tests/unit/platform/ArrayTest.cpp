@@ -107,6 +107,21 @@ TEST(Array_Free, ADeepNestNeedsNoStackAndEndsWithItsLastObject) {
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
+// Catches comparison by recursion, and an innermost value that is not looked at.
+TEST(Array_Equality, ADeepNestNeedsNoStack) {
+    const auto nestAround = [](Variant nest) {
+        for (int depth = 0; depth < 300000; ++depth) {
+            Array around(VarType::Variant, 0, 1);
+            around.SetAt(0, nest);
+            nest = around;
+        }
+        return nest;
+    };
+    const Variant nest = nestAround(1);
+    EXPECT_TRUE(nest == nestAround(1));
+    EXPECT_FALSE(nest == nestAround(2));
+}
+
 TEST(Array_Bytes, AreThereForNumbersAndRefusedForCountedElements) {
     Array array = Array::OfWords(std::array<std::int16_t, 3>{1, -2, 3});
     const Array kept = array;

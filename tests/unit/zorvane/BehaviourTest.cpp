@@ -100,6 +100,10 @@ TYPED_TEST(Behaviour_NeedsNoMemory, FindingAnItemWhereItLies) {
             EXPECT_EQ(c.FindItem(kCount + 1), nullptr);
             EXPECT_EQ(c.FindItem(0), nullptr);
             EXPECT_EQ(c.FindItem(-1), nullptr);
+            if constexpr (requires(const C same) { same.FindItem(1); }) {
+                EXPECT_EQ(std::as_const(c).FindItem(1), first);
+                EXPECT_EQ(std::as_const(c).FindItem(c.Key(1)), first);
+            }
         });
         C c;
         Fill(c);
