@@ -2,9 +2,11 @@
 // ZVCollectionEx: records under one text key, found through a hash, optionally kept sorted.
 //
 // Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
-// once; while Sorted() and only Add, Remove, Sort and SortBy are used, keys follow Compare() and
-// Descending(). Kept: assigning Sorted or Descending sorts nothing; until the next sort by key, the
-// binary search looks the wrong way, while look-ups go by hash and miss nothing. Two keys are the
+// once; while Sorted() and only Add and Remove are used, keys follow Compare() and Descending();
+// sorted by a column of numbers or "item", keys are in order again from the next Add on. Kept:
+// assigning Sorted or Descending sorts nothing, and neither does selecting "key" or "itemstring"
+// restore the order of keys; until the next sort by key, the binary search looks the wrong way,
+// while look-ups go by hash and miss nothing. Two keys are the
 // same when their hash codes are equal and their texts are equal without regard to case. Cost:
 // look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
 // at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
@@ -44,12 +46,12 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
 
     // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
     // the place follows from the key; otherwise from Before, After or Position (1..Count()+1), else
-    // the end. An empty key is replaced by a generated one unless Sorted. ItemLong and ItemString
-    // of the new entry are 0 and "". Fails when the key is in use (28501, whatever Unique says),
-    // when Before or After names no entry or is neither key nor position (28503), and when it leads
-    // out of range or the key of a sorted collection is empty (28502): raised with ReturnItem, else
-    // returned as the Integer -28501, -28503 or -28500. A failure adds nothing, but may have grown
-    // the store or restored key order.
+    // the end; Before may be Count()+1 and After 0. An empty key is replaced by a generated one
+    // unless Sorted. ItemLong and ItemString of the new entry are 0 and "". Fails when the key is
+    // in use (28501, whatever Unique says), when Before or After names no entry or is neither key
+    // nor position (28503), and when it leads out of range or the key of a sorted collection is
+    // empty (28502): raised with ReturnItem, else returned as the Integer -28501, -28503 or -28500.
+    // A failure adds nothing, but may have grown the store or restored key order.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
 
     // Whether an entry has the key, by binary search; Index receives its position, or where the key
@@ -66,6 +68,14 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
     // Index <= 0 setting 1..6 (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty
     // for anything out of range. HashIndex: O(Count()) for the first after a change, then O(1).
     [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
+
+    // As in a key list, and look-ups never re-sort here.
+    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const noexcept {
+        return ItemIn(FindRecord(vKeyIndex));
+    }
+    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) const noexcept {
+        return ItemIn(records_.Find(position));
+    }
 
     // Whether a key or position names an entry. A key: Index receives its position, or Count()+1. A
     // position leaves Index as it is. Never re-sorts.
@@ -119,8 +129,11 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
         return holder ? Entry{*holder, records_.PositionOf(*holder)} : Entry{};
     }
     [[nodiscard]] CollectionRecord* FindRecord(const Variant& vKeyIndex) noexcept {
+        return const_cast<CollectionRecord*>(std::as_const(*this).FindRecord(vKeyIndex));
+    }
+    [[nodiscard]] const CollectionRecord* FindRecord(const Variant& vKeyIndex) const noexcept {
         if (!vKeyIndex.IsText()) [[unlikely]]
-            return AtPosition(Classify(vKeyIndex).Position);
+            return records_.Find(Classify(vKeyIndex).Position);
         const RecordNumber* const number = Holder(vKeyIndex.TextUnchecked());
         return number ? &records_.OfNumber(*number) : nullptr;
     }

@@ -83,7 +83,8 @@ class CollectionEx : public Object {
         return record->Item;
     }
     // The same where it lies, or null where there is none: nothing is copied, and only what
-    // converts to no position raises. The pointer ends with the next change of the collection.
+    // converts to no position raises. A position is converted as Item does it, unlike Exists. The
+    // pointer ends with the next change of the collection.
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const {
         if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
         const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());

@@ -1,14 +1,15 @@
 #pragma once
 // KeyListEX: records under one text key, kept in key order and re-sortable by any column.
 //
-// While Sorted() and only Add, Remove, Sort and SortBy are used, keys follow Compare() and
-// Descending(), and while Unique() too no two are equal. Kept: assigning Sorted, Descending or
-// Unique sorts and checks nothing; until the next sort by key, searches may then miss keys that are
-// there, and Add may repeat one. A look-up by key may re-sort: look-ups are not const, and earlier
-// positions go stale. Cost: look-up by key and by position O(1) to O(log n), Add and Remove O(log
-// n) comparisons and the move of at most a block of 4-byte numbers, whatever the count; while k
-// entries share a key, O(k) more for any. A sort, and so SetKey while Sorted, O(n log n), in
-// integers O(n log^2 n) where values tie.
+// While Sorted() and only Add and Remove are used, keys follow Compare() and Descending(), and
+// while Unique() too no two are equal; sorted by "item" or "itemlong", keys are in order again from
+// the next look-up by key or Add on. Kept: assigning Sorted, Descending or Unique sorts and checks
+// nothing, and neither does selecting "key" or "itemstring" restore the order of keys; until the
+// next sort by key, searches may then miss keys that are there, and Add may repeat one. A look-up
+// by key may re-sort: look-ups are not const, and earlier positions go stale. Cost: look-up by key
+// and by position O(1) to O(log n), Add and Remove O(log n) comparisons and the move of at most a
+// block of 4-byte numbers, whatever the count; while k entries share a key, O(k) more for any. A
+// sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n) where values tie.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
 
@@ -42,10 +43,11 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
     // the place follows from the key and Before and After are ignored; otherwise the entry goes
     // where they say, or to the end; a repeated key (Unique False) goes in front of its equals.
-    // Position of the options is not used. ItemLong and ItemString of the new entry are 0 and "".
-    // Fails when the key is in use (28501), Before or After is out of range (28502) or names no
-    // entry or is neither key nor position (28503): raised with ReturnItem, else returned as the
-    // Integer -28501, -28500 or -28503. A failure adds nothing.
+    // Position of the options is not used. Before may be Count()+1 and After 0. ItemLong and
+    // ItemString of the new entry are 0 and "". Fails when the key is in use (28501), Before or
+    // After is out of range (28502) or names no entry or is neither key nor position (28503):
+    // raised with ReturnItem, else returned as the Integer -28501, -28500 or -28503. A failure adds
+    // nothing.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
 
     // Slots in the store: grows by Granularity when full, shrinks to Count() when more than
@@ -71,8 +73,9 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] Text Key(std::int32_t Index) const;
     // Renames an entry and, while Sorted, re-sorts by the current column. Raises 28500 outside
     // 1..Count() and, while Unique, 28501 when the key is in use, be it by the entry itself.
-    // Kept: while ordered by another column, the search for the new key re-sorts first, and the
-    // entry that then stands at the position is the one renamed.
+    // Raises 13, renamed already, when it re-sorts by an item that has no text form. Kept: while
+    // ordered by another column, the search for the new key re-sorts first, and the entry that then
+    // stands at the position is the one renamed.
     void SetKey(std::int32_t Index, Text value);
 
     // The items as they stood when the first enumeration since the last Add, Remove or Clear began.

@@ -135,7 +135,9 @@ class KeyedRecords : public Object {
     // is nothing to sort. Raises 13 when a value of "item" has no text form; then nothing moved.
     bool Sort();
     // Selects a column by name, without regard to case, and sorts on request. A name that is
-    // unknown selects no column. Kept: the result is inverted; True means that the name is unknown.
+    // unknown selects no column. Kept: whether a look-up by key re-sorts first depends on the
+    // column that is selected, not on the order that the records have; "key" and "itemstring" count
+    // as one. Kept: the result is inverted; True means that the name is unknown.
     bool SortBy(const Text& Column, bool SortNow = false);
 
     // Assigning does not sort.
@@ -202,6 +204,9 @@ class KeyedRecords : public Object {
         if (Record* record = Self().FindRecord(vKeyIndex)) [[likely]]
             return *record;
         RaiseMissing(member, vKeyIndex);
+    }
+    [[nodiscard]] static const Variant* ItemIn(const Record* record) noexcept {
+        return record ? &record->Item : nullptr;
     }
     [[nodiscard]] Entry EntryAt(std::int32_t position) const noexcept {
         if (position < 1 || position > Count()) return {};
@@ -288,9 +293,6 @@ class KeyedRecords : public Object {
     [[nodiscard]] Record& FindKept(const Variant kept, const std::u16string_view& member) {
         if (Record* record = Self().FindRecord(kept)) return *record;
         RaiseMissing(member, kept);
-    }
-    [[nodiscard]] static const Variant* ItemIn(const Record* record) noexcept {
-        return record ? &record->Item : nullptr;
     }
     // Takes what it needs by reference: whoever finds an entry shall have nothing to prepare.
     [[noreturn, gnu::noinline]] static void RaiseMissing(const std::u16string_view& member,
