@@ -146,7 +146,7 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
     if (Count() == 0) return std::nullopt;
     const Text key = sought;  // which may live in a record that a re-sort moves
     if (Sorted()) RestoreKeyOrder();
-    if (!repeats_ && (!Sorted() || InSearchOrder())) {
+    if (HashTells()) {
         const RecordNumber* const holder = Holder(key);
         return holder ? std::optional(*holder) : std::nullopt;
     }

@@ -27,7 +27,7 @@ class KeyIndex {
         while (slot->hash != 0) {
             if (slot->hash == hash && matches(slot->number)) [[likely]]
                 return &slot->number;
-            slot = slot == last_ ? &slots_[0] : slot + 1;
+            slot = slot == &slots_[mask_] ? &slots_[0] : slot + 1;
         }
         return nullptr;
     }
@@ -82,7 +82,6 @@ class KeyIndex {
     friend void swap(KeyIndex& left, KeyIndex& right) noexcept {
         swap(left.slots_, right.slots_);
         std::swap(left.mask_, right.mask_);
-        std::swap(left.last_, right.last_);
         std::swap(left.shift_, right.shift_);
         std::swap(left.count_, right.count_);
     }
@@ -101,7 +100,6 @@ class KeyIndex {
         LargeArray<Slot> slots(size);
         swap(slots_, slots);
         mask_ = size - 1;
-        last_ = &slots_[mask_];
         shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(size));
         count_ = 0;
         for (std::uint32_t at = 0; at < slots.Size(); ++at) {
@@ -111,7 +109,6 @@ class KeyIndex {
 
     LargeArray<Slot> slots_;
     std::uint32_t mask_ = 0;
-    Slot* last_ = nullptr;
     std::uint32_t shift_ = 0;
     std::uint32_t count_ = 0;
 };
