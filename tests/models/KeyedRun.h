@@ -37,7 +37,8 @@ class KeyedRun : public StepRun {
         // Case pairs, an umlaut in both cases, a key whose hash is negative, long keys that differ
         // only behind the hashed part, one that sorts between, and two of one hash that only case
         // tells apart.
-        static const Text kLong(std::u16string(130, u'x')), kFours(std::u16string(4, u'\uFFFF'));
+        static const Text kLong(std::u16string(130, u'x')), kCapital(std::u16string(130, u'X')),
+            kFours(std::u16string(4, u'\uFFFF'));
         static const Text kOdd[] = {"",
                                     "Ab",
                                     "aB",
@@ -55,7 +56,7 @@ class KeyedRun : public StepRun {
                                     kLong + u"\u0100",
                                     u"\u0100\u01C6",
                                     u"\u0101\u01C4",
-                                    Text(std::u16string(130, u'X') + u"1")};
+                                    kCapital + "1"};
         if (!calm_ && Chance(15)) return kOdd[Below(std::size(kOdd))];
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
@@ -223,7 +224,6 @@ class KeyedRun : public StepRun {
         source.Cells.push_back({Chance(50), static_cast<std::int32_t>(Below(3)), Chance(20),
                                 static_cast<std::int32_t>(1 + Below(60)), Chance(80), Chance(80)});
         for (std::int32_t i = 0; i < n; ++i) source.Cells.push_back(SourceRecord());
-        source.CountAnswer = n;
         if (Chance(50)) {
             return Do(
                 "CopyFrom, elsewhere",

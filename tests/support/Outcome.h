@@ -1,6 +1,7 @@
 #pragma once
 // An operation's outcome as one line, so that a container and its model can be compared at once.
 
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -27,6 +28,17 @@ std::string OutcomeOf(Operation&& operation) {
         line << "raised " << error.Number << " | " << error.Source << " | " << error.Description;
     }
     return line.str();
+}
+
+// The number of the error that the operation raises, or 0.
+template <class Operation>
+std::int32_t NumberRaisedBy(Operation&& operation) {
+    try {
+        operation();
+    } catch (const Error& error) {
+        return error.Number;
+    }
+    return 0;
 }
 
 }  // namespace zorvane

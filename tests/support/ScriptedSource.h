@@ -13,7 +13,7 @@ namespace zorvane {
 class ScriptedSource : public Object {
   public:
     std::vector<std::vector<Variant>> Cells;  // row 0: the settings; then the records
-    Variant CountAnswer;
+    Variant CountAnswer;                      // Empty: as many as there are
 
     [[nodiscard]] Text TypeName() const override { return u"ScriptedSource"; }
     Variant Call(std::u16string_view member, Arguments arguments = {}) override {
@@ -25,8 +25,9 @@ class ScriptedSource : public Object {
         return row < Cells.size() && column < Cells[row].size() ? Cells[row][column] : Variant();
     }
     Variant Get(std::u16string_view member, Arguments arguments = {}) override {
-        if (EqualTexts(member, u"Count", CompareMode::Text)) return CountAnswer;
-        return Object::Get(member, arguments);
+        if (!EqualTexts(member, u"Count", CompareMode::Text)) return Object::Get(member, arguments);
+        if (!CountAnswer.IsEmpty()) return CountAnswer;
+        return static_cast<std::int32_t>(Cells.size()) - 1;
     }
 };
 

@@ -14,7 +14,6 @@ TEST(KeyListEX_Remove, ACopiedStepBelowAllNumbersDoesNoHarm) {
     ScriptedSource source;
     source.Cells = {{false, 0, false, INT32_MIN, true, true}};
     for (const char* key : {"a", "b", "c"}) source.Cells.push_back({key, 0, u"", key});
-    source.CountAnswer = 3;
     KeyListEX list;
     list.CopyFrom(source);
     EXPECT_EQ(list.Remove(u"b"), Variant(2));
