@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <unordered_set>
 
@@ -113,44 +112,36 @@ TEST(ProductsOfHalves, AreTheSameWithAndWithoutVectors) {
 
 // Keys as people and programs make them: none may come together in a few hashes.
 TEST(HashFolded, KeepsApartWhatDiffersInFewUnitsOfEachKind) {
-    constexpr int kKeys = 20'000;
-    const auto decimal = [](int i) {
-        const std::string digits = std::to_string(i);
-        return std::u16string(digits.begin(), digits.end());
-    };
-    // Digits to the base, one in every `step` units.
-    const auto spread = [](int i, int step, int base, std::u16string_view first, char16_t lowest) {
-        std::u16string key;
-        for (; i > 0; i /= base) {
-            key += std::u16string(static_cast<std::size_t>(step) - 1, u'x');
-            key += first;
-            key += static_cast<char16_t>(lowest + i % base);
-        }
-        return key;
-    };
     const struct {
         const char* what;
-        std::function<std::u16string(int)> keyOf;
+        std::size_t step;  // a digit of a counted number stands in every so many units,
+        int base;          // to this base,
+        int lowest;        // 0 as this unit,
+        int apart = 1;     // and the next so far from it;
+        std::u16string before = u"", head = u"", tail = u"";  // each digit, and the whole key
     } rows[] = {
-        {"counted up", [&](int i) { return u"String" + decimal(i); }},
-        {"counted up in a long name",
-         [&](int i) { return u"a rather long name, of which number " + decimal(i) + u" is one"; }},
-        {"every second unit", [&](int i) { return spread(i, 2, 10, u"", u'0'); }},
-        {"every fourth unit", [&](int i) { return spread(i, 4, 10, u"", u'0'); }},
-        {"every eighth unit", [&](int i) { return spread(i, 8, 10, u"", u'0'); }},
-        {"the top bit of every fourth unit",
-         [&](int i) {
-             std::u16string key = spread(i + (1 << 15), 4, 2, u"", u'0');
-             for (char16_t& unit : key) unit = unit == u'1' ? u'\x8030' : unit;
-             return key;
-         }},
-        {"Chinese", [&](int i) { return spread(i, 1, 200, u"", u'\x4E00'); }},
-        {"emoji", [&](int i) { return spread(i, 1, 60, u"\xD83D", u'\xDE00'); }},
+        {"counted up", 1, 10, u'0', 1, u"", u"String"},
+        {"in a long name", 1, 10, u'0', 1, u"", u"a rather long name, of which number ",
+         u" is one"},
+        {"every second unit", 2, 10, u'0'},
+        {"every fourth unit", 4, 10, u'0'},
+        {"every eighth unit", 8, 10, u'0'},
+        {"the top bit of every fourth unit", 4, 2, u'0', 0x8000},
+        {"Chinese", 1, 200, 0x4E00},
+        {"emoji", 1, 60, 0xDE00, 1, u"\xD83D"},
     };
-    for (const auto& [what, keyOf] : rows) {
+    constexpr std::size_t kKeys = 20'000;
+    for (const auto& row : rows) {
         std::unordered_set<std::uint32_t> hashes;
-        for (int i = 0; i < kKeys; ++i) hashes.insert(HashFolded(keyOf(i)));
-        EXPECT_GT(hashes.size(), kKeys * 99 / 100) << what;
+        for (std::size_t i = 0; i < kKeys; ++i) {
+            std::u16string key = row.head;
+            for (int left = (1 << 15) + static_cast<int>(i); left > 0; left /= row.base) {
+                key += std::u16string(row.step - 1, u'x') + row.before;
+                key += static_cast<char16_t>(row.lowest + left % row.base * row.apart);
+            }
+            hashes.insert(HashFolded(key + row.tail));
+        }
+        EXPECT_GT(hashes.size(), kKeys * 99 / 100) << row.what;
     }
 }
 

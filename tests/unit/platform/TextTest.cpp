@@ -78,12 +78,5 @@ TEST(Text_Make, UnitsThatFillLeavesAreZeroAndALengthMustFitAPosition) {
     EXPECT_THROW(static_cast<void>(Text::Make(0x40000000, [](char16_t*) {})), std::length_error);
 }
 
-TEST(Text_FoldedHash, IsTheSameForEqualUnitsInTwoBlocksAndNeverZero) {
-    EXPECT_EQ(Text(u"Zorvane").FoldedHash(), Text(u"zORVANE").FoldedHash());
-    EXPECT_NE(Text(u"Zorvane").FoldedHash(), Text(u"Zorvan").FoldedHash());
-    EXPECT_NE(Text().FoldedHash(), 0u);
-    EXPECT_EQ(Text().FoldedHash(), HashFolded({}));
-}
-
 }  // namespace
 }  // namespace zorvane
