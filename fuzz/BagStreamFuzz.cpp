@@ -11,6 +11,7 @@
 #include "propbag/StreamEncoder.h"
 #include "propbag/ZVPropertyBag.h"
 #include "tests/support/AllocationFaults.h"
+#include "tests/unit/propbag/Words.h"
 
 namespace {
 
@@ -33,12 +34,6 @@ void UseEverything(const ZVPropertyBag& bag) {
         IgnoringErrors([&] { value = bag.ReadProperty(name); });
         IgnoringErrors([&] { value = bag.ReadProperty(name, {.Index = i}); });
     }
-}
-
-Array WordsAfterATrip(const Array& words) {
-    ZVPropertyBag bag;
-    bag.SetContents(words);
-    return bag.Contents();
 }
 
 // A stream that a checker has nothing against is written again word for word, but for Null and
@@ -86,8 +81,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         "words take memory as they are many, whatever they say");
     UseEverything(bag);
     const Array once = bag.Contents();
-    const Array twice = WordsAfterATrip(once);
-    Require(WordsAfterATrip(twice) == twice, "what was written twice stays");
+    const Array twice = BagFrom(once).Contents();
+    Require(BagFrom(twice).Contents() == twice, "what was written twice stays");
 
     const BagReading checked = DecodeBag(words, StreamCare::Checker);
     Require(checked.State.Entries.size() <= static_cast<std::size_t>(bag.Count()),

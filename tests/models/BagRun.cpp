@@ -163,9 +163,7 @@ class Run : public StepRun {
     }
     // A property out of an object's words.
     static Variant ValueIn(const Variant& words, const char16_t* name, Variant value) {
-        ZVPropertyBag bag;
-        bag.SetContents(words);
-        static_cast<void>(bag.ItemFn(name, value));
+        static_cast<void>(BagFrom(words).ItemFn(name, value));
         return value;
     }
 

@@ -6,8 +6,8 @@
 
 #include "propbag/SameValue.h"
 #include "propbag/ZVPropertyBag.h"
+#include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
-#include "tests/unit/Raises.h"
 #include "tests/unit/propbag/Words.h"
 
 namespace zorvane {
@@ -63,8 +63,7 @@ TEST(ZVPropertyBag_Settings, KeptAGranularityOutOfTheWordsStandsAsReadAndDoesNoH
     for (const bool low : {true, false}) {
         Words words = TwoEntries();
         words[54] = low ? INT16_MIN : INT16_MAX;
-        ZVPropertyBag bag;
-        bag.SetContents(Array::OfWords(words));
+        ZVPropertyBag bag = BagFrom(words);
         EXPECT_EQ(bag.Granularity(), (low ? INT32_MIN : 0x7FFF0000) + 16);
         for (int i = 0; i < 100; ++i) bag.WriteProperty("n" + std::to_string(i), i);
         EXPECT_EQ(bag.Count(), 102);

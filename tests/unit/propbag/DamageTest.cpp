@@ -29,9 +29,7 @@ TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
         Words value;
         Append(value, "200C 0010 0001 0000 0000 0000 0000 0000", depth);
         Append(value, "0003 0004 0001 0000");
-        ZVPropertyBag bag;
-        bag.SetContents(Array::OfWords(OneEntry(value)));
-        EXPECT_EQ(bag.Count(), depth == kStreamDepth ? 1 : 0);
+        EXPECT_EQ(BagFrom(OneEntry(value)).Count(), depth == kStreamDepth ? 1 : 0);
     }
     // Beside one another there may be any number.
     Words wide = Hex("200C 0010 0200 0000 0000 0000 01FF 0000");
@@ -51,11 +49,7 @@ TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
                  {"names from 0 to 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 1},
                  {"a Long where the names should be", Patched({{6, 3}}), 0},
                  {"skipped to beyond the end", flagless, 1}};
-    for (const auto& row : table) {
-        ZVPropertyBag bag;
-        bag.SetContents(Array::OfWords(row.words));
-        EXPECT_EQ(bag.Count(), row.count) << row.what;
-    }
+    for (const auto& row : table) EXPECT_EQ(BagFrom(row.words).Count(), row.count) << row.what;
 }
 
 // Damage is named by its word, so that a person can look at it.

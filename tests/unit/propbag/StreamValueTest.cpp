@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "propbag/StreamValue.h"
-#include "tests/unit/Raises.h"
+#include "tests/support/Outcome.h"
 #include "tests/unit/propbag/Words.h"
 
 namespace zorvane {
@@ -24,23 +24,15 @@ struct Stream {
     std::int32_t Position = 0;
 };
 
-Array TextsFrom(std::int32_t lower, const char16_t* first, const char16_t* second) {
-    Array texts(VarType::String, lower, 2);
-    texts.SetAt(lower, first);
-    texts.SetAt(lower + 1, second);
-    return texts;
-}
-
 TEST(WriteStreamValue, ABagWrittenValueByValueIsTheBagsOwnStream) {
     Stream stream(65536);
     stream.Words.SetAt(0, -1);
     stream.Words.SetAt(1, -1);
     stream.Position = 2;
-    for (const Variant& value : {Variant(2), Variant(TextsFrom(1, u"Caption", u"Left")),
-                                 Variant(Array(VarType::String, 1, 2)), Variant(u"Hi"),
-                                 Variant(1200), Variant(16), Variant(true), Variant(true)}) {
-        stream.Write(value);
-    }
+    const Array names = ArrayOf(VarType::String, 1, u"Caption", u"Left");
+    const Array noNames(VarType::String, 1, 2);
+    const Variant values[] = {2, names, noNames, u"Hi", 1200, 16, true, true};
+    for (const Variant& value : values) stream.Write(value);
     EXPECT_EQ(stream.Position, 61);
     EXPECT_EQ(stream.Capacity, 65536);
     EXPECT_EQ(ToHex(stream.Words.Words().first(61)), ToHex(TwoEntries()));
@@ -49,8 +41,6 @@ TEST(WriteStreamValue, ABagWrittenValueByValueIsTheBagsOwnStream) {
 // The stream grows when its highest index is not greater than the position and the margin.
 TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
     const std::int32_t step = 0x8000;
-    Array values(VarType::Variant, 0, 1);
-    values.SetAt(0, u"abc");
     const struct {
         const char* what;
         Variant value;
@@ -63,10 +53,10 @@ TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
         {"text", u"abcde", 9, step + 5},
         {"array header", Array(VarType::String, 0, 0), 8, step},
         // One word less than its margin, and the second text is what no longer fits.
-        {"texts", TextsFrom(0, u"abc", u"de"), 8 + 5 + 4, step + 2},
+        {"texts", ArrayOf(VarType::String, 0, u"abc", u"de"), 8 + 5 + 4, step + 2},
         {"numbers", Array(VarType::Long, 0, 3), 8 + 6 + 8, step + 6},
         {"odd bytes", Array(VarType::Byte, 0, 3), 8 + 2 + 8, step + 2},
-        {"values", values, 8 + 7, step + 3},
+        {"values", ArrayOf(VarType::Variant, 0, u"abc"), 8 + 7, step + 3},
     };
     for (const auto& row : table) {
         Stream enough(row.margin + 1);
@@ -102,8 +92,8 @@ TEST(WriteStreamValue, WrongStreamsAndPositionsRaiseAndChangeNothing) {
         EXPECT_EQ(NumberRaisedBy(write), row.written) << row.what;
         EXPECT_EQ(words, Array(row.element, 0, 21)) << row.what;
         EXPECT_EQ(position, row.position) << row.what;
-        EXPECT_EQ(NumberRaisedBy([&] { (void)ReadStreamValue(words, position); }), row.read)
-            << row.what;
+        const auto read = [&] { return ReadStreamValue(words, position); };
+        EXPECT_EQ(NumberRaisedBy(read), row.read) << row.what;
     }
 }
 

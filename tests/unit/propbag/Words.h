@@ -40,6 +40,26 @@ inline Words WordsOf(const ZVPropertyBag& bag) {
     return {contents.Words().begin(), contents.Words().end()};
 }
 
+// A bag that held something else before.
+inline ZVPropertyBag BagFrom(const Variant& contents) {
+    ZVPropertyBag bag;
+    bag.WriteProperty(u"Old", 1);
+    bag.SetGranularity(99);
+    bag.SetContents(contents);
+    return bag;
+}
+inline ZVPropertyBag BagFrom(const Words& words) {
+    return BagFrom(Array::OfWords(words));
+}
+
+template <class... Values>
+Array ArrayOf(VarType element, std::int32_t lower, const Values&... values) {
+    Array array(element, lower, sizeof...(values));
+    std::int64_t at = lower;
+    (array.SetAt(static_cast<std::int32_t>(at++), values), ...);
+    return array;
+}
+
 // "Caption" set to "Hi" and "Left" set to the Long 1200, with the settings of a new bag: 61 words.
 inline Words TwoEntries() {
     return Hex(

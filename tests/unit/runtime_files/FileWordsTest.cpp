@@ -16,10 +16,7 @@ TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
     const Folder folder;
     folder.Make("file=abcd long=abcd closed=abcd closed!0 fifo| dangling>nowhere circle>circle");
     std::filesystem::resize_file(folder.At("long"), std::uintmax_t{1} << 33);
-    const struct {
-        const char* what;
-        Text path;
-    } cases[] = {
+    const std::pair<const char*, Text> cases[] = {
         {"missing", folder.At("missing")},
         {"empty path", ""},
         {"directory", folder.Path()},
@@ -33,7 +30,7 @@ TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
     };
     const OrdinaryUser user(folder);
     EXPECT_FALSE(ReadFileWords(folder.At("file")).IsEmpty());
-    for (const auto& c : cases) EXPECT_TRUE(ReadFileWords(c.path).IsEmpty()) << c.what;
+    for (const auto& [what, path] : cases) EXPECT_TRUE(ReadFileWords(path).IsEmpty()) << what;
 }
 
 TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {
@@ -65,8 +62,7 @@ TEST(WriteFileWords, AFileIsWrittenAgainWhereverItDiffersAndOnlyThen) {
 
 TEST(WriteFileWords, ModeAndOwnerAreKept) {
     const Folder folder;
-    folder.Put("file", "abcd");
-    ASSERT_EQ(::chmod(folder.At("file").c_str(), 0640), 0);
+    folder.Make("file=abcd file!640");
     if (::geteuid() == 0) {
         ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 2345), 0);
     }

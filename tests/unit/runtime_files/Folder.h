@@ -59,25 +59,15 @@ class Folder {
             const std::size_t at = std::min(word.find_first_of("=>&|!"), word.size());
             const std::string name = word.substr(0, at), path = At(name);
             const std::string rest = word.substr(std::min(at + 1, word.size()));
-            switch (word[at]) {
-                case '=':
-                    Put(name, rest);
-                    break;
-                case '>':
-                    std::filesystem::create_symlink(rest[0] == '/' ? path_ + rest : rest, path);
-                    break;
-                case '&':
-                    std::filesystem::create_hard_link(At(rest), path);
-                    break;
-                case '|':
-                    Must(::mkfifo(path.c_str(), 0600) == 0);
-                    break;
-                case '!':
-                    Must(::chmod(path.c_str(), static_cast<mode_t>(std::stoi(rest, {}, 8))) == 0);
-                    break;
-                default:
-                    std::filesystem::create_directory(path);
-            }
+            const char kind = word.c_str()[at];
+            if (kind == '\0') std::filesystem::create_directory(path);
+            if (kind == '=') Put(name, rest);
+            if (kind == '>')
+                std::filesystem::create_symlink(rest[0] == '/' ? path_ + rest : rest, path);
+            if (kind == '&') std::filesystem::create_hard_link(At(rest), path);
+            if (kind == '|') Must(::mkfifo(path.c_str(), 0600) == 0);
+            if (kind == '!')
+                Must(::chmod(path.c_str(), static_cast<mode_t>(std::stoi(rest, {}, 8))) == 0);
         }
     }
     [[nodiscard]] struct stat State(const std::string& name) const {
@@ -99,13 +89,12 @@ class Folder {
     std::string path_;
 };
 
-// Bytes, an even number of them, as an array of words.
+// Bytes as an array of words, the last padded by 0.
 inline Variant WordsOf(const std::string& bytes) {
-    std::vector<std::int16_t> words(bytes.size() / 2);
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const auto low = static_cast<unsigned char>(bytes[2 * i]);
-        const auto high = static_cast<unsigned char>(bytes[2 * i + 1]);
-        words[i] = static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8));
+    std::vector<std::int16_t> words((bytes.size() + 1) / 2);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const int byte = static_cast<unsigned char>(bytes[i]) << (i % 2 * 8);
+        words[i / 2] = static_cast<std::int16_t>(words[i / 2] | byte);
     }
     return Array::OfWords(words);
 }

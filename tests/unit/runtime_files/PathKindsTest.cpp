@@ -105,10 +105,10 @@ TEST(WriteFileWords, EveryKindOfPathIsServedOrLeftAlone) {
 TEST(WriteFileWords, AFileThatBelongsToAnotherKeepsItsOwner) {
     if (::geteuid() != 0) GTEST_SKIP() << "needs root to make a file of another user";
     const Folder folder;
-    folder.Put("file", "abcdefgh");
+    folder.Make("file=abcdefgh");
     { const OrdinaryUser user(folder); }
     ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 65534), 0);
-    ASSERT_EQ(::chmod(folder.At("file").c_str(), 0660), 0);
+    folder.Make("file!660");
     Must(::setegid(65534) == 0 && ::seteuid(65534) == 0);
     modZorvane::WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
     Must(::seteuid(0) == 0 && ::setegid(0) == 0);
