@@ -28,11 +28,7 @@ bool CanBeInterrupted(std::string_view call) {
 enum After { Old, New, InPlace };  // InPlace: the file that was there has been written
 
 TEST(WriteFileWords, EachFailureOfTheSystemLeavesOldOrNewAsStated) {
-    const struct {
-        const char* what;
-        Fault fault;
-        After expected;
-    } cases[] = {
+    const std::tuple<const char*, Fault, After> cases[] = {
         {"directory cannot be opened", {"openat", 1, EMFILE, true}, Old},
         {"file cannot be opened for writing", {"openat", 2, EACCES}, Old},
         {"too many files when the new one is to be made", {"openat", 4, EMFILE, true}, Old},
@@ -57,19 +53,19 @@ TEST(WriteFileWords, EachFailureOfTheSystemLeavesOldOrNewAsStated) {
         {"the directory is sticky", {"renameat", 1, EPERM, true}, InPlace},
         {"renaming fails on the disk", {"renameat", 1, EIO}, Old},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, fault, expected] : cases) {
+        SCOPED_TRACE(what);
         const Folder folder;
         folder.Put("file", kOld);
         const ino_t inode = folder.State("file").st_ino;
         {
-            const Armed fault(c.fault);
+            const Armed armed(fault);
             WriteFileWords(folder.At("file"), WordsOf(kWords));
-            EXPECT_TRUE(fault.Hit());
-            EXPECT_EQ(fault.MadeWith() & 0077, 0u) << "a private file is open while it is saved";
+            EXPECT_TRUE(armed.Hit());
+            EXPECT_EQ(armed.MadeWith() & 0077, 0u) << "a private file is open while it is saved";
         }
-        EXPECT_TRUE(folder.Bytes("file") == (c.expected == Old ? kOld : kNew));
-        EXPECT_EQ(folder.State("file").st_ino == inode, c.expected != New);
+        EXPECT_TRUE(folder.Bytes("file") == (expected == Old ? kOld : kNew));
+        EXPECT_EQ(folder.State("file").st_ino == inode, expected != New);
         EXPECT_EQ(folder.Others({"file"}), Names());
     }
 }
@@ -177,11 +173,7 @@ TEST(ReadFileWords, AFailureAtAnyCallGivesEmptyOrTheWordsReadSoFar) {
     const Text path = folder.At("file");
     const Variant whole = WordsOf(kWords);
     const Variant unread = WordsOf(std::string(kWords.size(), '\0'));
-    const struct {
-        const char* what;
-        Fault fault;
-        Variant expected;
-    } cases[] = {
+    const std::tuple<const char*, Fault, Variant> cases[] = {
         {"too many files", {"openat", 1, EMFILE}, {}},
         {"opening is interrupted", {"openat", 1, EINTR}, whole},
         {"kind of file unknown", {"fstat", 1, EIO}, {}},
@@ -192,10 +184,10 @@ TEST(ReadFileWords, AFailureAtAnyCallGivesEmptyOrTheWordsReadSoFar) {
         {"no memory for the path", {kAllocation, 1, 1}, {}},
         {"no memory for the words", {kAllocation, 2, 1}, {}},
     };
-    for (const auto& c : cases) {
-        const Armed fault(c.fault);
+    for (const auto& [what, fault, expected] : cases) {
+        const Armed armed(fault);
         const Variant read = ReadFileWords(path);
-        EXPECT_TRUE(read == c.expected) << c.what;
+        EXPECT_TRUE(read == expected) << what;
     }
 }
 
