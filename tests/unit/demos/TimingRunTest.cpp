@@ -57,11 +57,7 @@ TEST(TimingRun, CellsComeInOrderOfRowsEachAsItsTestHasEnded) {
 }
 
 TEST(TimingRun, CellsShowFourPlacesAndASubTotalOfTheExactSum) {
-    const struct {
-        const char* what;
-        float (*seconds)(int);
-        const char* shown;
-    } rows[] = {
+    const std::tuple<const char*, float (*)(int), const char*> rows[] = {
         {"test 1 takes 2^-8 s, test 2 twice that, and so on",
          [](int n) { return n % 2 == 1 ? 0.0F : static_cast<float>(n / 2) / 256.0F; },
          "0.0039 0.0078 0.0117 0.0156 0.03906 0.0195 0.0234 0.0273 0.0313 "},
