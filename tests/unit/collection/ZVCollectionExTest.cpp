@@ -19,11 +19,7 @@ TEST(ZVCollectionEx_HashCode, StaysOnBothSidesOfEachBoundary) {
     const auto repeated = [](std::size_t n, std::u16string_view tail) {
         return Text(std::u16string(n, u'a') + std::u16string(tail));
     };
-    const struct {
-        const char* what;
-        Text key;
-        std::int32_t code;
-    } rows[] = {
+    const std::tuple<const char*, Text, std::int32_t> rows[] = {
         {"one unit", u"A", 82},
         {"the last that stays positive", u"\x7FEE", 32767},
         {"the first that wraps", u"\x7FEF", -32768},
@@ -35,7 +31,7 @@ TEST(ZVCollectionEx_HashCode, StaysOnBothSidesOfEachBoundary) {
         {"unit 128 counts", repeated(127, u"b"), 0x3FFFFFA0},
         {"unit 129 does not", repeated(128, u"b"), 0x3FFFFF9F},
     };
-    for (const auto& row : rows) EXPECT_EQ(HashCode(row.key), row.code) << row.what;
+    for (const auto& [what, key, code] : rows) EXPECT_EQ(HashCode(key), code) << what;
 }
 
 TEST(ZVCollectionEx_Add, AnEmptyKeyIsGeneratedWhereNothingIsSorted) {

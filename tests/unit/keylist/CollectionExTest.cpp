@@ -31,11 +31,7 @@ TEST(CollectionEx_HashKey, FollowsTheFirst256UnitsOfTheLowerCasedKey) {
     const auto with = [](std::size_t count, std::u16string_view tail) {
         return std::u16string(count, u'a').append(tail);
     };
-    const struct {
-        const char* what;
-        std::u16string key;
-        std::int32_t hash;
-    } rows[] = {
+    const std::tuple<const char*, std::u16string, std::int32_t> rows[] = {
         {"empty", u"", 17},
         {"one unit, in upper case", u"A", 114},
         {"two units", u"ab", 326},
@@ -47,7 +43,7 @@ TEST(CollectionEx_HashKey, FollowsTheFirst256UnitsOfTheLowerCasedKey) {
         {"unit 256 counts", with(255, u"bzzz"), 0x3FFFFFA0},
         {"unit 257 does not", with(256, u"b"), 0x3FFFFF9F},
     };
-    for (const auto& row : rows) EXPECT_EQ(CollectionEx::HashKey(row.key), row.hash) << row.what;
+    for (const auto& [what, key, hash] : rows) EXPECT_EQ(CollectionEx::HashKey(key), hash) << what;
 }
 
 }  // namespace

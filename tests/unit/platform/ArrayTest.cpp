@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstring>
-#include <tuple>
 
 #include "platform/Variant.h"
 #include "tests/support/Outcome.h"

@@ -15,12 +15,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(FormatNumber, RoundsHalfAwayFromZeroAndNeverShowsMinusZero) {
-    const struct {
-        const char* what;
-        double value;
-        const char16_t* pattern;
-        const char* text;
-    } rows[] = {
+    const std::tuple<const char*, double, const char16_t*, const char*> rows[] = {
         {"half away from zero, below", -0.00005, u"###0.0000", "-0.0001"},
         {"an even last digit goes up too", 0.00025, u"###0.0000", "0.0003"},
         {"less than half", 0.000049999, u"###0.0000", "0.0000"},
@@ -35,8 +30,8 @@ TEST(FormatNumber, RoundsHalfAwayFromZeroAndNeverShowsMinusZero) {
         {"no point, nothing left", 0.4, u"#", ""},
         {"leading zeros", 7, u"000.0#", "007.0"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(FormatNumber(row.value, row.pattern).ToUtf8(), row.text) << row.what;
+    for (const auto& [what, value, pattern, text] : rows) {
+        EXPECT_EQ(FormatNumber(value, pattern).ToUtf8(), text) << what;
     }
 }
 
@@ -80,16 +75,13 @@ TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
 }
 
 TEST(RoundHalfEven, RoundsHalvesToTheEvenNeighbourAndKeepsTheLimits) {
-    const struct {
-        double value;
-        std::optional<std::int64_t> rounded;
-        std::int64_t saturated;
-    } rows[] = {{0.5, 0, 0},         {1.5, 2, 2},    {2.5, 2, 2},    {-1.5, -2, -2},
-                {2.5001, 3, 3},      {10.5, 10, 10}, {10.6, {}, 10}, {-1e300, {}, -10},
-                {kInfinity, {}, 10}, {kNan, {}, 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(RoundHalfEven(row.value, -10, 10), row.rounded) << row.value;
-        EXPECT_EQ(RoundHalfEvenSaturating(row.value, -10, 10), row.saturated) << row.value;
+    const std::tuple<double, std::optional<std::int64_t>, std::int64_t> rows[] = {
+        {0.5, 0, 0},    {1.5, 2, 2},    {2.5, 2, 2},       {-1.5, -2, -2},      {2.5001, 3, 3},
+        {10.5, 10, 10}, {10.6, {}, 10}, {-1e300, {}, -10}, {kInfinity, {}, 10}, {kNan, {}, 0},
+    };
+    for (const auto& [value, rounded, saturated] : rows) {
+        EXPECT_EQ(RoundHalfEven(value, -10, 10), rounded) << value;
+        EXPECT_EQ(RoundHalfEvenSaturating(value, -10, 10), saturated) << value;
     }
     EXPECT_FALSE(RoundHalfEven(9223372036854775808.0, INT64_MIN, INT64_MAX));
     EXPECT_EQ(RoundHalfEven(-9223372036854775808.0, INT64_MIN, INT64_MAX), INT64_MIN);
@@ -97,11 +89,7 @@ TEST(RoundHalfEven, RoundsHalvesToTheEvenNeighbourAndKeepsTheLimits) {
 }
 
 TEST(NumberTexts, EachTypeHasOneForm) {
-    const struct {
-        const char* what;
-        Text text;
-        const char* shown;
-    } rows[] = {
+    const std::tuple<const char*, Text, const char*> rows[] = {
         {"zero", DoubleText(-0.0), "0"},
         {"fifteen digits", DoubleText(1.0 / 3), "0.333333333333333"},
         {"the last without an exponent", DoubleText(123456789012345.0), "123456789012345"},
@@ -126,7 +114,7 @@ TEST(NumberTexts, EachTypeHasOneForm) {
         {"after the last day", DateText(2958466), "2958466"},
         {"no day", DateText(kNan), "nan"},
     };
-    for (const auto& row : rows) EXPECT_EQ(row.text.ToUtf8(), row.shown) << row.what;
+    for (const auto& [what, text, shown] : rows) EXPECT_EQ(text.ToUtf8(), shown) << what;
 }
 
 }  // namespace

@@ -14,11 +14,7 @@ namespace {
 using namespace std::string_literals;
 
 TEST(Text_FromUtf8, EachMalformedByteBecomesOneReplacement) {
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::u16string units;
-    } rows[] = {
+    const std::tuple<const char*, std::string, std::u16string> rows[] = {
         {"one to four bytes", "a\0\xC3\xA9\xE2\x82\xAC\xF0\x90\x90\x80"s,
          u"a\0\u00E9\u20AC\xD801\xDC00"s},
         {"beyond the last point", "\xF4\x90\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"},
@@ -33,7 +29,7 @@ TEST(Text_FromUtf8, EachMalformedByteBecomesOneReplacement) {
         {"broken by a letter", "\xE2\x82z", u"\xFFFD\xFFFDz"},
         {"broken by a good character", "\xC3\xC3\xA9", u"\xFFFD\u00E9"},
     };
-    for (const auto& row : rows) EXPECT_EQ(Text(row.bytes).Units(), row.units) << row.what;
+    for (const auto& [what, bytes, units] : rows) EXPECT_EQ(Text(bytes).Units(), units) << what;
 }
 
 TEST(Text_ToUtf8, ALoneSurrogateBecomesAReplacementAndEveryCodePointComesBack) {
