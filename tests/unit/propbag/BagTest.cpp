@@ -20,12 +20,7 @@ TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
     const auto decimal = [](std::uint64_t low, std::uint8_t scale, std::uint32_t high = 0) {
         return Variant::FromDecimal({.Low = low, .High = high, .Scale = scale});
     };
-    const struct {
-        const char* what;
-        Variant left;
-        Variant right;
-        bool same;
-    } table[] = {
+    const std::tuple<const char*, Variant, Variant, bool> table[] = {
         {"byte and double", std::uint8_t{7}, 7.0, true},
         {"true and -1", true, -1, true},
         {"true and 1", true, 1, false},
@@ -53,9 +48,9 @@ TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
         {"arrays", array, array, false},
         {"objects", object, object, false},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(SameValue(row.left, row.right), row.same) << row.what;
-        EXPECT_EQ(SameValue(row.right, row.left), row.same) << row.what << ", turned round";
+    for (const auto& [what, left, right, same] : table) {
+        EXPECT_EQ(SameValue(left, right), same) << what;
+        EXPECT_EQ(SameValue(right, left), same) << what << ", turned round";
     }
 }
 
@@ -72,21 +67,13 @@ TEST(ZVPropertyBag_Settings, KeptAGranularityOutOfTheWordsStandsAsReadAndDoesNoH
 
 TEST(ZVPropertyBag_Late, WhatDoesNotFitIsRefused) {
     ZVPropertyBag bag;
-    const struct {
-        const char* what;
-        const char16_t* member;
-        std::vector<Variant> arguments;
-        std::int32_t number;
-    } errors[] = {
-        {"no object", u"CopyFrom", {Ref<Object>()}, 91},
-        {"no bag", u"CopyFrom", {MakeObject<CountedObject>()}, 13},
-        {"no number", u"Key", {u"a"}, 13},
-        {"left out", u"Item", {Variant::FromError(-2147352572)}, 5},
+    const auto raised = [&](const char16_t* member, const Variant& argument) {
+        return NumberRaisedBy([&] { bag.Call(member, {&argument, 1}); });
     };
-    for (const auto& row : errors) {
-        EXPECT_EQ(NumberRaisedBy([&] { bag.Call(row.member, row.arguments); }), row.number)
-            << row.what;
-    }
+    EXPECT_EQ(raised(u"CopyFrom", Ref<Object>()), 91);
+    EXPECT_EQ(raised(u"CopyFrom", MakeObject<CountedObject>()), 13) << "no bag";
+    EXPECT_EQ(raised(u"Key", u"a"), 13);
+    EXPECT_EQ(raised(u"Item", Variant::FromError(-2147352572)), 5) << "left out";
 }
 
 }  // namespace

@@ -40,26 +40,20 @@ TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
 TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
     Words flagless = OneEntry(Hex("6003 0004 0001 0000 0000 0000 0000 0000"));
     flagless.resize(flagless.size() - 10);  // two words that are skipped lie behind the end
-    const struct {
-        const char* what;
-        Words words;
-        std::int32_t count;
-    } table[] = {{"more than there are", Patched({{4, 3}}), 2},
-                 {"fewer: flags out of the second value", Patched({{4, 1}}), 1},
-                 {"names from 0 to 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 1},
-                 {"a Long where the names should be", Patched({{6, 3}}), 0},
-                 {"skipped to beyond the end", flagless, 1}};
-    for (const auto& row : table) EXPECT_EQ(BagFrom(row.words).Count(), row.count) << row.what;
+    const std::tuple<const char*, Words, std::int32_t> table[] = {
+        {"more than there are", Patched({{4, 3}}), 2},
+        {"fewer: flags out of the second value", Patched({{4, 1}}), 1},
+        {"names from 0 to 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 1},
+        {"a Long where the names should be", Patched({{6, 3}}), 0},
+        {"skipped to beyond the end", flagless, 1},
+    };
+    for (const auto& [what, words, count] : table) EXPECT_EQ(BagFrom(words).Count(), count) << what;
 }
 
 // Damage is named by its word, so that a person can look at it.
 TEST(Contents_Damaged, TheCheckerNamesTheWord) {
     constexpr std::size_t kSound = 999;
-    const struct {
-        const char* what;
-        Words words;
-        std::size_t named;
-    } table[] = {
+    const std::tuple<const char*, Words, std::size_t> table[] = {
         {"nothing", TwoEntries(), kSound},
         {"an empty bag", Hex("D8F1 D8F1 0003"), kSound},
         {"Long becomes Single", Patched({{47, 4}}), kSound},
@@ -87,9 +81,9 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         {"bounds turned round", OneEntry(Hex("2002 0002 0000 0000 0005 0000 0000 0000")),
          kValueWord + 4},
     };
-    for (const auto& row : table) {
-        const auto damage = DecodeBag(row.words, StreamCare::Checker).Damage;
-        EXPECT_EQ(damage ? damage->Word : kSound, row.named) << row.what;
+    for (const auto& [what, words, named] : table) {
+        const auto damage = DecodeBag(words, StreamCare::Checker).Damage;
+        EXPECT_EQ(damage ? damage->Word : kSound, named) << what;
     }
 }
 

@@ -190,11 +190,7 @@ TEST(Stream, KeptAnUnreadableArrayIsNotSkippedAndTheNextValueIsReadFromItsElemen
 }
 
 TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
-    const struct {
-        const char* what;
-        const char* words;
-        Variant value;
-    } table[] = {
+    const std::tuple<const char*, const char*, Variant> table[] = {
         {"a size of 9", "0003 0009", Variant()},
         {"a size with the top bit", "0003 8004", Variant()},
         {"a Long of one byte", "0003 0001 0201", std::int32_t{1}},
@@ -217,11 +213,11 @@ TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
         {"no values, but bounds", "200C 0010 0000 0000 0000 0000 0001 0000",
          ArrayOf(VarType::Variant, 0, Variant(), Variant())},
     };
-    for (const auto& row : table) {
-        const ZVPropertyBag bag = BagFrom(OneEntry(Hex(row.words)));
-        ASSERT_EQ(bag.Count(), 1) << row.what;
-        EXPECT_EQ(bag.Item(1), row.value) << row.what;
-        EXPECT_EQ(bag.Granularity(), 17) << row.what;  // all words were taken and no more
+    for (const auto& [what, words, value] : table) {
+        const ZVPropertyBag bag = BagFrom(OneEntry(Hex(words)));
+        ASSERT_EQ(bag.Count(), 1) << what;
+        EXPECT_EQ(bag.Item(1), value) << what;
+        EXPECT_EQ(bag.Granularity(), 17) << what;  // all words were taken and no more
     }
 }
 
