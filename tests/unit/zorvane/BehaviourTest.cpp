@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "tests/support/AllocationFaults.h"
-#include "tests/unit/Raises.h"
+#include "tests/support/Outcome.h"
 #include "tests/unit/zorvane/Containers.h"
 
 namespace zorvane {
@@ -48,8 +48,8 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
     using C = TypeParam;
     constexpr bool kHashed = std::is_same_v<C, ZVCollectionEx>;
     const Variant key = KeyOf(5);
-    this->Try("Item by key", [&](C& c) { static_cast<void>(c.Item(key)); });
-    this->Try("Item by position", [](C& c) { static_cast<void>(c.Item(300)); });
+    this->Try("Item by key", [&](C& c) { return c.Item(key); });
+    this->Try("Item by position", [](C& c) { return c.Item(300); });
     if constexpr (kPlain<C> || kBag<C>) {
         this->Try("Remove by key", [&](C& c) { c.Remove(key); });
         this->Try("Remove by position", [](C& c) { c.Remove(300); });
@@ -63,16 +63,16 @@ TYPED_TEST(Behaviour_NeedsNoMemory, LookingClearingMovingAndSwapping) {
     }
     if constexpr (requires(C c, std::int32_t i) { c.Exists(key, i); }) {
         std::int32_t index = 0;
-        this->Try("Exists", [&](C& c) { static_cast<void>(c.Exists(key.AsText(), index)); });
-        this->Try("Key", [](C& c) { static_cast<void>(c.Key(300)); });
-        this->Try("Granularity", [](C& c) { c.SetDescending(!c.Descending()); });
+        this->Try("Exists", [&](C& c) { return c.Exists(key.AsText(), index); });
+        this->Try("Key", [](C& c) { return c.Key(300); });
+        this->Try("Descending", [](C& c) { c.SetDescending(!c.Descending()); });
     }
     if constexpr (requires(const C c) { c.Index(Text()); }) {
-        this->Try("Index", [&](C& c) { static_cast<void>(c.Index(key.AsText())); });
+        this->Try("Index", [&](C& c) { return c.Index(key.AsText()); });
     }
     if constexpr (requires(const C c) { c.PropIsObject(key); }) {
-        this->Try("ObjName", [&](C& c) { static_cast<void>(c.ObjName(key)); });
-        this->Try("PropIsObject", [&](C& c) { static_cast<void>(c.PropIsObject(key)); });
+        this->Try("ObjName", [&](C& c) { return c.ObjName(key); });
+        this->Try("PropIsObject", [&](C& c) { return c.PropIsObject(key); });
     }
     this->Try(
         "what does",
@@ -163,16 +163,9 @@ TYPED_TEST(Behaviour, APlainIntegerNamesAPositionAsATaggedOneDoes) {
     TypeParam container;
     Fill(container, 3);
     for (const std::int32_t position : {INT32_MIN, -1, 0, 1, 3, 4, INT32_MAX}) {
-        Variant plain, tagged;
-        const auto raised = RaisedBy([&] { plain = container.Item(position); });
-        const auto expected = RaisedBy([&] { tagged = container.Item(Variant(position)); });
-        ASSERT_EQ(raised.has_value(), expected.has_value()) << position;
-        EXPECT_EQ(raised.has_value(), position < 1 || position > 3) << position;
-        EXPECT_EQ(plain, tagged) << position;
-        if (!raised) continue;
-        EXPECT_EQ(raised->Number, expected->Number) << position;
-        EXPECT_EQ(raised->Source, expected->Source) << position;
-        EXPECT_EQ(raised->Description, expected->Description) << position;
+        const std::string plain = OutcomeOf([&] { return container.Item(position); });
+        EXPECT_EQ(plain, OutcomeOf([&] { return container.Item(Variant(position)); }));
+        EXPECT_EQ(plain.starts_with("raised"), position < 1 || position > 3) << position;
     }
 }
 
