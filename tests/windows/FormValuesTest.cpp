@@ -60,14 +60,11 @@ TEST(FormFontTest, WhatADialogDidNotChangeStaysWhateverItShowed) {
 }
 
 TEST(FormFontTest, WeightsAndSizesBeyondReasonStillGiveAFontAndBoldIsBoldOrMore) {
-    const struct {
-        FontRecord record;
-        int weight;
-    } rows[] = {{{.Weight = 0}, 400},
-                {{.Weight = -5}, 400},
-                {{.Weight = 32767}, 1000},
-                {{.Weight = 400, .Bold = true}, 700},
-                {{.Weight = 900, .Bold = true}, 900}};
+    const std::pair<FontRecord, int> rows[] = {{{.Weight = 0}, 400},
+                                               {{.Weight = -5}, 400},
+                                               {{.Weight = 32767}, 1000},
+                                               {{.Weight = 400, .Bold = true}, 700},
+                                               {{.Weight = 900, .Bold = true}, 900}};
     for (const auto& [record, weight] : rows) {
         EXPECT_EQ(static_cast<int>(ToQFont(record).weight()), weight) << record.Weight;
     }

@@ -28,26 +28,24 @@ TEST_F(ListViewTest, CellsCountFromOneAndMissingOnesAreEmpty) {
     list_.SetCell(9, 1, "nowhere");
     list_.AddRow({"last"});
     EXPECT_EQ(list_.columnWidth(0), 167) << "2500 twips";
-    const std::tuple<int, int, const char*> rows[] = {{2, 1, "110"}, {5, 1, "set"}, {6, 0, "last"},
-                                                      {6, 1, ""},    {0, 0, ""},    {7, 0, ""},
-                                                      {1, 2, ""},    {1, -1, ""}};
+    const std::tuple<int, int, const char*> rows[] = {
+        {2, 1, "110"}, {5, 1, "set"}, {6, 0, "last"}, {6, 1, ""},
+        {0, 0, ""},    {7, 0, ""},    {1, 2, ""},     {1, -1, ""},
+    };
     for (const auto& [row, column, text] : rows) {
         EXPECT_EQ(list_.Cell(row, column), text) << row << ", " << column;
     }
 }
 
 TEST_F(ListViewTest, TypingFindsWordsAndARepeatedLetterWalks) {
-    const struct {
-        const char* what;
-        int column;
-        const char* typed;
-        int row;
-    } rows[] = {{"a word", 0, "br", 3},
-                {"case does not matter", 0, "BETA", 2},
-                {"a letter leaves the row that it is on", 0, "a", 4},
-                {"a repeated letter walks on", 0, "bb", 3},
-                {"digits that repeat are a number", 1, "11", 2},
-                {"nothing found stays", 0, "zz", 1}};
+    const std::tuple<const char*, int, const char*, int> rows[] = {
+        {"a word", 0, "br", 3},
+        {"case does not matter", 0, "BETA", 2},
+        {"a letter leaves the row that it is on", 0, "a", 4},
+        {"a repeated letter walks on", 0, "bb", 3},
+        {"digits that repeat are a number", 1, "11", 2},
+        {"nothing found stays", 0, "zz", 1},
+    };
     for (const auto& [what, column, typed, row] : rows) {
         list_.setCurrentIndex(list_.model()->index(0, 0));
         list_.SetSearchColumn(column);

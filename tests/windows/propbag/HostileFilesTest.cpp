@@ -49,11 +49,7 @@ Ref<Font> FontOf(FontRecord value) {
 TEST_F(HostileFilesTest, RightShapeWithWrongValues) {
     const Text million(std::u16string(1'000'000, u'M'));
     const Array strange(VarType::Double, 3, 5);
-    const struct {
-        const char* what;
-        const char16_t* name;
-        Variant value;
-    } cases[] = {
+    const std::tuple<const char*, const char16_t*, Variant> cases[] = {
         {"width that is a text", u"Width", Variant(u"wide")},
         {"width that is not a number", u"Width", Variant(std::nanf(""))},
         {"negative width", u"Width", Variant(-5000.0F)},

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <set>
 #include <span>
 
 #include "forms/Label.h"
@@ -102,14 +101,12 @@ TEST_F(frmDemo2Test, WindowsOpenedAnewStandSideBySide) {
     window_->SetWidth(4500);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window_->FrameSettled(); }));
     std::vector<QRect> frames{window_->frameGeometry()};
-    std::set<std::pair<int, int>> corners{{frames[0].x(), frames[0].y()}};
     frmDemo2* at = window_.Get();
     for (std::int32_t number = 2; number <= 4; ++number) {
         at = Next(at, number);
+        for (const QRect& one : frames) EXPECT_NE(one.topLeft(), at->frameGeometry().topLeft());
         frames.push_back(at->frameGeometry());
-        corners.emplace(frames.back().x(), frames.back().y());
     }
-    EXPECT_EQ(corners.size(), 4U) << "one stands exactly on another";
     const QRect room = window_->screen()->availableGeometry();
     if (room.width() > frames[0].width() + frames[1].width() + 20) {  // not at scale 2
         EXPECT_FALSE(frames[1].intersects(frames[0]));
@@ -157,7 +154,6 @@ TEST_F(frmDemo2Test, TextStaysReadableWhereOnlyOneColourWasChosen) {
         bool dark;
         OleColour back, fore;
     } cases[] = {
-        {"nothing chosen, dark", true, kButtonFace, kButtonText},
         {"white background in a dark palette", true, kWhite, kButtonText},
         {"black background in a light palette", false, kBlack, kButtonText},
         {"black text in a dark palette", true, kButtonFace, kBlack},
