@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <random>
 #include <vector>
@@ -51,10 +52,10 @@ class RecordOrder_Blocks : public testing::Test {
 // move is forgotten, counted twice, or goes to others once some are added or dropped.
 TEST_F(RecordOrder_Blocks, AnyInsertionAndRemovalKeepsTheOrder) {
     std::mt19937 random(11);
-    for (const std::uint32_t blocks : {2u, 100u}) {
+    // Blocks, changes at one place at most, and how fast it goes on.
+    for (const auto& [blocks, most, step] : {std::array{2u, 3u, 1u}, {100u, 600u, 20u}}) {
         Begin(blocks);
-        const std::uint32_t most = blocks == 2 ? 3 : 600;  // at one place
-        for (int i = 0; i < 12'000 && !HasFatalFailure(); i += blocks == 2 ? 1 : 20) {
+        for (unsigned i = 0; i < 12'000 && !HasFatalFailure(); i += step) {
             const bool growing = i < 3000 || i > 9000;
             const std::size_t count = model_.size();
             const bool atEnd = random() % 4 == 0;
