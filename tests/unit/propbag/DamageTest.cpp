@@ -3,17 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include "propbag/StreamEncoder.h"
 #include "propbag/StreamWords.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/unit/propbag/Words.h"
 
 namespace zorvane {
 namespace {
 
-void Append(Words& words, const std::string& hex, int times = 1) {
-    const Words more = Hex(hex);
-    for (; times > 0; --times) words.insert(words.end(), more.begin(), more.end());
+std::string Repeated(const std::string& hex, int times) {
+    std::string all;
+    for (; times > 0; --times) all += hex;
+    return all;
 }
 
 // Two entries with some of their words replaced.
@@ -26,19 +25,19 @@ Words Patched(std::initializer_list<std::pair<std::size_t, int>> patches) {
 // Sound but for their depth: a reader that followed them would run out of stack.
 TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
     for (const int depth : {kStreamDepth, kStreamDepth + 1, 200'000}) {
-        Words value;
-        Append(value, "200C 0010 0001 0000 0000 0000 0000 0000", depth);
-        Append(value, "0003 0004 0001 0000");
-        EXPECT_EQ(BagFrom(OneEntry(value)).Count(), depth == kStreamDepth ? 1 : 0);
+        const std::string nest = Repeated("200C 0010 0001 0000 0000 0000 0000 0000 ", depth);
+        const std::int32_t count = BagFrom(OneEntry(nest + "0003 0004 0001 0000")).Count();
+        EXPECT_EQ(count, depth == kStreamDepth ? 1 : 0);
     }
     // Beside one another there may be any number.
-    Words wide = Hex("200C 0010 0200 0000 0000 0000 01FF 0000");
-    Append(wide, "200C 0010 0001 0000 0000 0000 0000 0000 0000 0000", 2 * kStreamDepth);
+    const std::string wide =
+        "200C 0010 0200 0000 0000 0000 01FF 0000 " +
+        Repeated("200C 0010 0001 0000 0000 0000 0000 0000 0000 0000 ", 2 * kStreamDepth);
     EXPECT_FALSE(DecodeBag(OneEntry(wide)).Damage);
 }
 
 TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
-    Words flagless = OneEntry(Hex("6003 0004 0001 0000 0000 0000 0000 0000"));
+    Words flagless = OneEntry("6003 0004 0001 0000 0000 0000 0000 0000");
     flagless.resize(flagless.size() - 10);  // two words that are skipped lie behind the end
     const std::tuple<const char*, Words, std::int32_t> table[] = {
         {"more than there are", Patched({{4, 3}}), 2},
@@ -74,11 +73,11 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         {"a flag that is no flag", Patched({{57, 2}}), 57},
         {"no entries", Hex("FFFF FFFF 0003 0004 0000 0000"), 4},
         {"a count of 16 bits", Hex("FFFF FFFF 0002 0002 0001"), 2},
-        {"a pad that is not 0", OneEntry(Hex("0011 0001 0105")), kValueWord + 2},
-        {"the same in an array", OneEntry(Hex("2011 0001 0001 0000 0000 0000 0000 0000 0105")),
+        {"a pad that is not 0", OneEntry("0011 0001 0105"), kValueWord + 2},
+        {"the same in an array", OneEntry("2011 0001 0001 0000 0000 0000 0000 0000 0105"),
          kValueWord + 8},
-        {"an Error array", OneEntry(Hex("200A 0004 0000 0000 0000 0000 FFFF FFFF")), kValueWord},
-        {"bounds turned round", OneEntry(Hex("2002 0002 0000 0000 0005 0000 0000 0000")),
+        {"an Error array", OneEntry("200A 0004 0000 0000 0000 0000 FFFF FFFF"), kValueWord},
+        {"bounds turned round", OneEntry("2002 0002 0000 0000 0005 0000 0000 0000"),
          kValueWord + 4},
     };
     for (const auto& [what, words, named] : table) {

@@ -75,14 +75,12 @@ TEST(Contents_Assign, WhatIsNoStreamLeavesTheBagCleared) {
 
 TEST(Contents_Assign, CountAndSettingsConvertFromWhateverTypeTheyHave) {
     // The count as the text "1", granularity 2.5 as a Double, the flags as the text "False" and 7.
-    Words words = Hex("FFFF FFFF 0008 0000 0001 0000 0031");
-    const Words rest = OneEntry(Hex("0002 0002 0005"));
-    words.insert(words.end(), rest.begin() + 6, rest.end() - 10);
-    const Words settings =
-        Hex("0005 0008 0000 0000 0000 4004 "
-            "0008 0000 0005 0000 0046 0061 006C 0073 0065 0003 0004 0007 0000");
-    words.insert(words.end(), settings.begin(), settings.end());
-    const ZVPropertyBag bag = BagFrom(words);
+    const ZVPropertyBag bag =
+        BagFrom(Hex("FFFF FFFF  0008 0000 0001 0000 0031 "
+                    "2008 0004 0001 0000 0001 0000 0001 0000  0001 0000 0056 "
+                    "2008 0004 0001 0000 0001 0000 0001 0000  0000 0000  0002 0002 0005 "
+                    "0005 0008 0000 0000 0000 4004 "
+                    "0008 0000 0005 0000 0046 0061 006C 0073 0065  0003 0004 0007 0000"));
     ASSERT_EQ(bag.Count(), 1);
     EXPECT_EQ(bag.Granularity(), 2);
     EXPECT_FALSE(bag.Sorted());
@@ -214,7 +212,7 @@ TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
          ArrayOf(VarType::Variant, 0, Variant(), Variant())},
     };
     for (const auto& [what, words, value] : table) {
-        const ZVPropertyBag bag = BagFrom(OneEntry(Hex(words)));
+        const ZVPropertyBag bag = BagFrom(OneEntry(words));
         ASSERT_EQ(bag.Count(), 1) << what;
         EXPECT_EQ(bag.Item(1), value) << what;
         EXPECT_EQ(bag.Granularity(), 17) << what;  // all words were taken and no more
@@ -224,7 +222,7 @@ TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
 TEST(Stream, KeptAnOddNumberOfBytesIsRoundedUpForBytesAlone) {
     // Three Booleans of one byte each take one word and a half; the value behind starts at word 2.
     const Words words =
-        OneEntry(Hex("200B 0001 0003 0000 0000 0000 0002 0000 FFFF 0003 0004 0007 0000"));
+        OneEntry("200B 0001 0003 0000 0000 0000 0002 0000 FFFF 0003 0004 0007 0000");
     EXPECT_EQ(BagFrom(words).Granularity(), 7);
 }
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "propbag/StreamValue.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/propbag/Words.h"

@@ -72,15 +72,12 @@ inline Words TwoEntries() {
 }
 
 // A stream of one entry named "V" whose value is encoded as these words, with granularity 17.
-inline Words OneEntry(const Words& value) {
-    Words words =
-        Hex("FFFF FFFF 0003 0004 0001 0000 "
-            "2008 0004 0001 0000 0001 0000 0001 0000  0001 0000 0056 "
-            "2008 0004 0001 0000 0001 0000 0001 0000  0000 0000");
-    words.insert(words.end(), value.begin(), value.end());
-    const Words settings = Hex("0003 0004 0011 0000 000B 0002 FFFF 000B 0002 FFFF");
-    words.insert(words.end(), settings.begin(), settings.end());
-    return words;
+inline Words OneEntry(const std::string& value) {
+    return Hex(
+        "FFFF FFFF 0003 0004 0001 0000 "
+        "2008 0004 0001 0000 0001 0000 0001 0000  0001 0000 0056 "
+        "2008 0004 0001 0000 0001 0000 0001 0000  0000 0000 " +
+        value + " 0003 0004 0011 0000 000B 0002 FFFF 000B 0002 FFFF");
 }
 
 // Where the value of OneEntry begins.
