@@ -54,14 +54,11 @@ TEST_F(FrmDemo1Test, EachKeyFillsItsOwnColumnAndEndsTheHourglass) {
 }
 
 TEST_F(FrmDemo1Test, CorrectsTheItemCountAndKeepsWhatIsWithinItsBounds) {
-    const struct {
-        const char* typed;
-        const char* shown;
-        const char* operations;
-        const char* said;
-    } rows[] = {{"5", "50", " 50 operations", "Raised to 50, the least."},
-                {"20000", "10000", " 10,000 operations", "Lowered to 10000, the most."},
-                {"2000.5", "2000.5", " 2,000 operations", ""}};
+    const std::array<const char*, 4> rows[] = {
+        {"5", "50", " 50 operations", "Raised to 50, the least."},
+        {"20000", "10000", " 10,000 operations", "Lowered to 10000, the most."},
+        {"2000.5", "2000.5", " 2,000 operations", ""},
+    };
     auto* count = At<QLineEdit>("Text1");
     EXPECT_EQ(count->text(), "2000");
     EXPECT_EQ(At<Label>("Label2")->Caption(), u"Min: 2000  .....  Max: 10000 Items");

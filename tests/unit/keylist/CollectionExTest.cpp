@@ -9,21 +9,16 @@ namespace zorvane {
 namespace {
 
 TEST(CollectionEx_SetMemory, TakesAnyRatio) {
-    const struct {
-        const char* what;
-        std::int32_t size;
-        float ratio;
-        std::int32_t slots;
-    } rows[] = {
-        {"as the timing run asks", 10000, 0, 15001},
+    const std::tuple<const char*, std::int32_t, float, std::int32_t> rows[] = {
+        {"as the timing run asks", 10000, 0.0F, 15001},
         {"not a number", 20, std::numeric_limits<float>::quiet_NaN(), 31},
         {"more slots than there are numbers", 20, 1e30f, 2147483647},
     };
-    for (const auto& row : rows) {
+    for (const auto& [what, size, ratio, slots] : rows) {
         CollectionEx collection;
-        collection.SetMemory(row.size, 0, row.ratio);
-        EXPECT_EQ(collection.Capacity(), row.size) << row.what;
-        EXPECT_EQ(collection.TableSize(), row.slots) << row.what;
+        collection.SetMemory(size, 0, ratio);
+        EXPECT_EQ(collection.Capacity(), size) << what;
+        EXPECT_EQ(collection.TableSize(), slots) << what;
     }
 }
 

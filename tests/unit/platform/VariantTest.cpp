@@ -89,18 +89,17 @@ TEST(Variant_As, RaisesTypeMismatchForAnotherTypeAnd91ForNoObject) {
 
 TEST(Variant_Equal, NeedsTheSameTypeAndTheSameBytes) {
     const Variant object = MakeObject<CountedObject>();
-    const struct {
-        Variant left, right;
-        bool equal;
-    } rows[] = {{1, 1, true},
-                {1, std::int16_t{1}, false},
-                {0.0, -0.0, false},
-                {u"a", "a", true},
-                {u"a", u"A", false},
-                {object, object, true},
-                {object, MakeObject<CountedObject>(), false},
-                {kArray, Array(VarType::Long, 0, 2), true}};
-    for (const auto& row : rows) EXPECT_EQ(row.left == row.right, row.equal) << row.left;
+    const std::tuple<Variant, Variant, bool> rows[] = {
+        {1, 1, true},
+        {1, std::int16_t{1}, false},
+        {0.0, -0.0, false},
+        {u"a", "a", true},
+        {u"a", u"A", false},
+        {object, object, true},
+        {object, MakeObject<CountedObject>(), false},
+        {kArray, Array(VarType::Long, 0, 2), true},
+    };
+    for (const auto& [left, right, equal] : rows) EXPECT_EQ(left == right, equal) << left;
     Variant later(123456789.0);  // leaves bytes behind that a smaller payload does not cover
     later = std::uint8_t{7};
     EXPECT_EQ(later, Variant(std::uint8_t{7}));

@@ -54,16 +54,15 @@ TEST(Comparers, TextsFollowTheModeAndTaggedValuesTheirText) {
     const Text small = u"b", great = u"B";
     EXPECT_EQ(CompareString(&small, &great, &kBinary, 0), 1);
     EXPECT_EQ(CompareString(&small, &great, &kText, 0), 0);
-    const struct {
-        Variant left, right;
-        std::int32_t binary, text;
-    } rows[] = {{u"_", u"B", 1, -1},
-                {10, 9, -1, -1},
-                {10, u"10", 0, 0},
-                {Ref<Object>(), Ref<Object>(), 0, 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kBinary, 0), row.binary) << row.left;
-        EXPECT_EQ(CompareVariant(&row.left, &row.right, &kText, 0), row.text) << row.left;
+    const std::tuple<Variant, Variant, std::int32_t, std::int32_t> rows[] = {
+        {u"_", u"B", 1, -1},
+        {10, 9, -1, -1},
+        {10, u"10", 0, 0},
+        {Ref<Object>(), Ref<Object>(), 0, 0},
+    };
+    for (const auto& [left, right, binary, text] : rows) {
+        EXPECT_EQ(CompareVariant(&left, &right, &kBinary, 0), binary) << left;
+        EXPECT_EQ(CompareVariant(&left, &right, &kText, 0), text) << left;
     }
 }
 

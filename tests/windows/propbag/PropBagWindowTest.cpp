@@ -149,29 +149,25 @@ TEST_F(frmDemo2Test, MenuItemsAskAndApplyUnlessCancelled) {
 
 TEST_F(frmDemo2Test, TextStaysReadableWhereOnlyOneColourWasChosen) {
     constexpr OleColour kBlack = 0, kWhite = 0x00FFFFFF, kYellow = 0x0000FFFF;
-    const struct {
-        const char* what;
-        bool dark;
-        OleColour back, fore;
-    } cases[] = {
+    const std::tuple<const char*, bool, OleColour, OleColour> cases[] = {
         {"white background in a dark palette", true, kWhite, kButtonText},
         {"black background in a light palette", false, kBlack, kButtonText},
         {"black text in a dark palette", true, kButtonFace, kBlack},
         {"yellow text in a light palette", false, kButtonFace, kYellow},
         {"both chosen alike: as wished", false, kYellow, kYellow},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        QApplication::setPalette(QPalette(c.dark ? QColor(40, 40, 40) : QColor(239, 239, 239)));
+    for (const auto& [what, dark, back, fore] : cases) {
+        SCOPED_TRACE(what);
+        QApplication::setPalette(QPalette(dark ? QColor(40, 40, 40) : QColor(239, 239, 239)));
         QCoreApplication::sendPostedEvents();
-        window_->SetBackColor(c.back);
-        window_->SetForeColor(c.fore);
-        const QColor back = window_->grab().toImage().pixelColor(3, window_->height() - 3);
+        window_->SetBackColor(back);
+        window_->SetForeColor(fore);
+        const QColor seen = window_->grab().toImage().pixelColor(3, window_->height() - 3);
         const auto* label = At<QLabel>("Label2");
-        const QColor fore = label->palette().color(QPalette::WindowText);
-        EXPECT_EQ(Contrast(back, fore) >= 4.5, c.back != c.fore);
-        EXPECT_EQ(window_->BackColor(), c.back) << "what is stored stays";
-        EXPECT_EQ(window_->ForeColor(), c.fore);
+        const QColor text = label->palette().color(QPalette::WindowText);
+        EXPECT_EQ(Contrast(seen, text) >= 4.5, back != fore);
+        EXPECT_EQ(window_->BackColor(), back) << "what is stored stays";
+        EXPECT_EQ(window_->ForeColor(), fore);
     }
     QApplication::setPalette(QPalette());
 }
