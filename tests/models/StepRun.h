@@ -11,8 +11,6 @@
 #include <memory>
 #include <new>
 #include <optional>
-#include <span>
-#include <sstream>
 #include <string>
 #include <type_traits>
 #include <utility>

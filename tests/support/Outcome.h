@@ -7,7 +7,6 @@
 #include <type_traits>
 
 #include "platform/Error.h"
-#include "platform/Variant.h"
 
 namespace zorvane {
 

@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QTest>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <functional>

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPalette>
 #include <cmath>

@@ -3,7 +3,6 @@
 #include "app/Version.h"
 #include "app/frmSplash.h"
 #include "forms/Label.h"
-#include "platform/Error.h"
 #include "tests/support/Outcome.h"
 #include "tests/windows/Drive.h"
 
