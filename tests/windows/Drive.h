@@ -72,10 +72,10 @@ class WhenModal : public QObject {
     bool done_ = false;
 };
 
-// Every test starts with the default pointer and leaves no window behind.
+// Every test starts with a pointer that no window shows as it opens and leaves no window behind.
 class WindowTest : public testing::Test {
   protected:
-    void SetUp() override { Screen::The().SetMousePointer(Pointer::Default); }
+    void SetUp() override { Screen::The().SetMousePointer(Pointer::Arrow); }
     void TearDown() override {
         QCoreApplication::sendPostedEvents();
         for (const QWidget* window : QApplication::topLevelWidgets()) {

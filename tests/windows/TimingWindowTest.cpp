@@ -44,6 +44,7 @@ class FrmDemo1Test : public ShownWindowTest<FrmDemo1> {
 TEST_F(FrmDemo1Test, EachKeyFillsItsOwnColumnAndEndsTheHourglass) {
     QStringList expected(4, QString(13, ';'));
     EXPECT_EQ(Columns(), expected);
+    EXPECT_EQ(Screen::The().MousePointer(), Pointer::Default) << "the opener's stayed";
     for (int column = 0; column < 4; ++column) {
         QTest::keyClick(window_.Get(), static_cast<Qt::Key>(Qt::Key_1 + column), Qt::AltModifier);
         expected[column] = QString("0.2500;0.2500;0.2500;0.2500;1.;;0.2500;0.2500;;%1;0.2500;;;")

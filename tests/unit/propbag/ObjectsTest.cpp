@@ -139,7 +139,7 @@ TEST_F(ZVPropertyBag_Objects, ObjectsThatContainOneAnotherRaiseInsteadOfEndingTh
     ann->Child = {};
 }
 
-TEST_F(ZVPropertyBag_Objects, AsDeepAsAllowedTheyComeBackAndDeeperTheyAreRefused) {
+TEST_F(ZVPropertyBag_Objects, AsDeepAsAllowedTheyAreMadeAnewByNameAndDeeperTheyAreRefused) {
     Ref<Person> top;
     for (int i = 1; i <= kObjectDepth; ++i) top = MakeObject<Person>(Variant(i).ToText(), top);
     bag_.WriteProperty(u"P", top);
