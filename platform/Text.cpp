@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "platform/CaseMapping.h"
+#include "platform/TextMaker.h"
 
 namespace zorvane {
 namespace {
@@ -55,7 +56,7 @@ void AppendUtf8(std::string& out, char32_t point) {
 }  // namespace
 
 Text::Text(std::u16string_view units) : block_(Allocate(units.size())) {
-    if (block_) std::memcpy(block_->units, units.data(), units.size() * sizeof(char16_t));
+    if (block_) CopyUnits(block_->Units(), units.data(), units.size());
 }
 
 Text::Text(std::string_view utf8) {
@@ -76,13 +77,7 @@ Text::Text(std::string_view utf8) {
 Text::Block* Text::Allocate(std::size_t length) {
     if (length == 0) return nullptr;
     if (length > kMaxLength) throw std::length_error("Text: too many units");
-    const std::size_t size = offsetof(Block, units) + length * sizeof(char16_t);
-    auto* block = static_cast<Block*>(::operator new(size < sizeof(Block) ? sizeof(Block) : size));
-    block->references = 1;
-    block->length = static_cast<std::uint32_t>(length);
-    block->foldedHash = 0;
-    std::memset(static_cast<void*>(block->units), 0, length * sizeof(char16_t));
-    return block;
+    return Begin(::operator new(SizeOf(length)), length);
 }
 
 std::uint32_t Text::ComputeFoldedHash() const noexcept {
@@ -92,6 +87,7 @@ std::uint32_t Text::ComputeFoldedHash() const noexcept {
 }
 
 void Text::Free(Block* block) noexcept {
+    if (TextMaker::IsInSlab(block)) return TextMaker::Release(block);
     ::operator delete(static_cast<void*>(block));
 }
 

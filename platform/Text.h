@@ -5,6 +5,7 @@
 // text, U+0000 and lone surrogates included. The count is not atomic: the texts of one thread are
 // not to be touched by another. A Text may be moved as raw bytes (see platform/Relocate.h).
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -40,11 +41,11 @@ class Text {
     }
     ~Text() { Release(); }
 
-    // A text of `length` units that `fill(char16_t*)` writes; what it leaves unwritten is U+0000.
+    // A text of `length` units, all of which `fill(char16_t*)` writes; not called for none.
     template <class Fill>
     static Text Make(std::size_t length, Fill&& fill) {
         Text made(Allocate(length));
-        if (length != 0) fill(made.block_->units);
+        if (length != 0) fill(made.block_->Units());
         return made;
     }
 
@@ -81,16 +82,34 @@ class Text {
     friend std::ostream& operator<<(std::ostream& out, const Text& text);
 
   private:
+    friend class TextMaker;
     struct Block {
         std::uint32_t references;
         std::uint32_t length;
         std::uint32_t foldedHash;  // 0 = not computed yet
         char16_t units[2];         // really `length` of them
+
+        // To be written: a compiler that sees the array take more than two would warn.
+        [[nodiscard]] char16_t* Units() noexcept {
+            return reinterpret_cast<char16_t*>(reinterpret_cast<std::byte*>(this) +
+                                               offsetof(Block, units));
+        }
     };
 
     explicit Text(Block* block) noexcept : block_(block) {}
-    static Block* Allocate(
-        std::size_t length);  // zeroed units; null for 0; std::length_error, bad_alloc
+    // Units unset; null for 0. Throws std::length_error and std::bad_alloc.
+    static Block* Allocate(std::size_t length);
+    static Block* Begin(void* place, std::size_t length) noexcept {
+        auto* const block = static_cast<Block*>(place);
+        block->references = 1;
+        block->length = static_cast<std::uint32_t>(length);
+        block->foldedHash = 0;
+        return block;
+    }
+    // Of a block, in bytes.
+    [[nodiscard]] static std::size_t SizeOf(std::size_t length) noexcept {
+        return std::max(sizeof(Block), offsetof(Block, units) + length * sizeof(char16_t));
+    }
     std::uint32_t ComputeFoldedHash() const noexcept;
     static void Free(Block* block) noexcept;
     void Release() noexcept {

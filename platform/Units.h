@@ -1,9 +1,9 @@
 #pragma once
-// Units side by side: what hashing and comparing texts share.
+// Units side by side: what hashing, comparing and copying texts share.
 //
 // A text of 8 to 40 units is taken in five steps of eight, whatever its length: steps may overlap,
-// which neither a hash nor a comparison minds. Lengths vary from key to key, and a branch on one,
-// guessed wrong, would cost more than the steps that it saves.
+// which neither a hash nor a comparison nor a copy minds. Lengths vary from key to key, and a
+// branch on one, guessed wrong, would cost more than the steps that it saves.
 
 #include <algorithm>
 #include <bit>
@@ -85,6 +85,25 @@ constexpr std::size_t kMostInSteps = 8 * kSteps;
     }
     const auto words = std::bit_cast<TwoWords>(differ);
     return (words.First | words.Second) == 0;
+}
+
+// Copies units, or words that stand for them, to where they do not overlap.
+inline void CopyUnits(void* to, const void* from, std::size_t count) noexcept {
+    constexpr std::size_t kUnit = sizeof(char16_t);
+    const auto copy = [&]<std::size_t kUnits>(std::size_t at) {
+        std::memcpy(static_cast<std::byte*>(to) + at * kUnit,
+                    static_cast<const std::byte*>(from) + at * kUnit, kUnits * kUnit);
+    };
+    if (count > kMostInSteps) {
+        std::memcpy(to, from, count * kUnit);
+    } else if (count >= kFewestInSteps) {
+        for (std::size_t step = 0; step < kSteps; ++step) copy.operator()<8>(StepAt(step, count));
+    } else if (count >= 4) {
+        copy.operator()<4>(0);
+        copy.operator()<4>(count - 4);
+    } else {
+        for (std::size_t at = 0; at < count; ++at) copy.operator()<1>(at);
+    }
 }
 
 }  // namespace zorvane

@@ -68,29 +68,9 @@ Variant Variant::FromError(std::int32_t status) noexcept {
 }
 
 Variant Variant::FromScalarBits(VarType type, std::uint64_t bits) noexcept {
-    switch (type) {
-        case VarType::Integer:
-        case VarType::Boolean:
-            bits &= 0xFFFF;
-            break;
-        case VarType::Long:
-        case VarType::Single:
-        case VarType::Error:
-            bits &= 0xFFFFFFFF;
-            break;
-        case VarType::Byte:
-            bits &= 0xFF;
-            break;
-        case VarType::Double:
-        case VarType::Currency:
-        case VarType::Date:
-            break;
-        case VarType::Null:
-            bits = 0;
-            break;
-        default:
-            return {};
-    }
+    const std::size_t width = ScalarWidth(type);
+    if (width == 0) return type == VarType::Null ? Variant(VarType::Null, 0) : Variant();
+    bits &= ~std::uint64_t{0} >> (64 - 8 * width);
     return {type, static_cast<std::int64_t>(bits)};
 }
 

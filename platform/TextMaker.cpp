@@ -1,0 +1,35 @@
+#include "platform/TextMaker.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace zorvane {
+
+// The first text stands alone: often there is no second.
+Text::Block* TextMaker::PlaceElsewhere(std::size_t length) {
+    if (size_ == 0) {
+        size_ = next_ = kFirstSlab / 2;
+        return Text::Allocate(length);
+    }
+    const std::size_t size = std::min(size_ * 2, kLargestSlab);
+    auto* const slab = new (::operator new(size)) Slab{1};
+    if (slab_) Leave(slab_);
+    slab_ = slab;
+    size_ = size;
+    next_ = kOffset;
+    return Place(length);
+}
+
+void TextMaker::Leave(Slab* slab) noexcept {
+    if (--slab->users == 0) ::operator delete(static_cast<void*>(slab));
+}
+
+void TextMaker::Release(Text::Block* block) noexcept {
+    std::byte* const place = reinterpret_cast<std::byte*>(block);
+    Distance distance = 0;
+    std::memcpy(&distance, place - sizeof distance, sizeof distance);
+    Leave(reinterpret_cast<Slab*>(place - distance));
+}
+
+}  // namespace zorvane

@@ -1,0 +1,80 @@
+#pragma once
+// TextMaker: makes texts that come in great numbers and mostly go together, as those of one stream.
+//
+// Short texts share slabs of memory, so that most of them cost no allocation of their own. A slab
+// goes with the last of its texts, whether or not the maker still stands: whoever keeps a single
+// text keeps at most kLargestSlab bytes. The counts of texts that share a slab are no more atomic
+// than those of copies: all of them belong to one thread.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include "platform/Text.h"
+
+namespace zorvane {
+
+class TextMaker {
+  public:
+    static constexpr std::size_t kLargestSlab = 1024;  // bytes
+
+    TextMaker() = default;
+    TextMaker(const TextMaker&) = delete;
+    TextMaker& operator=(const TextMaker&) = delete;
+    ~TextMaker() {
+        if (slab_) Leave(slab_);
+    }
+
+    // As Text::Make.
+    template <class Fill>
+    [[nodiscard]] Text Make(std::size_t length, Fill&& fill) {
+        if (length == 0) return {};
+        Text made(length <= kMostUnits ? Place(length) : Text::Allocate(length));
+        fill(made.block_->Units());
+        return made;
+    }
+
+  private:
+    friend class Text;
+    // What a slab begins with: its texts, and one for the maker that may still add to it.
+    struct Slab {
+        std::uint16_t users;
+    };
+    // In front of each block: how far behind the slab's begin it stands.
+    using Distance = std::uint16_t;
+
+    static constexpr std::size_t kMostUnits = 64;
+    static constexpr std::size_t kFirstSlab = 256;
+    // Blocks in slabs stand half an alignment away from where any allocation begins, which tells
+    // them from others.
+    static constexpr std::size_t kAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+    static constexpr std::size_t kOffset = kAlignment / 2;
+    static_assert(kOffset >= sizeof(Slab) + sizeof(Distance) && kOffset % alignof(Slab) == 0);
+    static_assert(kOffset % alignof(Text::Block) == 0 && kLargestSlab <= UINT16_MAX);
+
+    [[nodiscard]] static bool IsInSlab(const Text::Block* block) noexcept {
+        return (reinterpret_cast<std::uintptr_t>(block) & kOffset) != 0;
+    }
+    static void Leave(Slab* slab) noexcept;
+    static void Release(Text::Block* block) noexcept;
+    [[nodiscard]] Text::Block* Place(std::size_t length) {
+        const std::size_t size = Text::SizeOf(length);
+        if (next_ + size > size_) [[unlikely]]
+            return PlaceElsewhere(length);
+        std::byte* const place = reinterpret_cast<std::byte*>(slab_) + next_;
+        const auto distance = static_cast<Distance>(next_);
+        std::memcpy(place - sizeof distance, &distance, sizeof distance);
+        ++slab_->users;
+        const std::size_t end = next_ + size + sizeof distance;
+        next_ = (end + kOffset - 1) / kAlignment * kAlignment + kOffset;
+        return Text::Begin(place, length);
+    }
+    [[nodiscard]] Text::Block* PlaceElsewhere(std::size_t length);
+
+    Slab* slab_ = nullptr;
+    std::size_t size_ = 0;  // of the slab; 0: no text was made yet
+    std::size_t next_ = 0;  // where its next block begins
+};
+
+}  // namespace zorvane
