@@ -13,6 +13,7 @@ namespace {
 constexpr std::int16_t kEntriesFollow = -1;
 constexpr std::int16_t kEmptyBag = -9999;
 constexpr std::size_t kMarkerWords = 2;
+constexpr std::uint64_t kLeastEntry = 6;  // words of an entry: two for each text and the value
 
 std::uint64_t WordsOf(const BagState& state) {
     const Variant longValue = std::int32_t{0};
@@ -56,16 +57,53 @@ class BagReader {
 
   private:
     void FillEntries(BagReading& reading, std::int32_t count) {
+        std::vector<BagEntry>& entries = reading.State.Entries;
+        if (!ReadTextsInPlace(entries, count)) return FillOneByOne(reading, count);
+        reading.ValueWords.reserve(entries.size());
+        std::size_t whole = 0;
+        try {
+            for (; whole < entries.size(); ++whole) entries[whole].Value = NextValue(reading);
+        } catch (...) {
+            entries.resize(whole);
+            throw;
+        }
+    }
+    // Reads the texts of all entries to where they belong, when the stream has them as writers put
+    // them; otherwise nothing.
+    bool ReadTextsInPlace(std::vector<BagEntry>& entries, std::int32_t count) {
+        if (!decoder_.Has(static_cast<std::uint64_t>(count) * kLeastEntry)) return false;
+        const std::size_t start = decoder_.Position();
+        try {
+            entries.resize(static_cast<std::size_t>(count));
+            if (ReadTexts(entries, &BagEntry::Name) && ReadTexts(entries, &BagEntry::ObjName)) {
+                return true;
+            }
+        } catch (const StreamDamage&) {
+            // Whoever reads one by one comes upon it again and says what stays.
+        }
+        entries.clear();
+        decoder_.Return(start);
+        return false;
+    }
+    bool ReadTexts(std::vector<BagEntry>& entries, Text BagEntry::*column) {
+        if (!decoder_.EnterTexts(static_cast<std::int32_t>(entries.size()))) return false;
+        for (BagEntry& entry : entries) entry.*column = decoder_.ReadText();
+        return true;
+    }
+    // The texts may be arrays of any kind and bounds; entries are whole as far as both go.
+    void FillOneByOne(BagReading& reading, std::int32_t count) {
         const Variant names = NextTexts(count);
         const Variant objNames = NextTexts(count);
-        reading.State.Entries.reserve(static_cast<std::size_t>(
-            std::min({count, names.AsArray().Count(), objNames.AsArray().Count()})));
         for (std::int32_t i = 1; i <= count; ++i) {
             BagEntry entry{{}, names.AsArray().At(i).ToText(), objNames.AsArray().At(i).ToText()};
-            entry.Value = Next();
+            entry.Value = NextValue(reading);
             reading.State.Entries.push_back(std::move(entry));
-            reading.ValueWords.push_back(began_);
         }
+    }
+    Variant NextValue(BagReading& reading) {
+        Variant value = Next();
+        reading.ValueWords.push_back(static_cast<std::uint32_t>(began_));
+        return value;
     }
     Variant NextTexts(std::int32_t count) {
         Variant texts = Next(VarType::ArrayFlag | VarType::String);

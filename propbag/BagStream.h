@@ -39,10 +39,10 @@ struct BagState {
 [[nodiscard]] Array EncodeBag(const BagState& state);
 
 struct BagReading {
-    BagState State;                       // whole entries before the damage
-    std::optional<StreamDamage> Damage;   // nothing when the stream was read to its last flag
-    std::vector<std::size_t> ValueWords;  // where each entry's value begins
-    std::size_t Words = 0;                // where the bag ends; an older tail may follow
+    BagState State;                         // whole entries before the damage
+    std::optional<StreamDamage> Damage;     // nothing when the stream was read to its last flag
+    std::vector<std::uint32_t> ValueWords;  // where each entry's value begins
+    std::size_t Words = 0;                  // where the bag ends; an older tail may follow
 };
 
 // Never raises for what is in the words; std::bad_alloc passes. Words behind the last flag are not

@@ -1,9 +1,11 @@
 #include "propbag/StreamDecoder.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 
+#include "platform/Units.h"
 #include "propbag/StreamWords.h"
 
 namespace zorvane {
@@ -16,6 +18,19 @@ constexpr const char* kTooManyElements = "an array has more elements than the st
 bool IsNumeric(std::uint16_t element) {
     const auto type = static_cast<VarType>(element);
     return StreamWidth(type) != 0 && type != VarType::Error;
+}
+
+// Up to four words as one number, the first lowest; `room` of them are there.
+std::uint64_t WordsAt(const std::int16_t* from, std::size_t count, std::size_t room) {
+    std::uint64_t bits = 0;
+    if (std::endian::native == std::endian::little && room * sizeof *from >= sizeof bits) {
+        std::memcpy(&bits, from, sizeof bits);
+        return bits & (~std::uint64_t{0} >> (64 - 16 * count));
+    }
+    for (std::size_t i = count; i-- != 0;) {
+        bits = bits << 16 | static_cast<std::uint16_t>(from[i]);
+    }
+    return bits;
 }
 
 }  // namespace
@@ -32,11 +47,6 @@ void StreamDecoder::Doubt(bool doubtful, std::size_t word, const char* what) con
     if (doubtful && care_ == StreamCare::Checker) throw StreamDamage(word, what);
 }
 
-void StreamDecoder::Need(std::uint64_t words, std::size_t word, const char* what) const {
-    const std::uint64_t taken = position_ + promised_;
-    if (taken > words_.size() || words > words_.size() - taken) throw StreamDamage(word, what);
-}
-
 Variant StreamDecoder::Read() {
     Need(2, std::min(position_, words_.size()), "the stream ends where a value is due");
     const std::uint16_t type = TakeWord();
@@ -48,6 +58,20 @@ Variant StreamDecoder::Read() {
         return ReadText();
     }
     return ReadScalar(type, size);
+}
+
+bool StreamDecoder::EnterTexts(std::int32_t count) noexcept {
+    constexpr VarType kTexts = VarType::ArrayFlag | VarType::String;
+    if (!Has(kStreamArrayHeader)) return false;
+    const std::size_t start = position_;
+    const auto upper = static_cast<std::uint32_t>(count);
+    if (TakeWord() == static_cast<std::uint16_t>(kTexts) &&
+        TakeWord() == StreamElementSize(VarType::String) && TakeLong() == upper &&
+        TakeLong() == 1 && TakeLong() == upper) {
+        return true;
+    }
+    position_ = start;
+    return false;
 }
 
 Variant StreamDecoder::ReadArray(std::uint16_t element, std::uint16_t size) {
@@ -106,15 +130,12 @@ Variant StreamDecoder::ReadScalar(std::uint16_t type, std::uint16_t size) {
     const auto width = static_cast<std::int16_t>(size);
     if (width < 1 || width > 8) return {};
     Need((size + 1u) / 2, position_ - 2, "the stream ends within a value");
-    std::uint64_t bits = 0;
-    for (unsigned byte = 0; byte < size; byte += 2) {
-        std::uint64_t word = TakeWord();
-        if (size - byte == 1) {
-            Doubt(word > 0xFF, position_ - 1, kNoPad);
-            word &= 0xFF;
-        }
-        bits |= word << (8 * byte);
-    }
+    const std::size_t taken = (size + 1u) / 2;
+    std::uint64_t bits = WordsAt(words_.data() + position_, taken, words_.size() - position_);
+    position_ += taken;
+    const std::uint64_t value = ~std::uint64_t{0} >> (64 - 8 * size);
+    Doubt((bits & ~value) != 0, position_ - 1, kNoPad);
+    bits &= value;
     Doubt(kind == VarType::Boolean && bits != 0 && bits != 0xFFFF, position_ - 1,
           "a Boolean that is neither true nor false");
     if (kind == VarType::Decimal) return Variant::FromDecimal({.Low = bits});
@@ -125,9 +146,8 @@ Text StreamDecoder::ReadText() {
     Need(2, position_, "the stream ends where a text is due");
     const std::uint32_t length = TakeLong();
     Need(length, position_ - 2, "a text is longer than the stream");
-    Text text = Text::Make(length, [&](char16_t* units) {
-        std::memcpy(units, words_.data() + position_, std::size_t{length} * sizeof(char16_t));
-    });
+    Text text = texts_.Make(
+        length, [&](char16_t* units) { CopyUnits(units, words_.data() + position_, length); });
     position_ += length;
     return text;
 }

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "platform/Text.h"
+#include "platform/TextMaker.h"
 #include "platform/Variant.h"
 
 namespace zorvane {
@@ -41,14 +42,28 @@ class StreamDecoder {
 
     // The next word to be read; may stand behind the last one.
     [[nodiscard]] std::size_t Position() const noexcept { return position_; }
+    // Goes back to where Position() was when nothing but texts was read since.
+    void Return(std::size_t position) noexcept { position_ = position; }
     // One encoded value. Throws StreamDamage; then the decoder is of no further use.
     [[nodiscard]] Variant Read();
+    // Reads the header of an array of `count` texts from position 1, as writers make it, and gives
+    // true: as many texts are due. In front of anything else reads nothing.
+    [[nodiscard]] bool EnterTexts(std::int32_t count) noexcept;
+    // A text that is due, with nothing in front to say so. Throws as Read.
+    [[nodiscard]] Text ReadText();
+    // Whether `words` more can be read, beside those that enclosing arrays await.
+    [[nodiscard]] bool Has(std::uint64_t words) const noexcept {
+        const std::uint64_t taken = position_ + promised_;
+        return taken <= words_.size() && words <= words_.size() - taken;
+    }
 
   private:
     struct ArrayHeader;
 
-    // Damage at `word` unless `words` more can be read, beside those that enclosing arrays await.
-    void Need(std::uint64_t words, std::size_t word, const char* what) const;
+    // Damage at `word` unless the decoder has so many words.
+    void Need(std::uint64_t words, std::size_t word, const char* what) const {
+        if (!Has(words)) throw StreamDamage(word, what);
+    }
     // Damage for a checker; a reader goes on.
     void Doubt(bool doubtful, std::size_t word, const char* what) const;
     // Takes bytes of memory that no words of the stream stand for.
@@ -56,7 +71,6 @@ class StreamDecoder {
     [[nodiscard]] Variant ReadArray(std::uint16_t element, std::uint16_t size);
     [[nodiscard]] Array ReadNumbers(VarType element, std::uint16_t size, const ArrayHeader& header);
     [[nodiscard]] Variant ReadScalar(std::uint16_t type, std::uint16_t size);
-    [[nodiscard]] Text ReadText();
     [[nodiscard]] Array ReadTexts(const ArrayHeader& header);
     [[nodiscard]] Array ReadValues(const ArrayHeader& header);
     [[nodiscard]] std::uint32_t TakeLong() noexcept;  // two words that were checked
@@ -70,6 +84,7 @@ class StreamDecoder {
     std::uint64_t spare_;         // bytes that arrays may still take beyond their data
     std::uint64_t promised_ = 0;  // the least words of the elements that enclosing arrays await
     int depth_ = 0;
+    TextMaker texts_;
 };
 
 }  // namespace zorvane

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "platform/Error.h"
-#include "propbag/StreamWords.h"
 
 namespace zorvane {
 namespace {
@@ -55,16 +54,14 @@ void StreamEncoder::Write(const Variant& value) {
     // An object has no form here: it is stored as nothing at all.
     const VarType type = value.IsObject() ? VarType::Empty : value.Type();
     const std::uint16_t width = StreamWidth(type);
-    WriteWord(static_cast<std::uint16_t>(type));
-    WriteWord(width);
+    PutLong(Take(2), static_cast<std::uint32_t>(width) << 16 | static_cast<std::uint16_t>(type));
     if (type == VarType::String) return WriteText(value.TextUnchecked());
     WriteScalar(value.ScalarBits(), (width + 1u) / 2);
 }
 
 // The low words of `bits`, the lowest first.
 void StreamEncoder::WriteScalar(std::uint64_t bits, std::size_t words) noexcept {
-    std::int16_t* const to = stream_.data() + position_;
-    position_ += words;
+    std::int16_t* const to = Take(words);
     constexpr std::size_t kAll = sizeof bits / sizeof *to;
     if (std::endian::native == std::endian::little && stream_.size() - position_ >= kAll) {
         std::memcpy(to, &bits, sizeof bits);  // what is too much gets overwritten
@@ -93,8 +90,7 @@ void StreamEncoder::WriteArray(const Array& array) {
             break;
         default: {
             const std::span<const std::byte> bytes = array.Bytes();
-            PutBytes(stream_.data() + position_, bytes.data(), bytes.size(), array.ElementSize());
-            position_ += (bytes.size() + 1) / 2;
+            PutBytes(Take((bytes.size() + 1) / 2), bytes.data(), bytes.size(), array.ElementSize());
         }
     }
 }
@@ -118,14 +114,7 @@ void StreamEncoder::WriteDecimal(const Decimal& value) noexcept {
 }
 
 void StreamEncoder::WriteLong(std::uint32_t value) noexcept {
-    PutLong(stream_.data() + position_, value);
-    position_ += 2;
-}
-
-void StreamEncoder::WriteText(const Text& text) noexcept {
-    WriteLong(static_cast<std::uint32_t>(text.Length()));
-    PutUnits(stream_.data() + position_, text.Units());
-    position_ += static_cast<std::size_t>(text.Length());
+    PutLong(Take(2), value);
 }
 
 }  // namespace zorvane

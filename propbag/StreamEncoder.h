@@ -4,9 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
+#include <utility>
 
 #include "platform/Text.h"
+#include "platform/Units.h"
 #include "platform/Variant.h"
+#include "propbag/StreamWords.h"
 
 namespace zorvane {
 
@@ -28,12 +32,19 @@ class StreamEncoder {
     void WriteArrayHeader(VarType element, std::int32_t lower, std::int32_t count) noexcept;
     void WriteLong(std::uint32_t value) noexcept;  // two bare words
     // One element of an array of texts: its length and its units.
-    void WriteText(const Text& text) noexcept;
-    void WriteWord(std::uint16_t word) noexcept {
-        stream_[position_++] = static_cast<std::int16_t>(word);
+    void WriteText(const Text& text) noexcept {
+        const std::u16string_view units = text.Units();
+        std::int16_t* const to = Take(2 + units.size());
+        PutLong(to, static_cast<std::uint32_t>(units.size()));
+        CopyUnits(to + 2, units.data(), units.size());
     }
+    void WriteWord(std::uint16_t word) noexcept { *Take(1) = static_cast<std::int16_t>(word); }
 
   private:
+    // The next words, to be written.
+    [[nodiscard]] std::int16_t* Take(std::size_t words) noexcept {
+        return stream_.data() + std::exchange(position_, position_ + words);
+    }
     void WriteArray(const Array& array);
     void WriteDecimal(const Decimal& value) noexcept;
     void WriteScalar(std::uint64_t bits, std::size_t words) noexcept;

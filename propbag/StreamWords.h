@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 
 #include "platform/VarType.h"
 
@@ -47,27 +46,6 @@ inline void PutLong(std::int16_t* to, std::uint32_t value) noexcept {
 [[nodiscard]] inline std::uint32_t LongAt(const std::int16_t* from) noexcept {
     return static_cast<std::uint16_t>(from[0]) | std::uint32_t{static_cast<std::uint16_t>(from[1])}
                                                      << 16;
-}
-
-// Most names and texts are short: then two copies of a fixed size, which may overlap, do.
-inline void PutUnits(std::int16_t* to, std::u16string_view units) noexcept {
-    const std::size_t count = units.size();
-    const auto both = [&]<std::size_t kUnits>() {
-        std::memcpy(to, units.data(), kUnits * sizeof(char16_t));
-        std::memcpy(to + (count - kUnits), units.data() + (count - kUnits),
-                    kUnits * sizeof(char16_t));
-    };
-    if (count > 32) {
-        std::memcpy(to, units.data(), count * sizeof(char16_t));
-    } else if (count > 16) {
-        both.operator()<16>();
-    } else if (count >= 8) {
-        both.operator()<8>();
-    } else if (count >= 4) {
-        both.operator()<4>();
-    } else {
-        for (std::size_t i = 0; i < count; ++i) to[i] = static_cast<std::int16_t>(units[i]);
-    }
 }
 
 // Where byte `at` of a stream of elements lies among elements whose high byte comes first.
