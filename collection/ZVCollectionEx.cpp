@@ -92,7 +92,7 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     const bool inOrder = Sorted() && InSearchOrder();
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = InsertRecord(position, Key, inOrder);
+    const RecordNumber number = records_.InsertKey(position, Key, inOrder, Rule());
     index_.Insert(Key.FoldedHash(), number);
     CollectionRecord& record = records_.OfNumber(number);
     MoveToEmpty(record.Key, Key);
@@ -112,7 +112,7 @@ void ZVCollectionEx::Append(SourceRecord source) {
         foreignCodes_.reserve(std::max<std::size_t>(16, foreignCodes_.size() * 2));
     }
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
+    const RecordNumber number = records_.InsertKey(Count() + 1, record.Key, false, Rule());
     index_.Insert(record.Key.FoldedHash(), number);
     NoteForeignCode(number, foreign ? source.HashCode : 0);
     record.AddedAt = additions_++;
@@ -124,7 +124,7 @@ void ZVCollectionEx::Append(SourceRecord source) {
 
 bool ZVCollectionEx::BinaryExists(Text Key, std::int32_t& Index) {
     RestoreKeyOrder();
-    const Search found = SearchSorted(Key, false);
+    const Search found = records_.FindKey(Key, false, Rule());
     Index = found.Position;
     return found.Found;
 }
@@ -132,7 +132,7 @@ bool ZVCollectionEx::BinaryExists(Text Key, std::int32_t& Index) {
 void ZVCollectionEx::Clear() {
     // Released at the end, when the collection is whole again: the items' end may run code that
     // uses it.
-    RecordStore<CollectionRecord> doomed;
+    KeyedStore<CollectionRecord> doomed;
     swap(records_, doomed);
     KeyIndex none;
     swap(index_, none);

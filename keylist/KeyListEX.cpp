@@ -65,14 +65,17 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     const bool repeated = found.Found || (!inOrder && Holder(Key));
 
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = InsertRecord(position, Key, inOrder);
+    const RecordNumber number = records_.InsertKey(position, Key, inOrder, Rule());
     index_.Insert(Key.FoldedHash(), number);
     KeyListRecord& record = records_.OfNumber(number);
     MoveToEmpty(record.Key, Key);
     MoveToEmpty(record.Item, Item);
     if (Count() > capacity_) capacity_ = GrownCapacity(Count(), Granularity());
     NoteKeyOrder(inOrder);
-    repeats_ = repeats_ || repeated;
+    if (repeated) {
+        repeats_ = true;
+        hashTells_ = false;
+    }
     settings_.Changed = true;
     if (Options.ReturnItem) return record.Item;
     return position;
@@ -81,7 +84,7 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
 void KeyListEX::Append(KeyListRecord record) {
     repeats_ = repeats_ || Holder(record.Key);
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    const RecordNumber number = InsertRecord(Count() + 1, record.Key, false);
+    const RecordNumber number = records_.InsertKey(Count() + 1, record.Key, false, Rule());
     index_.Insert(record.Key.FoldedHash(), number);
     records_.OfNumber(number) = std::move(record);
     capacity_ = Count();
@@ -90,7 +93,7 @@ void KeyListEX::Append(KeyListRecord record) {
 
 void KeyListEX::Clear() {
     // Released at the end, when the list is whole again: the items' end may run code that uses it.
-    RecordStore<KeyListRecord> doomed;
+    KeyedStore<KeyListRecord> doomed;
     swap(records_, doomed);
     KeyIndex none;
     swap(index_, none);
@@ -146,13 +149,20 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
     if (Count() == 0) return std::nullopt;
     const Text key = sought;  // which may live in a record that a re-sort moves
     if (Sorted()) RestoreKeyOrder();
-    if (HashTells()) {
+    hashTells_ = HashTells();
+    if (hashTells_) {
         const RecordNumber* const holder = Holder(key);
         return holder ? std::optional(*holder) : std::nullopt;
     }
     const Search found = Look(key);
     if (!found.Found) return std::nullopt;
     return records_.NumberAt(found.Position);
+}
+
+// Whether a look-up by key sorts nothing and finds by hash what a search would find.
+bool KeyListEX::HashTells() const noexcept {
+    if (repeats_) return false;
+    return !Sorted() || (sortComparer_ == keyComparer_ && InSearchOrder());
 }
 
 bool KeyListEX::HasKeyLike(RecordNumber number, const Text& key) const noexcept {
@@ -169,14 +179,14 @@ Text KeyListEX::Key(std::int32_t Index) const {
 auto KeyListEX::Look(Text key) -> Search {
     if (Sorted()) {
         RestoreKeyOrder();
-        if (repeats_ || !InSearchOrder()) return SearchSorted(key, !Unique());
+        if (repeats_ || !InSearchOrder()) return records_.FindKey(key, !Unique(), Rule());
         // The index is far away; the order is searched meanwhile, and mostly tells enough.
         index_.Fetch(key.FoldedHash());
-        const Stretch places = PlacesFor(key);
+        const auto places = records_.PlacesFor(key);
         if (places.Empty()) return {false, places.First};
         if (const RecordNumber* const holder = Holder(key))
             return {true, records_.PositionOf(*holder)};
-        return {false, FirstNotBefore(key, places)};
+        return {false, records_.FirstNotBefore(key, places, Rule())};
     }
     Search first{false, Count() + 1};
     index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {

@@ -108,21 +108,14 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         if (!vKeyIndex.IsText()) [[unlikely]]
             return AtPosition(Classify(vKeyIndex).Position);
         const Text& key = vKeyIndex.TextUnchecked();
-        if (HashTells()) [[likely]] {
+        if (hashTells_) [[likely]] {
             const RecordNumber* const holder = Holder(key);
             return holder ? &records_.OfNumber(*holder) : nullptr;
         }
         const auto number = FindKey(key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
-    // Whether a look-up by key sorts nothing and finds by hash what a search would find.
-    [[nodiscard]] bool HashTells() const noexcept {
-        if (repeats_) [[unlikely]]
-            return false;
-        if (!Sorted()) [[unlikely]]
-            return true;
-        return sortComparer_ == keyComparer_ && InSearchOrder();
-    }
+    [[nodiscard]] bool HashTells() const noexcept;
     // Whether its key counts as this one although not all units are the same.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // Some entry that has the key, whatever the order: mostly the one with the same text.

@@ -1,6 +1,6 @@
 #pragma once
 // KeyedRecords: what the generated keyed classes answer alike: settings, typed columns by key or
-// position, the choice of a sort column and the sorted search.
+// position and the choice of a sort column.
 //
 // A class built on it supplies, as members that this base may reach:
 //   Record              with Item, ItemLong, ItemString and Key
@@ -11,7 +11,6 @@
 //   kLookUpReorders     whether FindRecord may sort by key first
 //   kTypeName, kItemStringMember
 
-#include <algorithm>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -25,12 +24,11 @@
 #include "platform/Classes.h"
 #include "platform/LateBound.h"
 #include "platform/Object.h"
-#include "platform/Units.h"
 #include "platform/Variant.h"
 #include "runtime/Comparers.h"
 #include "runtime/ErrorTable.h"
 #include "runtime/ItemIterator.h"
-#include "runtime/RecordStore.h"
+#include "runtime/KeyedStore.h"
 #include "runtime/Settings.h"
 #include "runtime/SortRecordArray.h"
 
@@ -42,12 +40,6 @@ struct SortColumn {
     std::size_t Offset;        // of the field in a record, in bytes
     VarType Type;              // chooses the comparer
 };
-
-// The halves of a sum of two positions, halves to even: 1.5 gives 2 and so does 2.5.
-[[nodiscard]] constexpr std::int32_t MiddleHalfEven(std::int32_t low, std::int32_t high) noexcept {
-    const std::int64_t sum = std::int64_t{low} + high;
-    return static_cast<std::int32_t>((sum >> 1) + ((sum & 3) == 3 ? 1 : 0));
-}
 
 template <class Derived, class Record>
 class KeyedRecords : public Object {
@@ -75,7 +67,10 @@ class KeyedRecords : public Object {
 
     // Assigning does not re-sort; until the next sort a key search looks the wrong way.
     [[nodiscard]] bool Descending() const noexcept { return settings_.Descending; }
-    void SetDescending(bool value) noexcept { settings_.Descending = value; }
+    void SetDescending(bool value) noexcept {
+        settings_.Descending = value;
+        hashTells_ = false;
+    }
 
     // Whether a key or position names an entry. May re-sort by key.
     [[nodiscard]] bool Contains(const Variant& vKeyIndex) {
@@ -142,7 +137,10 @@ class KeyedRecords : public Object {
 
     // Assigning does not sort.
     [[nodiscard]] bool Sorted() const noexcept { return settings_.Sorted; }
-    void SetSorted(bool value) noexcept { settings_.Sorted = value; }
+    void SetSorted(bool value) noexcept {
+        settings_.Sorted = value;
+        hashTells_ = false;
+    }
     [[nodiscard]] bool Unique() const noexcept { return settings_.Unique; }
     void SetUnique(bool value) noexcept { settings_.Unique = value; }
 
@@ -163,10 +161,7 @@ class KeyedRecords : public Object {
     [[nodiscard]] Iterator end() const noexcept { return {}; }
 
   protected:
-    struct Search {
-        bool Found;
-        std::int32_t Position;  // of the key, or where it belongs
-    };
+    using Search = typename KeyedStore<Record>::Search;
 
     // An entry; Position 0: none.
     struct Entry {
@@ -183,11 +178,7 @@ class KeyedRecords : public Object {
         std::swap(sortOffset_, other.sortOffset_);
         std::swap(sortComparer_, other.sortComparer_);
         std::swap(keyComparer_, other.keyComparer_);
-        std::swap(lead_, other.lead_);
-        std::swap(leadJudgedAt_, other.leadJudgedAt_);
-        std::swap(orderedByKey_, other.orderedByKey_);
-        std::swap(orderMode_, other.orderMode_);
-        std::swap(orderDescending_, other.orderDescending_);
+        std::swap(hashTells_, other.hashTells_);
     }
 
     [[noreturn]] static void RaiseError(Failure failure, std::u16string_view member,
@@ -198,6 +189,8 @@ class KeyedRecords : public Object {
     [[nodiscard]] CompareMode Mode() const noexcept {
         return settings_.Compare == 0 ? CompareMode::Binary : CompareMode::Text;
     }
+    // What a key search goes by now.
+    [[nodiscard]] KeyRule Rule() const noexcept { return {Mode(), settings_.Descending}; }
     [[nodiscard]] Record& Find(const Variant& vKeyIndex, const std::u16string_view& member) {
         if (ReordersFor(vKeyIndex)) [[unlikely]]
             return FindKept(vKeyIndex, member);
@@ -218,44 +211,15 @@ class KeyedRecords : public Object {
     }
     // Whether looking this up sorts first, which may pull an argument away that lives in a record.
     [[nodiscard]] bool ReordersFor(const Variant& vKeyIndex) const noexcept {
-        return Derived::kLookUpReorders && sortComparer_ != keyComparer_ && vKeyIndex.IsText();
+        return Derived::kLookUpReorders && !hashTells_ && sortComparer_ != keyComparer_ &&
+               vKeyIndex.IsText();
     }
     // True when a key search would find the records in the order that it assumes.
-    [[nodiscard]] bool InSearchOrder() const noexcept {
-        if (orderedByKey_ && orderMode_ == Mode() && orderDescending_ == settings_.Descending)
-            [[likely]]
-            return true;
-        return Count() < 2;
-    }
+    [[nodiscard]] bool InSearchOrder() const noexcept { return records_.InOrder(Rule()); }
     // Records that the keys stand in the order that a search assumes now, or in none.
     void NoteKeyOrder(bool ordered) noexcept {
-        if (!ordered && !orderedByKey_) return;
-        orderedByKey_ = ordered;
-        orderMode_ = Mode();
-        orderDescending_ = settings_.Descending;
-        if (!ordered || !PrefixesFollow()) records_.DropPrefixes();
-    }
-    // Opens a record for a key at a position; `inOrder` tells that the key belongs there. May
-    // throw, then no record changed.
-    RecordNumber InsertRecord(std::int32_t position, const Text& key, bool inOrder) {
-        if (!inOrder || !PrefixesFollow()) {
-            records_.DropPrefixes();
-            return records_.Insert(position);
-        }
-        PreparePrefixes(key);
-        return records_.Insert(position, PrefixOf(key));
-    }
-    using Stretch = typename RecordStore<Record>::Stretch;
-    // Among keys in search order: where a key can stand, or when it has to be absent, belongs.
-    [[nodiscard]] Stretch PlacesFor(const Text& key) const {
-        const bool byPrefix = records_.HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_);
-        return byPrefix ? records_.WithPrefix(PrefixOf(key)) : records_.All();
-    }
-    [[nodiscard]] std::int32_t FirstNotBefore(const Text& key, Stretch places) const {
-        const int ahead = settings_.Descending ? 1 : -1;
-        return records_.PartitionPoint(places, [&](const Record& record) {
-            return CompareTexts(record.Key, key, Mode()) == ahead;
-        });
+        if (!ordered) hashTells_ = false;
+        records_.NoteOrder(ordered, Rule());
     }
     // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
@@ -271,19 +235,25 @@ class KeyedRecords : public Object {
             throw;
         }
     }
-    [[nodiscard]] Search SearchSorted(const Text& key, bool firstOfEquals) const;
     // Sort, with fieldAt(i) as the address of the selected column in the record at position i + 1.
     bool SortByFields(const std::function<const void*(std::uint32_t)>& fieldAt);
-    void SelectKey() noexcept {
-        sortOffset_ = offsetof(Record, Key);
-        sortComparer_ = keyComparer_ = modZorvane::CompareString;
+    // Selects the column at an offset in records; a null comparer selects none.
+    void Select(std::size_t offset, modZorvane::Comparer comparer) noexcept {
+        sortOffset_ = offset;
+        sortComparer_ = comparer;
+        if (comparer && offset == offsetof(Record, Key)) keyComparer_ = comparer;
+        hashTells_ = false;
     }
+    void SelectKey() noexcept { Select(offsetof(Record, Key), modZorvane::CompareString); }
 
-    RecordStore<Record> records_;
+    KeyedStore<Record> records_;
     Settings settings_;
     std::size_t sortOffset_ = 0;
     modZorvane::Comparer sortComparer_ = nullptr;  // null = no column selected
     modZorvane::Comparer keyComparer_ = nullptr;   // as recorded when "key" was last selected
+    // Noted by a class that may answer by hash or search: a look-up by key goes by hash, until
+    // something changes that the choice depends on.
+    bool hashTells_ = false;
 
   private:
     // Constants, since a compiler would measure such literals at each call.
@@ -309,30 +279,7 @@ class KeyedRecords : public Object {
         return record != nullptr;
     }
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
-    // Prefixes of four units tell the binary order of keys, and no other.
-    [[nodiscard]] bool PrefixesFollow() const noexcept {
-        return Mode() == CompareMode::Binary && !settings_.Descending;
-    }
-    // The four units behind the lead that all keys share, the first in the high bits.
-    [[nodiscard]] std::uint64_t PrefixOf(const Text& key) const noexcept {
-        return FourUnits(key.Units(), lead_);
-    }
-    void PreparePrefixes(const Text& key);
-    // How many units a key has in common with the first record's.
-    [[nodiscard]] std::size_t SharedLead(const Text& key) const noexcept {
-        const std::u16string_view first = records_.At(1).Key.Units();
-        const std::u16string_view units = key.Units();
-        const auto differ = std::mismatch(first.begin(), first.end(), units.begin(), units.end());
-        return static_cast<std::size_t>(differ.first - first.begin());
-    }
-    [[nodiscard]] Search SearchByHalves(const Text& key, bool firstOfEquals) const;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
-
-    std::size_t lead_ = 0;           // units that all keys share, while there are prefixes
-    std::int32_t leadJudgedAt_ = 0;  // the count at which the lead was last looked for
-    bool orderedByKey_ = false;
-    CompareMode orderMode_ = CompareMode::Binary;
-    bool orderDescending_ = false;
 };
 
 template <class Derived, class Record>
@@ -403,77 +350,12 @@ bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
     const Text name = LowerCase(Column);
     for (const SortColumn& column : Derived::Columns()) {
         if (name.Units() != column.Name) continue;
-        sortOffset_ = column.Offset;
-        sortComparer_ = modZorvane::ComparerForType(column.Type);
-        if (column.Offset == offsetof(Record, Key)) keyComparer_ = sortComparer_;
+        Select(column.Offset, modZorvane::ComparerForType(column.Type));
         if (SortNow) Self().Sort();
         return false;
     }
-    sortOffset_ = 0;
-    sortComparer_ = nullptr;
+    Select(0, nullptr);
     return true;
-}
-
-// Sees to it that the records carry prefixes that the key to be added fits. The keys are in binary
-// order, so what the first and the last share all share.
-template <class Derived, class Record>
-void KeyedRecords<Derived, Record>::PreparePrefixes(const Text& key) {
-    constexpr std::int32_t kWorthwhile = 128;
-    if (Count() < kWorthwhile) return;
-    const bool fits = records_.HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_);
-    if (fits && Count() < leadJudgedAt_ * 2) return;
-    const std::size_t lead = std::min(SharedLead(key), SharedLead(records_.At(Count()).Key));
-    leadJudgedAt_ = Count();
-    if (fits && lead <= lead_) return;
-    const std::size_t before = std::exchange(lead_, lead);
-    try {
-        records_.AttachPrefixes([&](const Record& record) { return PrefixOf(record.Key); });
-    } catch (...) {
-        lead_ = before;
-        throw;
-    }
-}
-
-// Where a key stands or belongs. While the keys are in the order that the search assumes, the
-// answer is the first equal key or the one place between; only which of several equal keys is hit,
-// and anything in another order, takes the search by halves to tell.
-template <class Derived, class Record>
-auto KeyedRecords<Derived, Record>::SearchSorted(const Text& key, bool firstOfEquals) const
-    -> Search {
-    if (!InSearchOrder()) return SearchByHalves(key, firstOfEquals);
-    const Stretch places = PlacesFor(key);
-    const std::int32_t position = FirstNotBefore(key, places);
-    const auto equals = [&](std::int32_t at) {
-        return at <= Count() && EqualTexts(records_.At(at).Key, key, Mode());
-    };
-    if (places.Empty() || !equals(position)) return {false, position};
-    if (!firstOfEquals && equals(position + 1)) return SearchByHalves(key, firstOfEquals);
-    return {true, position};
-}
-
-template <class Derived, class Record>
-auto KeyedRecords<Derived, Record>::SearchByHalves(const Text& key, bool firstOfEquals) const
-    -> Search {
-    std::int32_t low = 1;
-    std::int32_t high = Count();
-    const int ahead = settings_.Descending ? 1 : -1;
-    const auto orderAt = [&](std::int32_t at) {
-        return CompareTexts(records_.At(at).Key, key, Mode());
-    };
-    while (low <= high) {
-        std::int32_t middle = MiddleHalfEven(low, high);
-        const int order = orderAt(middle);
-        if (order == 0) {
-            while (firstOfEquals && middle > 1 && orderAt(middle - 1) == 0) --middle;
-            return {true, middle};
-        }
-        if (order == ahead) {
-            low = middle + 1;
-        } else {
-            high = middle - 1;
-        }
-    }
-    return {false, low};
 }
 
 }  // namespace zorvane
