@@ -3,7 +3,8 @@
 //
 // Null means empty; copying counts a reference and never copies units. Any unit may stand in a
 // text, U+0000 and lone surrogates included. The count is not atomic: the texts of one thread are
-// not to be touched by another. A Text may be moved as raw bytes (see platform/Relocate.h).
+// not to be touched by another, and those read from one stream move to another thread together or
+// not at all. A Text may be moved as raw bytes (see platform/Relocate.h).
 
 #include <algorithm>
 #include <cstddef>
