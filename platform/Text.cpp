@@ -87,7 +87,7 @@ std::uint32_t Text::ComputeFoldedHash() const noexcept {
 }
 
 void Text::Free(Block* block) noexcept {
-    if (TextMaker::IsInSlab(block)) return TextMaker::Release(block);
+    if ((block->references & kInSlab) != 0) return TextMaker::Release(block);
     ::operator delete(static_cast<void*>(block));
 }
 

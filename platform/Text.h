@@ -85,7 +85,7 @@ class Text {
   private:
     friend class TextMaker;
     struct Block {
-        std::uint32_t references;
+        std::uint32_t references;  // and kInSlab
         std::uint32_t length;
         std::uint32_t foldedHash;  // 0 = not computed yet
         char16_t units[2];         // really `length` of them
@@ -97,12 +97,15 @@ class Text {
         }
     };
 
+    // Beside the count: a TextMaker made it, and the memory is not its own.
+    static constexpr std::uint32_t kInSlab = 0x80000000u;
+
     explicit Text(Block* block) noexcept : block_(block) {}
     // Units unset; null for 0. Throws std::length_error and std::bad_alloc.
     static Block* Allocate(std::size_t length);
-    static Block* Begin(void* place, std::size_t length) noexcept {
+    static Block* Begin(void* place, std::size_t length, std::uint32_t mark = 0) noexcept {
         auto* const block = static_cast<Block*>(place);
-        block->references = 1;
+        block->references = mark | 1;
         block->length = static_cast<std::uint32_t>(length);
         block->foldedHash = 0;
         return block;
@@ -114,7 +117,8 @@ class Text {
     std::uint32_t ComputeFoldedHash() const noexcept;
     static void Free(Block* block) noexcept;
     void Release() noexcept {
-        if (block_ && --block_->references == 0) Free(block_);
+        // Shifted, what is left of the mark and a count of none is 0.
+        if (block_ && --block_->references << 1 == 0) Free(block_);
     }
     void Retain() const noexcept {
         if (block_) ++block_->references;

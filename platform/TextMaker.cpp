@@ -17,7 +17,7 @@ Text::Block* TextMaker::PlaceElsewhere(std::size_t length) {
     if (slab_) Leave(slab_);
     slab_ = slab;
     size_ = size;
-    next_ = kOffset;
+    next_ = kHeader;
     return Place(length);
 }
 

@@ -46,16 +46,10 @@ class TextMaker {
 
     static constexpr std::size_t kMostUnits = 64;
     static constexpr std::size_t kFirstSlab = 256;
-    // Blocks in slabs stand half an alignment away from where any allocation begins, which tells
-    // them from others.
-    static constexpr std::size_t kAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
-    static constexpr std::size_t kOffset = kAlignment / 2;
-    static_assert(kOffset >= sizeof(Slab) + sizeof(Distance) && kOffset % alignof(Slab) == 0);
-    static_assert(kOffset % alignof(Text::Block) == 0 && kLargestSlab <= UINT16_MAX);
+    static constexpr std::size_t kAlignment = alignof(Text::Block);
+    static constexpr std::size_t kHeader = sizeof(Slab) + sizeof(Distance);
+    static_assert(kHeader % kAlignment == 0 && kLargestSlab <= UINT16_MAX);
 
-    [[nodiscard]] static bool IsInSlab(const Text::Block* block) noexcept {
-        return (reinterpret_cast<std::uintptr_t>(block) & kOffset) != 0;
-    }
     static void Leave(Slab* slab) noexcept;
     static void Release(Text::Block* block) noexcept;
     [[nodiscard]] Text::Block* Place(std::size_t length) {
@@ -67,8 +61,8 @@ class TextMaker {
         std::memcpy(place - sizeof distance, &distance, sizeof distance);
         ++slab_->users;
         const std::size_t end = next_ + size + sizeof distance;
-        next_ = (end + kOffset - 1) / kAlignment * kAlignment + kOffset;
-        return Text::Begin(place, length);
+        next_ = (end + kAlignment - 1) / kAlignment * kAlignment;
+        return Text::Begin(place, length, Text::kInSlab);
     }
     [[nodiscard]] Text::Block* PlaceElsewhere(std::size_t length);
 
