@@ -42,7 +42,8 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
 
     // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
     // the place follows from the key and Before and After are ignored; otherwise the entry goes
-    // where they say, or to the end; a repeated key (Unique False) goes in front of its equals.
+    // where they say, or to the end. Unless they say so, a repeated key (Unique False) goes in
+    // front of the first of its equals.
     // Position of the options is not used. Before may be Count()+1 and After 0. ItemLong and
     // ItemString of the new entry are 0 and "". Fails when the key is in use (28501), Before or
     // After is out of range (28502) or names no entry or is neither key nor position (28503):
@@ -50,8 +51,9 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     // nothing.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
 
-    // Slots in the store: grows by Granularity when full, shrinks to Count() when more than
-    // Granularity slots stand spare after a removal that leaves something.
+    // Slots in the store: an addition that finds it full makes it Granularity more than Count()
+    // then is; it shrinks to Count() when more than Granularity slots stand spare after a removal
+    // that leaves something.
     [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
 
     // Removes every entry and restores every setting but Granularity.

@@ -3,7 +3,8 @@
 //
 // Between public calls: while Sorted(), entries ascend by name without regard to case, and no two
 // names are equal while names are unique. Both hold for every bag but one whose words said so
-// falsely; then look-ups by name may miss, and nothing worse. Entries are counted from 1.
+// falsely, or were cut off before they said otherwise; then look-ups by name may miss, and nothing
+// worse. Entries are counted from 1.
 //
 // A KeyIndex is a name (a text) or a position (a 16- or 32-bit integer). A bag that is not Sorted()
 // finds nothing by name. Look-up by name O(log n), by position O(1); Add and Remove move the
@@ -62,7 +63,8 @@ class ZVPropertyBag : public Object {
     // Raises 5 for a value whose arrays are nested too deep to be read again. O(size).
     [[nodiscard]] Array Contents() const;
     // Clears the bag and rebuilds it. Whatever is no stream leaves it empty; of a damaged stream
-    // the entries before the damage stay. Raises nothing.
+    // the entries before the damage stay, and settings that were not reached are 16, True and True.
+    // Raises nothing for what the value is.
     void SetContents(const Variant& value);
 
     // Clears this bag and takes entries and settings of the other; Changed too, unless MarkChanged
