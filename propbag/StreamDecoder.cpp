@@ -142,7 +142,15 @@ Variant StreamDecoder::ReadScalar(std::uint16_t type, std::uint16_t size) {
     return Variant::FromScalarBits(kind, bits);
 }
 
-Text StreamDecoder::ReadText() {
+// The bounds say how many texts follow; the count is not looked at.
+Array StreamDecoder::ReadTexts(const ArrayHeader& header) {
+    Need(header.Extent * kLeastValue, header.Word + 2, kTooManyElements);
+    Array made(VarType::String, header.Lower, header.Elements());
+    for (Text& text : made.MutableElements<Text>()) text = ReadText();
+    return made;
+}
+
+Text StreamDecoder::ReadUnits() {
     Need(2, position_, "the stream ends where a text is due");
     const std::uint32_t length = TakeLong();
     Need(length, position_ - 2, "a text is longer than the stream");
@@ -150,14 +158,6 @@ Text StreamDecoder::ReadText() {
         length, [&](char16_t* units) { CopyUnits(units, words_.data() + position_, length); });
     position_ += length;
     return text;
-}
-
-// The bounds say how many texts follow; the count is not looked at.
-Array StreamDecoder::ReadTexts(const ArrayHeader& header) {
-    Need(header.Extent * kLeastValue, header.Word + 2, kTooManyElements);
-    Array made(VarType::String, header.Lower, header.Elements());
-    for (Text& text : made.MutableElements<Text>()) text = ReadText();
-    return made;
 }
 
 // Each element takes two words at least, and none may be promised twice: without that, every level

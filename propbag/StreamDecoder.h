@@ -50,7 +50,14 @@ class StreamDecoder {
     // true: as many texts are due. In front of anything else reads nothing.
     [[nodiscard]] bool EnterTexts(std::int32_t count) noexcept;
     // A text that is due, with nothing in front to say so. Throws as Read.
-    [[nodiscard]] Text ReadText();
+    [[nodiscard]] Text ReadText() {
+        // Most texts of a bag are empty: what plain values have for a class name.
+        if (Has(2) && words_[position_] == 0 && words_[position_ + 1] == 0) {
+            position_ += 2;
+            return {};
+        }
+        return ReadUnits();
+    }
     // Whether `words` more can be read, beside those that enclosing arrays await.
     [[nodiscard]] bool Has(std::uint64_t words) const noexcept {
         const std::uint64_t taken = position_ + promised_;
@@ -71,6 +78,7 @@ class StreamDecoder {
     [[nodiscard]] Variant ReadArray(std::uint16_t element, std::uint16_t size);
     [[nodiscard]] Array ReadNumbers(VarType element, std::uint16_t size, const ArrayHeader& header);
     [[nodiscard]] Variant ReadScalar(std::uint16_t type, std::uint16_t size);
+    [[nodiscard]] Text ReadUnits();
     [[nodiscard]] Array ReadTexts(const ArrayHeader& header);
     [[nodiscard]] Array ReadValues(const ArrayHeader& header);
     [[nodiscard]] std::uint32_t TakeLong() noexcept;  // two words that were checked
