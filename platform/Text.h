@@ -118,7 +118,7 @@ class Text {
     static void Free(Block* block) noexcept;
     void Release() noexcept {
         // Shifted, what is left of the mark and a count of none is 0.
-        if (block_ && --block_->references << 1 == 0) Free(block_);
+        if (block_ && (--block_->references << 1) == 0) Free(block_);
     }
     void Retain() const noexcept {
         if (block_) ++block_->references;
