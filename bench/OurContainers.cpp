@@ -6,10 +6,10 @@
 // outlives them.
 
 #include "bench/Contender.h"
-#include "collection/ZVCollectionEx.h"
-#include "keylist/CollectionEx.h"
-#include "keylist/KeyListEX.h"
-#include "platform/Collection.h"
+#include "zorvane/collection/CollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
+#include "zorvane/keylist/KeyListEX.h"
+#include "zorvane/platform/Collection.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 
 #include "bench/Data.h"
 #include "bench/Measure.h"
-#include "collection/ZVCollectionEx.h"
-#include "keylist/KeyListEX.h"
+#include "zorvane/collection/ZVCollectionEx.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "bench/Measure.h"
 #include "bench/StreamData.h"
 
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 #include <sstream>
 #include <streambuf>

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "demos/TimingRun.h"
-#include "demos/TimingTable.h"
+#include "program/demos/TimingRun.h"
+#include "program/demos/TimingTable.h"
 
 namespace {
 

@@ -1,27 +1,44 @@
-# What `cmake --install` puts where: headers below include/zorvane, one archive per floor, and what
+# What `cmake --install` puts where: headers below zorvane/, one archive per floor, and what
 # find_package and pkg-config ask for. Components: library, viewer, and
 # portable, which only a request by name installs.
 include(CMakePackageConfigHelpers)
-include(GNUInstallDirs)
 
 set(floors platform runtime keylist collection propbag)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Zorvane)
 
-# Headers that only sources of their own floor include.
-set(within FileReplacement.h GapSort.h PosixFile.h PropertyObjects.h RankedOrder.h SameValue.h
-    SlotTable.h StreamEncoder.h StreamWords.h WideGapSort.h)
-set(leave_out "")
-foreach(header IN LISTS within)
-    list(APPEND leave_out PATTERN ${header} EXCLUDE)
+# zorvane_headers_behind(<variable> <header>...): the headers and all that they include of the
+# project, by their names below the project.
+function(zorvane_headers_behind result)
+    set(found "")
+    set(rest ${ARGN})
+    while(rest)
+        list(POP_FRONT rest header)
+        if(header IN_LIST found)
+            continue()
+        endif()
+        list(APPEND found ${header})
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+        file(STRINGS ${PROJECT_SOURCE_DIR}/${header} lines REGEX "^#include \"zorvane/")
+        string(REGEX MATCHALL "zorvane/[A-Za-z0-9_/]+\\.h" includes "${lines}")
+        list(APPEND rest ${includes})
+    endwhile()
+    set(${result} ${found} PARENT_SCOPE)
+endfunction()
+
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS zorvane/headers.txt)
+file(STRINGS ${PROJECT_SOURCE_DIR}/zorvane/headers.txt public REGEX "\\.h$")
+list(TRANSFORM public PREPEND zorvane/)
+zorvane_headers_behind(headers ${public})
+foreach(header IN LISTS headers)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/${header}
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT library)
 endforeach()
 
 foreach(floor IN LISTS floors)
     set_target_properties(zorvane_${floor} PROPERTIES EXPORT_NAME ${floor})
     install(TARGETS zorvane_${floor} EXPORT Zorvane
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/${floor}
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorvane COMPONENT library
-        FILES_MATCHING PATTERN *.h ${leave_out})
 endforeach()
 install(TARGETS zorvane EXPORT Zorvane)
 

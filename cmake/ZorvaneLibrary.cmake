@@ -7,7 +7,7 @@ function(zorvane_library name)
     add_library(zorvane_${name} STATIC ${ARG_SOURCES})
     add_library(zorvane::${name} ALIAS zorvane_${name})
     target_include_directories(zorvane_${name} PUBLIC
-        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/zorvane>)
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_compile_features(zorvane_${name} PUBLIC cxx_std_20)
     target_link_libraries(zorvane_${name} PRIVATE $<BUILD_INTERFACE:zorvane_flags>)
     foreach(floor IN LISTS ARG_USES)

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "collection/ZVCollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
 
 int main() {
     zorvane::ZVCollectionEx words;

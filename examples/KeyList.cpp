@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <iostream>
 
-#include "keylist/KeyListEX.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 int main() {
     zorvane::KeyListEX people;

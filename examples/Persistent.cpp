@@ -1,9 +1,9 @@
 // A class of one's own that a property bag stores, and makes anew by its name.
 #include <iostream>
 
-#include "platform/Classes.h"
-#include "propbag/IZVPropertyBag.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace {
 

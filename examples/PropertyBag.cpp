@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <iostream>
 
-#include "propbag/ZVPropertyBag.h"
-#include "runtime/FileWords.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/runtime/FileWords.h"
 
 int main() {
     const zorvane::Text path("example.bag");  // in the current directory

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <iostream>
 
-#include "keylist/KeyListEX.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "fuzz/Require.h"
-#include "platform/Error.h"
-#include "propbag/BagStream.h"
-#include "propbag/StreamEncoder.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/support/AllocationFaults.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/propbag/BagStream.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes platform/CaseRanges.inc from Unicode data (Debian: package unicode-data).
+"""Writes zorvane/platform/detail/CaseRanges.inc from Unicode data (Debian: package unicode-data).
 
-usage: generate_case_ranges.py /usr/share/unicode > platform/CaseRanges.inc
+usage: generate_case_ranges.py /usr/share/unicode > zorvane/platform/detail/CaseRanges.inc
 
 Takes the simple case foldings (status C and S) and the simple lower-case mappings and packs them
 into runs of equal distance. Fails where an assumption of the reading code would not hold.

@@ -1,8 +1,8 @@
 #include <cstdint>
 
-#include "keylist/KeyListEX.h"
-#include "platform/Version.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/keylist/KeyListEX.h"
+#include "zorvane/platform/Version.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 static_assert(ZORVANE_VERSION_MAJOR >= 1);
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the windows say about where to turn to, one line each.
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

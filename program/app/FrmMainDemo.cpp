@@ -1,19 +1,19 @@
-#include "app/FrmMainDemo.h"
+#include "program/app/FrmMainDemo.h"
 
 #include <QPushButton>
 
-#include "app/Contact.h"
-#include "app/FrmThank.h"
-#include "app/frmOrder.h"
-#include "app/modStartUp.h"
-#include "demos/FrmDemo1.h"
-#include "demos/frmDemo0.h"
-#include "demos/frmDemo2.h"
-#include "forms/FontRecord.h"
-#include "forms/Label.h"
-#include "forms/Screen.h"
-#include "forms/Strings.h"
-#include "forms/WrapButton.h"
+#include "program/app/Contact.h"
+#include "program/app/FrmThank.h"
+#include "program/app/frmOrder.h"
+#include "program/app/modStartUp.h"
+#include "program/demos/FrmDemo1.h"
+#include "program/demos/frmDemo0.h"
+#include "program/demos/frmDemo2.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Label.h"
+#include "program/forms/Screen.h"
+#include "program/forms/Strings.h"
+#include "program/forms/WrapButton.h"
 
 namespace zorvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "forms/Form.h"
+#include "program/forms/Form.h"
 
 class QPushButton;
 

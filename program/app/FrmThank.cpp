@@ -1,13 +1,13 @@
-#include "app/FrmThank.h"
+#include "program/app/FrmThank.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "app/Logo.h"
-#include "app/frmOrder.h"
-#include "forms/FontRecord.h"
-#include "forms/Label.h"
+#include "program/app/Logo.h"
+#include "program/app/frmOrder.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Label.h"
 
 namespace zorvane {
 

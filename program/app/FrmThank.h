@@ -1,7 +1,7 @@
 #pragma once
 // FrmThank: the closing window: thanks, a last way to the order form, and the end.
 
-#include "forms/Form.h"
+#include "program/forms/Form.h"
 
 class QPushButton;
 

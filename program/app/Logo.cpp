@@ -1,4 +1,4 @@
-#include "app/Logo.h"
+#include "program/app/Logo.h"
 
 #include <QLinearGradient>
 #include <QPainter>

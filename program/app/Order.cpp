@@ -1,4 +1,4 @@
-#include "app/Order.h"
+#include "program/app/Order.h"
 
 #include <algorithm>
 #include <string>

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,9 +1,9 @@
 #pragma once
 // The program's version numbers, which are the library's.
 
-#include "platform/NumberText.h"
-#include "platform/Text.h"
-#include "platform/Version.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Version.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "app/frmOrder.h"
+#include "program/app/frmOrder.h"
 
 #include <QEvent>
 #include <QFormLayout>
@@ -8,12 +8,12 @@
 #include <QRegularExpression>
 #include <QVBoxLayout>
 
-#include "app/Logo.h"
-#include "app/frmOrderSummary.h"
-#include "forms/Dialogs.h"
-#include "forms/FontRecord.h"
-#include "forms/Label.h"
-#include "forms/Strings.h"
+#include "program/app/Logo.h"
+#include "program/app/frmOrderSummary.h"
+#include "program/forms/Dialogs.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Label.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 namespace {

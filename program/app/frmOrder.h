@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "app/Order.h"
-#include "forms/Form.h"
+#include "program/app/Order.h"
+#include "program/forms/Form.h"
 
 class QLineEdit;
 class QPushButton;

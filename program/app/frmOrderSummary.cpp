@@ -1,4 +1,4 @@
-#include "app/frmOrderSummary.h"
+#include "program/app/frmOrderSummary.h"
 
 #include <QClipboard>
 #include <QDate>
@@ -10,11 +10,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/Version.h"
-#include "forms/Dialogs.h"
-#include "forms/Label.h"
-#include "forms/SaveText.h"
-#include "forms/Strings.h"
+#include "program/app/Version.h"
+#include "program/forms/Dialogs.h"
+#include "program/forms/Label.h"
+#include "program/forms/SaveText.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 frmOrderSummary::frmOrderSummary(const Order& order)

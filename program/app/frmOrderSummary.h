@@ -1,8 +1,8 @@
 #pragma once
 // frmOrderSummary: a complete order, to be copied, printed or saved, or to be gone over once more.
 
-#include "app/Order.h"
-#include "forms/Form.h"
+#include "program/app/Order.h"
+#include "program/forms/Form.h"
 
 class QPlainTextEdit;
 

@@ -1,20 +1,20 @@
-#include "app/frmSplash.h"
+#include "program/app/frmSplash.h"
 
 #include <QFrame>
 #include <QProgressBar>
 #include <QPushButton>
 #include <array>
 
-#include "app/Contact.h"
-#include "app/Logo.h"
-#include "app/Version.h"
-#include "forms/FitText.h"
-#include "forms/FontRecord.h"
-#include "forms/Label.h"
-#include "forms/Screen.h"
-#include "forms/Strings.h"
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
+#include "program/app/Contact.h"
+#include "program/app/Logo.h"
+#include "program/app/Version.h"
+#include "program/forms/FitText.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Label.h"
+#include "program/forms/Screen.h"
+#include "program/forms/Strings.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

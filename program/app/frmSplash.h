@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "forms/Form.h"
+#include "program/forms/Form.h"
 
 class QFrame;
 class QProgressBar;

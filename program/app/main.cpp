@@ -2,12 +2,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/Logo.h"
-#include "app/Version.h"
-#include "app/modStartUp.h"
-#include "forms/FontRecord.h"
-#include "forms/Guard.h"
-#include "forms/Strings.h"
+#include "program/app/Logo.h"
+#include "program/app/Version.h"
+#include "program/app/modStartUp.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Guard.h"
+#include "program/forms/Strings.h"
 
 namespace {
 

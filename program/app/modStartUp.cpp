@@ -1,10 +1,10 @@
-#include "app/modStartUp.h"
+#include "program/app/modStartUp.h"
 
 #include <QCoreApplication>
 
-#include "app/FrmMainDemo.h"
-#include "app/frmSplash.h"
-#include "forms/Strings.h"
+#include "program/app/FrmMainDemo.h"
+#include "program/app/frmSplash.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane::modStartUp {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 // modStartUp: where the program begins and ends.
 
-#include "demos/PropBagSession.h"
-#include "platform/Text.h"
+#include "program/demos/PropBagSession.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane::modStartUp {
 

@@ -1,11 +1,11 @@
-#include "demos/ChartScale.h"
+#include "program/demos/ChartScale.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 
-#include "platform/NumberText.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 namespace {

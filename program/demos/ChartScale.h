@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -7,11 +7,11 @@
 #include <array>
 #include <cstdint>
 
-#include "collection/ZVCollectionEx.h"
-#include "keylist/CollectionEx.h"
-#include "keylist/KeyListEX.h"
-#include "platform/Collection.h"
-#include "platform/Error.h"
+#include "zorvane/collection/CollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
+#include "zorvane/keylist/KeyListEX.h"
+#include "zorvane/platform/Collection.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "demos/FrmDemo1.h"
+#include "program/demos/FrmDemo1.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -12,14 +12,14 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "demos/TimingChart.h"
-#include "forms/FontRecord.h"
-#include "forms/Label.h"
-#include "forms/ListView.h"
-#include "forms/SaveText.h"
-#include "forms/Screen.h"
-#include "forms/Strings.h"
-#include "platform/NumberText.h"
+#include "program/demos/TimingChart.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Label.h"
+#include "program/forms/ListView.h"
+#include "program/forms/SaveText.h"
+#include "program/forms/Screen.h"
+#include "program/forms/Strings.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 namespace {

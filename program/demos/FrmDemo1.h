@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "demos/TimingRun.h"
-#include "demos/TimingTable.h"
-#include "forms/Form.h"
+#include "program/demos/TimingRun.h"
+#include "program/demos/TimingTable.h"
+#include "program/forms/Form.h"
 
 class QLineEdit;
 class QPushButton;

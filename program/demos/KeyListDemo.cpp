@@ -1,7 +1,7 @@
-#include "demos/KeyListDemo.h"
+#include "program/demos/KeyListDemo.h"
 
-#include "platform/NumberText.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstdint>
 
-#include "keylist/KeyListEX.h"
-#include "platform/Random.h"
-#include "platform/Text.h"
+#include "zorvane/keylist/KeyListEX.h"
+#include "zorvane/platform/Random.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,10 +1,10 @@
-#include "demos/PropBagSession.h"
+#include "program/demos/PropBagSession.h"
 
 #include <filesystem>
 #include <system_error>
 
-#include "platform/NumberText.h"
-#include "runtime/FileWords.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/runtime/FileWords.h"
 
 namespace zorvane {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "platform/Text.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 

@@ -1,10 +1,10 @@
-#include "demos/TestData.h"
+#include "program/demos/TestData.h"
 
 #include <array>
 #include <limits>
 
-#include "platform/NumberText.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Random.h"
-#include "platform/Text.h"
+#include "zorvane/platform/Random.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

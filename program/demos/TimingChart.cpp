@@ -1,4 +1,4 @@
-#include "demos/TimingChart.h"
+#include "program/demos/TimingChart.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -6,8 +6,8 @@
 #include <cmath>
 #include <vector>
 
-#include "demos/TimingTable.h"
-#include "forms/Strings.h"
+#include "program/demos/TimingTable.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 namespace {

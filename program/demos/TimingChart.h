@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <set>
 
-#include "demos/ChartScale.h"
+#include "program/demos/ChartScale.h"
 
 namespace zorvane {
 

@@ -1,9 +1,9 @@
-#include "demos/TimingRun.h"
+#include "program/demos/TimingRun.h"
 
 #include <chrono>
 
-#include "platform/NumberText.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "demos/Contenders.h"
-#include "demos/TestData.h"
-#include "platform/Clock.h"
-#include "platform/Text.h"
+#include "program/demos/Contenders.h"
+#include "program/demos/TestData.h"
+#include "zorvane/platform/Clock.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

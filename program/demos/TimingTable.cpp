@@ -1,10 +1,10 @@
-#include "demos/TimingTable.h"
+#include "program/demos/TimingTable.h"
 
 #include <cmath>
 #include <string>
 #include <string_view>
 
-#include "platform/NumberText.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 namespace {

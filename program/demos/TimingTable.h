@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-#include "demos/TimingRun.h"
-#include "platform/Text.h"
+#include "program/demos/TimingRun.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

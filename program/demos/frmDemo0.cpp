@@ -1,14 +1,14 @@
-#include "demos/frmDemo0.h"
+#include "program/demos/frmDemo0.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "forms/Label.h"
-#include "forms/ListView.h"
-#include "forms/Screen.h"
-#include "forms/Strings.h"
+#include "program/forms/Label.h"
+#include "program/forms/ListView.h"
+#include "program/forms/Screen.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 

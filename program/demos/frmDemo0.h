@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "demos/KeyListDemo.h"
-#include "forms/Form.h"
+#include "program/demos/KeyListDemo.h"
+#include "program/forms/Form.h"
 
 class QPushButton;
 

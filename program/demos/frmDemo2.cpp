@@ -1,4 +1,4 @@
-#include "demos/frmDemo2.h"
+#include "program/demos/frmDemo2.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -11,14 +11,14 @@
 #include <algorithm>
 #include <vector>
 
-#include "demos/PropBagSession.h"
-#include "forms/Dialogs.h"
-#include "forms/Label.h"
-#include "forms/Screen.h"
-#include "forms/Strings.h"
-#include "platform/Error.h"
-#include "platform/NumberText.h"
-#include "propbag/ZVPropertyBag.h"
+#include "program/demos/PropBagSession.h"
+#include "program/forms/Dialogs.h"
+#include "program/forms/Label.h"
+#include "program/forms/Screen.h"
+#include "program/forms/Strings.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {

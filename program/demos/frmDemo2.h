@@ -4,10 +4,10 @@
 
 #include <cstdint>
 
-#include "forms/Colour.h"
-#include "forms/FontRecord.h"
-#include "forms/Form.h"
-#include "propbag/IZVPropertyBag.h"
+#include "program/forms/Colour.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Form.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
 
 class QAction;
 class QMenu;

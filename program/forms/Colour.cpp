@@ -1,4 +1,4 @@
-#include "forms/Colour.h"
+#include "program/forms/Colour.h"
 
 #include <QPalette>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "forms/Dialogs.h"
+#include "program/forms/Dialogs.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -11,7 +11,7 @@
 #include <QTextDocument>
 #include <utility>
 
-#include "forms/FontDialog.h"
+#include "program/forms/FontDialog.h"
 
 namespace zorvane {
 namespace {

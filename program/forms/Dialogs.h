@@ -6,8 +6,8 @@
 #include <QString>
 #include <optional>
 
-#include "forms/Colour.h"
-#include "forms/FontRecord.h"
+#include "program/forms/Colour.h"
+#include "program/forms/FontRecord.h"
 
 class QWidget;
 

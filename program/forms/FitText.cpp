@@ -1,4 +1,4 @@
-#include "forms/FitText.h"
+#include "program/forms/FitText.h"
 
 #include <QFontInfo>
 #include <QFontMetrics>

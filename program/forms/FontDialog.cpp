@@ -1,4 +1,4 @@
-#include "forms/FontDialog.h"
+#include "program/forms/FontDialog.h"
 
 #include <QDialogButtonBox>
 #include <QFontDatabase>

@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <QFont>
 
-#include "forms/Dialogs.h"
+#include "program/forms/Dialogs.h"
 
 class QFontDialog;
 class QPushButton;

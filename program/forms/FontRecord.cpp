@@ -1,10 +1,10 @@
-#include "forms/FontRecord.h"
+#include "program/forms/FontRecord.h"
 
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
 
-#include "forms/Strings.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 

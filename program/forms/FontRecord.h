@@ -6,7 +6,7 @@
 
 #include <QFont>
 
-#include "platform/Font.h"
+#include "zorvane/platform/Font.h"
 
 namespace zorvane {
 

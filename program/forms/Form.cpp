@@ -1,4 +1,4 @@
-#include "forms/Form.h"
+#include "program/forms/Form.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -9,9 +9,9 @@
 #include <QWindow>
 #include <utility>
 
-#include "forms/Strings.h"
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
+#include "program/forms/Strings.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

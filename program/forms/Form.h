@@ -12,10 +12,10 @@
 #include <type_traits>
 #include <vector>
 
-#include "forms/FramePlacement.h"
-#include "forms/Guard.h"
-#include "platform/Object.h"
-#include "platform/Variant.h"
+#include "program/forms/FramePlacement.h"
+#include "program/forms/Guard.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
 
 class QAbstractButton;
 class QEventLoop;

@@ -1,4 +1,4 @@
-#include "forms/FramePlacement.h"
+#include "program/forms/FramePlacement.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -10,7 +10,7 @@
 #include <QRect>
 #include <optional>
 
-#include "forms/Twips.h"
+#include "program/forms/Twips.h"
 
 class QWidget;
 

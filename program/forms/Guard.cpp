@@ -1,10 +1,10 @@
-#include "forms/Guard.h"
+#include "program/forms/Guard.h"
 
 #include <new>
 
-#include "forms/Dialogs.h"
-#include "forms/Strings.h"
-#include "platform/Error.h"
+#include "program/forms/Dialogs.h"
+#include "program/forms/Strings.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

@@ -1,6 +1,6 @@
-#include "forms/Label.h"
+#include "program/forms/Label.h"
 
-#include "forms/Strings.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 

@@ -3,7 +3,7 @@
 
 #include <QLabel>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

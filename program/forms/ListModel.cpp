@@ -1,4 +1,4 @@
-#include "forms/ListModel.h"
+#include "program/forms/ListModel.h"
 
 namespace zorvane {
 

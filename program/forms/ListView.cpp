@@ -1,4 +1,4 @@
-#include "forms/ListView.h"
+#include "program/forms/ListView.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -7,8 +7,8 @@
 #include <QMimeData>
 #include <algorithm>
 
-#include "forms/ListModel.h"
-#include "forms/Twips.h"
+#include "program/forms/ListModel.h"
+#include "program/forms/Twips.h"
 
 namespace zorvane {
 

@@ -1,11 +1,11 @@
-#include "forms/SaveText.h"
+#include "program/forms/SaveText.h"
 
 #include <QDir>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QWidget>
 
-#include "forms/Dialogs.h"
+#include "program/forms/Dialogs.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "forms/Screen.h"
+#include "program/forms/Screen.h"
 
 #include <QCursor>
 #include <QGuiApplication>

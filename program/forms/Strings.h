@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

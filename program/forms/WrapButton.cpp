@@ -1,10 +1,10 @@
-#include "forms/WrapButton.h"
+#include "program/forms/WrapButton.h"
 
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "forms/FitText.h"
-#include "forms/Strings.h"
+#include "program/forms/FitText.h"
+#include "program/forms/Strings.h"
 
 namespace zorvane {
 namespace {

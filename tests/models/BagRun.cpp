@@ -1,10 +1,10 @@
-#include "platform/Classes.h"
-#include "platform/Font.h"
-#include "propbag/IZVPropertyBag.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/models/BagModel.h"
 #include "tests/models/StepRun.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/platform/Font.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {

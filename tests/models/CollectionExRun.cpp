@@ -1,8 +1,8 @@
 #include <cmath>
 
-#include "keylist/CollectionEx.h"
-#include "platform/CaseMapping.h"
 #include "tests/models/ListRun.h"
+#include "zorvane/collection/CollectionEx.h"
+#include "zorvane/platform/CaseMapping.h"
 
 namespace zorvane {
 namespace {

@@ -1,6 +1,6 @@
-#include "platform/CaseMapping.h"
-#include "platform/Collection.h"
 #include "tests/models/ListRun.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Collection.h"
 
 namespace zorvane {
 namespace {

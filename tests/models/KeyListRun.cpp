@@ -1,6 +1,6 @@
-#include "keylist/KeyListEX.h"
 #include "tests/models/KeyedModel.h"
 #include "tests/models/KeyedRun.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 namespace zorvane {
 namespace {

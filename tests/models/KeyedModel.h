@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "platform/Variant.h"
-#include "runtime/AddOptions.h"
 #include "tests/support/LiteralSort.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/AddOptions.h"
 
 namespace zorvane {
 

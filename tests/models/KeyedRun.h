@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/Variant.h"
-#include "runtime/AddOptions.h"
 #include "tests/models/StepRun.h"
 #include "tests/support/ScriptedSource.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/AddOptions.h"
 
 namespace zorvane {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/Variant.h"
 #include "tests/models/StepRun.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -16,10 +16,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Object.h"
-#include "platform/Variant.h"
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -1,6 +1,6 @@
-#include "collection/ZVCollectionEx.h"
 #include "tests/models/KeyedModel.h"
 #include "tests/models/KeyedRun.h"
+#include "zorvane/collection/ZVCollectionEx.h"
 
 namespace zorvane {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <type_traits>
 
-#include "platform/Error.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 

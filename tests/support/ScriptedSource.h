@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/CaseMapping.h"
-#include "platform/Object.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

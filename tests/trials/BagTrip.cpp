@@ -1,7 +1,7 @@
 // bag_trip <file> <new file>: reads a bag's file and writes the bag into another.
 
-#include "propbag/ZVPropertyBag.h"
-#include "runtime/FileWords.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/runtime/FileWords.h"
 
 int main(int argc, char** argv) {
     if (argc != 3) return 2;

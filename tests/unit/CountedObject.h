@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "platform/Object.h"
+#include "zorvane/platform/Object.h"
 
 namespace zorvane {
 

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-#include "forms/Dialogs.h"
+#include "program/forms/Dialogs.h"
 
 namespace zorvane::test {
 

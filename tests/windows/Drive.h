@@ -9,9 +9,9 @@
 #include <QWindow>
 #include <functional>
 
-#include "forms/Form.h"
-#include "forms/ListView.h"
-#include "forms/Screen.h"
+#include "program/forms/Form.h"
+#include "program/forms/ListView.h"
+#include "program/forms/Screen.h"
 
 namespace zorvane::test {
 

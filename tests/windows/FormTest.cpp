@@ -1,12 +1,12 @@
-#include "forms/Form.h"
+#include "program/forms/Form.h"
 
 #include <QPushButton>
 #include <QScreen>
 
-#include "platform/Error.h"
 #include "tests/support/Outcome.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane::test {
 namespace {

@@ -5,11 +5,11 @@
 #include <QPalette>
 #include <cmath>
 
-#include "forms/Colour.h"
-#include "forms/Dialogs.h"
-#include "forms/FitText.h"
-#include "forms/FontRecord.h"
-#include "forms/Twips.h"
+#include "program/forms/Colour.h"
+#include "program/forms/Dialogs.h"
+#include "program/forms/FitText.h"
+#include "program/forms/FontRecord.h"
+#include "program/forms/Twips.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

@@ -1,8 +1,8 @@
 #include <QHeaderView>
 #include <algorithm>
 
-#include "demos/frmDemo0.h"
-#include "forms/Label.h"
+#include "program/demos/frmDemo0.h"
+#include "program/forms/Label.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

@@ -1,4 +1,4 @@
-#include "forms/ListView.h"
+#include "program/forms/ListView.h"
 
 #include <QClipboard>
 #include <QMimeData>

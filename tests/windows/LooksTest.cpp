@@ -7,19 +7,19 @@
 #include <QScrollArea>
 #include <set>
 
-#include "app/FrmMainDemo.h"
-#include "app/FrmThank.h"
-#include "app/frmOrder.h"
-#include "app/frmOrderSummary.h"
-#include "app/frmSplash.h"
-#include "demos/FrmDemo1.h"
-#include "demos/PropBagSession.h"
-#include "demos/frmDemo0.h"
-#include "demos/frmDemo2.h"
-#include "forms/Colour.h"
-#include "forms/FitText.h"
-#include "forms/Strings.h"
-#include "forms/WrapButton.h"
+#include "program/app/FrmMainDemo.h"
+#include "program/app/FrmThank.h"
+#include "program/app/frmOrder.h"
+#include "program/app/frmOrderSummary.h"
+#include "program/app/frmSplash.h"
+#include "program/demos/FrmDemo1.h"
+#include "program/demos/PropBagSession.h"
+#include "program/demos/frmDemo0.h"
+#include "program/demos/frmDemo2.h"
+#include "program/forms/Colour.h"
+#include "program/forms/FitText.h"
+#include "program/forms/Strings.h"
+#include "program/forms/WrapButton.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

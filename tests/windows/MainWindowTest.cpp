@@ -1,7 +1,7 @@
 #include <QPushButton>
 
-#include "app/FrmMainDemo.h"
-#include "demos/frmDemo0.h"
+#include "program/app/FrmMainDemo.h"
+#include "program/demos/frmDemo0.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

@@ -4,10 +4,10 @@
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 
-#include "app/Order.h"
-#include "app/frmOrder.h"
-#include "app/frmOrderSummary.h"
-#include "forms/Strings.h"
+#include "program/app/Order.h"
+#include "program/app/frmOrder.h"
+#include "program/app/frmOrderSummary.h"
+#include "program/forms/Strings.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 

@@ -1,8 +1,8 @@
 #include <QProgressBar>
 
-#include "app/Version.h"
-#include "app/frmSplash.h"
-#include "forms/Label.h"
+#include "program/app/Version.h"
+#include "program/app/frmSplash.h"
+#include "program/forms/Label.h"
 #include "tests/support/Outcome.h"
 #include "tests/windows/Drive.h"
 

@@ -5,10 +5,10 @@
 #include <QToolTip>
 #include <set>
 
-#include "demos/FrmDemo1.h"
-#include "demos/TimingChart.h"
-#include "forms/Colour.h"
-#include "forms/Label.h"
+#include "program/demos/FrmDemo1.h"
+#include "program/demos/TimingChart.h"
+#include "program/forms/Colour.h"
+#include "program/forms/Label.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

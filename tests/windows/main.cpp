@@ -3,7 +3,7 @@
 #include <QAccessible>
 #include <QApplication>
 
-#include "forms/FontRecord.h"
+#include "program/forms/FontRecord.h"
 
 int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);

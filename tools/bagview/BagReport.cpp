@@ -4,10 +4,10 @@
 #include <cmath>
 #include <ostream>
 
-#include "platform/CaseMapping.h"
-#include "propbag/BagStream.h"
-#include "propbag/PropertyObjects.h"
-#include "propbag/StreamWords.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/propbag/BagStream.h"
+#include "zorvane/propbag/detail/PropertyObjects.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {

@@ -5,10 +5,10 @@
 #include <exception>
 #include <iostream>
 
-#include "platform/Text.h"
-#include "platform/Variant.h"
-#include "runtime/FileWords.h"
 #include "tools/bagview/BagReport.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/FileWords.h"
 
 namespace {
 

@@ -1,16 +1,16 @@
-#include "keylist/CollectionEx.h"
+#include "zorvane/collection/CollectionEx.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 #include <vector>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "platform/LateBound.h"
-#include "platform/NumberText.h"
-#include "runtime/FetchAhead.h"
-#include "runtime/SortRecordArray.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/LateBound.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/runtime/FetchAhead.h"
+#include "zorvane/runtime/SortRecordArray.h"
 
 namespace zorvane {
 namespace {

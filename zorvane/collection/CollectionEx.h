@@ -16,13 +16,13 @@
 #include <span>
 #include <string_view>
 
-#include "platform/Enumerator.h"
-#include "platform/Error.h"
-#include "platform/Object.h"
-#include "platform/Variant.h"
-#include "runtime/ItemIterator.h"
-#include "runtime/KeyIndex.h"
-#include "runtime/RecordStore.h"
+#include "zorvane/platform/Enumerator.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/ItemIterator.h"
+#include "zorvane/runtime/KeyIndex.h"
+#include "zorvane/runtime/RecordStore.h"
 
 namespace zorvane {
 

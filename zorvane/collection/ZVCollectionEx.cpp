@@ -1,4 +1,4 @@
-#include "collection/ZVCollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
 
 #include <algorithm>
 #include <array>
@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Clock.h"
-#include "platform/Random.h"
-#include "runtime/FetchAhead.h"
-#include "runtime/SlotTable.h"
+#include "zorvane/collection/detail/SlotTable.h"
+#include "zorvane/platform/Clock.h"
+#include "zorvane/platform/Random.h"
+#include "zorvane/runtime/FetchAhead.h"
 
 namespace zorvane {
 namespace {

@@ -20,10 +20,10 @@
 #include <span>
 #include <vector>
 
-#include "platform/Enumerator.h"
-#include "runtime/AddOptions.h"
-#include "runtime/KeyIndex.h"
-#include "runtime/KeyedRecords.h"
+#include "zorvane/platform/Enumerator.h"
+#include "zorvane/runtime/AddOptions.h"
+#include "zorvane/runtime/KeyIndex.h"
+#include "zorvane/runtime/KeyedRecords.h"
 
 namespace zorvane {
 

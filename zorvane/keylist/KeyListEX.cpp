@@ -1,4 +1,4 @@
-#include "keylist/KeyListEX.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "runtime/FetchAhead.h"
+#include "zorvane/runtime/FetchAhead.h"
 
 namespace zorvane {
 namespace {

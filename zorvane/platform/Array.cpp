@@ -1,4 +1,4 @@
-#include "platform/Array.h"
+#include "zorvane/platform/Array.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,9 +7,9 @@
 #include <span>
 #include <utility>
 
-#include "platform/Error.h"
-#include "platform/LargeBlock.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/LargeBlock.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

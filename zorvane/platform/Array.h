@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/VarType.h"
+#include "zorvane/platform/VarType.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "platform/CaseMapping.h"
+#include "zorvane/platform/CaseMapping.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +15,7 @@ struct CaseRun {
     std::int32_t distance;
 };
 
-#include "platform/CaseRanges.inc"
+#include "zorvane/platform/detail/CaseRanges.inc"
 
 constexpr std::size_t kMaxPages = 32;  // pages of 256 units in which any letter changes
 

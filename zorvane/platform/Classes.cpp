@@ -1,7 +1,7 @@
-#include "platform/Classes.h"
+#include "zorvane/platform/Classes.h"
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 

@@ -4,8 +4,8 @@
 #include <functional>
 #include <map>
 
-#include "platform/Object.h"
-#include "platform/Text.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,9 +1,9 @@
-#include "platform/Collection.h"
+#include "zorvane/platform/Collection.h"
 
 #include <utility>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

@@ -11,8 +11,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Object.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "platform/Error.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

@@ -6,7 +6,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

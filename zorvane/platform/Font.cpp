@@ -1,8 +1,8 @@
-#include "platform/Font.h"
+#include "zorvane/platform/Font.h"
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
-#include "platform/Object.h"
-#include "platform/Text.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,13 +1,13 @@
 #pragma once
-// LargeArray: plain values side by side in a block of their own (platform/LargeBlock.h), all zero
-// at first.
+// LargeArray: plain values side by side in a block of their own (zorvane/platform/LargeBlock.h),
+// all zero at first.
 
 #include <cstddef>
 #include <type_traits>
 #include <utility>
 
-#include "platform/LargeBlock.h"
-#include "platform/Relocate.h"
+#include "zorvane/platform/LargeBlock.h"
+#include "zorvane/platform/Relocate.h"
 
 namespace zorvane {
 

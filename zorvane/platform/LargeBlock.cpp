@@ -1,4 +1,4 @@
-#include "platform/LargeBlock.h"
+#include "zorvane/platform/LargeBlock.h"
 
 #include <new>
 

@@ -5,9 +5,9 @@
 #include <span>
 #include <string_view>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "platform/NumberText.h"
+#include "zorvane/platform/NumberText.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

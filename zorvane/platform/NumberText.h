@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,7 +1,7 @@
-#include "platform/Object.h"
+#include "zorvane/platform/Object.h"
 
-#include "platform/Error.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

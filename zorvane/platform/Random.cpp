@@ -1,4 +1,4 @@
-#include "platform/Random.h"
+#include "zorvane/platform/Random.h"
 
 namespace zorvane {
 

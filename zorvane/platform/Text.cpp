@@ -1,4 +1,4 @@
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -6,8 +6,8 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "platform/CaseMapping.h"
-#include "platform/TextMaker.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/TextMaker.h"
 
 namespace zorvane {
 namespace {

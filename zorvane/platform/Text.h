@@ -4,7 +4,7 @@
 // Null means empty; copying counts a reference and never copies units. Any unit may stand in a
 // text, U+0000 and lone surrogates included. The count is not atomic: the texts of one thread are
 // not to be touched by another, and those read from one stream move to another thread together or
-// not at all. A Text may be moved as raw bytes (see platform/Relocate.h).
+// not at all. A Text may be moved as raw bytes (see zorvane/platform/Relocate.h).
 
 #include <algorithm>
 #include <cstddef>
@@ -15,7 +15,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Units.h"
+#include "zorvane/platform/Units.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "platform/TextMaker.h"
+#include "zorvane/platform/TextMaker.h"
 
 #include <algorithm>
 #include <cstring>

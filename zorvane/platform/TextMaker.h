@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 #include <cmath>
 #include <cstring>
@@ -7,10 +7,10 @@
 #include <new>
 #include <ostream>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "platform/NumberText.h"
-#include "platform/Relocate.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/NumberText.h"
+#include "zorvane/platform/Relocate.h"
 
 namespace zorvane {
 namespace {

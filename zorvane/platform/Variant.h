@@ -3,7 +3,7 @@
 //
 // All-zero bytes are Empty. Texts and arrays are shared and immutable behind the value, so a copy
 // is O(1); an object is held by reference. A Variant may be moved as raw bytes
-// (platform/Relocate.h).
+// (zorvane/platform/Relocate.h).
 
 #include <cstddef>
 #include <cstdint>
@@ -14,11 +14,11 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/Array.h"
-#include "platform/Object.h"
-#include "platform/Relocate.h"
-#include "platform/Text.h"
-#include "platform/VarType.h"
+#include "zorvane/platform/Array.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Relocate.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/VarType.h"
 
 // Inline wherever it stands, in code that is optimised at all.
 #ifdef __OPTIMIZE__

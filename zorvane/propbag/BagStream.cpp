@@ -1,11 +1,11 @@
-#include "propbag/BagStream.h"
+#include "zorvane/propbag/BagStream.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "platform/Error.h"
-#include "propbag/StreamEncoder.h"
-#include "propbag/StreamWords.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {

@@ -7,10 +7,10 @@
 #include <span>
 #include <vector>
 
-#include "platform/Array.h"
-#include "platform/Text.h"
-#include "platform/Variant.h"
-#include "propbag/StreamDecoder.h"
+#include "zorvane/platform/Array.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/propbag/detail/StreamDecoder.h"
 
 namespace zorvane {
 

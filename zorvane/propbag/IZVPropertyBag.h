@@ -5,9 +5,9 @@
 // filled one to read them from, and keeps that bag's words under the property's name. A window is
 // an object already: the base is virtual, so that it can be both.
 
-#include "platform/Object.h"
-#include "platform/Text.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

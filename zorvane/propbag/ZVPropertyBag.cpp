@@ -1,15 +1,15 @@
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 #include <algorithm>
 #include <memory>
 
-#include "platform/CaseMapping.h"
-#include "platform/Classes.h"
-#include "propbag/IZVPropertyBag.h"
-#include "propbag/PropertyObjects.h"
-#include "propbag/SameValue.h"
-#include "runtime/ErrorTable.h"
-#include "runtime/KeyedRecords.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/detail/PropertyObjects.h"
+#include "zorvane/propbag/detail/SameValue.h"
+#include "zorvane/runtime/ErrorTable.h"
+#include "zorvane/runtime/KeyedRecords.h"
 
 namespace zorvane {
 namespace {

@@ -15,12 +15,12 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Enumerator.h"
-#include "platform/Object.h"
-#include "platform/Text.h"
-#include "platform/Variant.h"
-#include "propbag/BagStream.h"
-#include "runtime/AddOptions.h"
+#include "zorvane/platform/Enumerator.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/propbag/BagStream.h"
+#include "zorvane/runtime/AddOptions.h"
 
 namespace zorvane {
 

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "platform/CaseMapping.h"
-#include "platform/Error.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {

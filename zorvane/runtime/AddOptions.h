@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/Variant.h"
-#include "runtime/ErrorTable.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/ErrorTable.h"
 
 namespace zorvane {
 

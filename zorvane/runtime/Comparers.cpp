@@ -1,9 +1,9 @@
-#include "runtime/Comparers.h"
+#include "zorvane/runtime/Comparers.h"
 
 #include <cstring>
 
-#include "platform/CaseMapping.h"
-#include "platform/NumberText.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane::modZorvane {
 

@@ -1,4 +1,4 @@
-#include "runtime/ErrorTable.h"
+#include "zorvane/runtime/ErrorTable.h"
 
 namespace zorvane {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/Error.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "runtime/KeyIndex.h"
-#include "runtime/RecordStore.h"
+#include "zorvane/runtime/KeyIndex.h"
+#include "zorvane/runtime/RecordStore.h"
 
 namespace zorvane {
 

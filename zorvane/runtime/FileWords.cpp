@@ -1,4 +1,4 @@
-#include "runtime/FileWords.h"
+#include "zorvane/runtime/FileWords.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,8 +8,8 @@
 #include <exception>
 #include <limits>
 
-#include "runtime/FileReplacement.h"
-#include "runtime/PosixFile.h"
+#include "zorvane/runtime/detail/FileReplacement.h"
+#include "zorvane/runtime/detail/PosixFile.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -5,8 +5,8 @@
 // cannot be written stays as it was. Only regular files are touched, through links where there are
 // any; a FIFO or a device is never waited for.
 
-#include "platform/Text.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane::modZorvane {
 

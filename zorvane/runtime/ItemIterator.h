@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/Variant.h"
-#include "runtime/RecordStore.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/RecordStore.h"
 
 namespace zorvane {
 

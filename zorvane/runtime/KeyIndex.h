@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/LargeArray.h"
-#include "runtime/RecordOrder.h"
+#include "zorvane/platform/LargeArray.h"
+#include "zorvane/runtime/detail/RecordOrder.h"
 
 namespace zorvane {
 

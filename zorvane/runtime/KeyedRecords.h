@@ -20,17 +20,17 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/CaseMapping.h"
-#include "platform/Classes.h"
-#include "platform/LateBound.h"
-#include "platform/Object.h"
-#include "platform/Variant.h"
-#include "runtime/Comparers.h"
-#include "runtime/ErrorTable.h"
-#include "runtime/ItemIterator.h"
-#include "runtime/KeyedStore.h"
-#include "runtime/Settings.h"
-#include "runtime/SortRecordArray.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/platform/LateBound.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/runtime/Comparers.h"
+#include "zorvane/runtime/ErrorTable.h"
+#include "zorvane/runtime/ItemIterator.h"
+#include "zorvane/runtime/SortRecordArray.h"
+#include "zorvane/runtime/detail/KeyedStore.h"
+#include "zorvane/runtime/detail/Settings.h"
 
 namespace zorvane {
 

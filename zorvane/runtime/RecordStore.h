@@ -3,7 +3,7 @@
 //
 // Records never move one by one: inserting or removing shifts 4-byte numbers (RecordOrder), and
 // growth or a sort moves all records once, as raw bytes. Memory is touched as records need it. A
-// Record must be relocatable (platform/Relocate.h) with all-zero bytes as its empty state.
+// Record must be relocatable (zorvane/platform/Relocate.h) with all-zero bytes as its empty state.
 // Positions count from 1.
 
 #include <algorithm>
@@ -16,9 +16,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/LargeBlock.h"
-#include "platform/Relocate.h"
-#include "runtime/RecordOrder.h"
+#include "zorvane/platform/LargeBlock.h"
+#include "zorvane/platform/Relocate.h"
+#include "zorvane/runtime/detail/RecordOrder.h"
 
 namespace zorvane {
 

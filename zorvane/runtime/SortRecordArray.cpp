@@ -1,4 +1,4 @@
-#include "runtime/SortRecordArray.h"
+#include "zorvane/runtime/SortRecordArray.h"
 
 #include <algorithm>
 #include <array>
@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/GapSort.h"
-#include "runtime/RankedOrder.h"
+#include "zorvane/runtime/detail/GapSort.h"
+#include "zorvane/runtime/detail/RankedOrder.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-#include "runtime/Comparers.h"
+#include "zorvane/runtime/Comparers.h"
 
 namespace zorvane::modZorvane {
 

@@ -1,4 +1,4 @@
-#include "keylist/CollectionEx.h"
+#include "zorvane/collection/CollectionEx.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "collection/ZVCollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "demos/ChartScale.h"
+#include "program/demos/ChartScale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "demos/TestData.h"
+#include "program/demos/TestData.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <set>
 
-#include "platform/NumberText.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "demos/TimingRun.h"
+#include "program/demos/TimingRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "demos/TimingTable.h"
+#include "program/demos/TimingTable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Beyond what the model run compares.
 
-#include "keylist/KeyListEX.h"
+#include "zorvane/keylist/KeyListEX.h"
 
 #include <gtest/gtest.h>
 

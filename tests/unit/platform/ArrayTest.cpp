@@ -1,13 +1,13 @@
-#include "platform/Array.h"
+#include "zorvane/platform/Array.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
 
-#include "platform/Variant.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/CaseMapping.h"
+#include "zorvane/platform/CaseMapping.h"
 
 #include <gtest/gtest.h>
 

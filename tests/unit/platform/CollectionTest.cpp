@@ -1,4 +1,4 @@
-#include "platform/Collection.h"
+#include "zorvane/platform/Collection.h"
 
 #include <gtest/gtest.h>
 

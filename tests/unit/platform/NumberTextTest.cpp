@@ -1,4 +1,4 @@
-#include "platform/NumberText.h"
+#include "zorvane/platform/NumberText.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

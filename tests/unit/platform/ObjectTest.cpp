@@ -1,12 +1,12 @@
-#include "platform/Object.h"
+#include "zorvane/platform/Object.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Classes.h"
-#include "platform/Random.h"
-#include "platform/Variant.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/platform/Random.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

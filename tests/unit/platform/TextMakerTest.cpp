@@ -1,5 +1,5 @@
 // TextMaker: texts in one slab must not run into one another, and each must live until it goes.
-#include "platform/TextMaker.h"
+#include "zorvane/platform/TextMaker.h"
 
 #include <algorithm>
 #include <stdexcept>

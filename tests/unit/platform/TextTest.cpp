@@ -1,4 +1,4 @@
-#include "platform/Text.h"
+#include "zorvane/platform/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/CaseMapping.h"
+#include "zorvane/platform/CaseMapping.h"
 
 namespace zorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 #include <gtest/gtest.h>
 

@@ -4,11 +4,11 @@
 
 #include <limits>
 
-#include "propbag/SameValue.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/detail/SameValue.h"
 
 namespace zorvane {
 namespace {

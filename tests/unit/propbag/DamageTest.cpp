@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "propbag/StreamWords.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {

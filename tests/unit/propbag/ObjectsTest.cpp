@@ -4,14 +4,14 @@
 
 #include <functional>
 
-#include "platform/Classes.h"
-#include "platform/Font.h"
-#include "propbag/IZVPropertyBag.h"
-#include "propbag/PropertyObjects.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/platform/Font.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/detail/PropertyObjects.h"
 
 namespace zorvane {
 namespace {

@@ -5,12 +5,12 @@
 #include <array>
 #include <limits>
 
-#include "propbag/StreamEncoder.h"
-#include "propbag/StreamWords.h"
-#include "propbag/ZVPropertyBag.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {

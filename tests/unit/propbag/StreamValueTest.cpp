@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "propbag/StreamValue.h"
 #include "tests/support/Outcome.h"
 #include "tests/unit/propbag/Words.h"
+#include "zorvane/propbag/detail/StreamValue.h"
 
 namespace zorvane {
 namespace {

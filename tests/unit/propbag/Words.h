@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Array.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/platform/Array.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "runtime/Comparers.h"
+#include "zorvane/runtime/Comparers.h"
 
 #include <gtest/gtest.h>
 

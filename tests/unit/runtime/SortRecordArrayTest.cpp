@@ -1,4 +1,4 @@
-#include "runtime/SortRecordArray.h"
+#include "zorvane/runtime/SortRecordArray.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <random>
 
-#include "runtime/WideGapSort.h"
 #include "tests/support/LiteralSort.h"
+#include "zorvane/runtime/detail/WideGapSort.h"
 
 namespace zorvane::modZorvane {
 namespace {

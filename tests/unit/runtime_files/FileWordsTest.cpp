@@ -1,4 +1,4 @@
-#include "runtime/FileWords.h"
+#include "zorvane/runtime/FileWords.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

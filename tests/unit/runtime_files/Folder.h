@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "runtime/FileWords.h"
+#include "zorvane/runtime/FileWords.h"
 
 namespace zorvane {
 

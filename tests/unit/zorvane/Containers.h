@@ -5,11 +5,11 @@
 
 #include <type_traits>
 
-#include "collection/ZVCollectionEx.h"
-#include "keylist/CollectionEx.h"
-#include "keylist/KeyListEX.h"
-#include "platform/Collection.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/collection/CollectionEx.h"
+#include "zorvane/collection/ZVCollectionEx.h"
+#include "zorvane/keylist/KeyListEX.h"
+#include "zorvane/platform/Collection.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 

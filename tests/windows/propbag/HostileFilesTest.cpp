@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "runtime/FileWords.h"
 #include "tests/windows/propbag/PropBagFixture.h"
+#include "zorvane/runtime/FileWords.h"
 
 namespace zorvane::test {
 namespace {

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "app/FrmMainDemo.h"
-#include "demos/PropBagSession.h"
-#include "demos/frmDemo2.h"
-#include "forms/Strings.h"
+#include "program/app/FrmMainDemo.h"
+#include "program/demos/PropBagSession.h"
+#include "program/demos/frmDemo2.h"
+#include "program/forms/Strings.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 

@@ -6,7 +6,7 @@
 #include <QScrollBar>
 #include <span>
 
-#include "forms/Label.h"
+#include "program/forms/Label.h"
 #include "tests/windows/propbag/PropBagFixture.h"
 
 namespace zorvane::test {

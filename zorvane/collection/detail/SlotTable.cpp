@@ -1,4 +1,4 @@
-#include "runtime/SlotTable.h"
+#include "zorvane/collection/detail/SlotTable.h"
 
 #include <numeric>
 

@@ -1,12 +1,12 @@
-#include "propbag/PropertyObjects.h"
+#include "zorvane/propbag/detail/PropertyObjects.h"
 
 #include <array>
 
-#include "platform/Classes.h"
-#include "platform/Error.h"
-#include "platform/Font.h"
-#include "propbag/IZVPropertyBag.h"
-#include "propbag/ZVPropertyBag.h"
+#include "zorvane/platform/Classes.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/platform/Font.h"
+#include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 // PropertyObjects: how a bag stores objects as words and makes or restores objects out of words.
 
-#include "platform/Object.h"
-#include "platform/Text.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

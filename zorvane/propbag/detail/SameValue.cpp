@@ -1,4 +1,4 @@
-#include "propbag/SameValue.h"
+#include "zorvane/propbag/detail/SameValue.h"
 
 namespace zorvane {
 namespace {

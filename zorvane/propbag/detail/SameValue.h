@@ -1,7 +1,7 @@
 #pragma once
 // When a property equals its default, so that it need not be stored.
 
-#include "platform/Variant.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

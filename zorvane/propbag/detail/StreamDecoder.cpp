@@ -1,12 +1,12 @@
-#include "propbag/StreamDecoder.h"
+#include "zorvane/propbag/detail/StreamDecoder.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
 
-#include "platform/Units.h"
-#include "propbag/StreamWords.h"
+#include "zorvane/platform/Units.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {

@@ -10,9 +10,9 @@
 #include <exception>
 #include <span>
 
-#include "platform/Text.h"
-#include "platform/TextMaker.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/TextMaker.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -1,9 +1,9 @@
-#include "propbag/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
 
 #include <bit>
 #include <cstring>
 
-#include "platform/Error.h"
+#include "zorvane/platform/Error.h"
 
 namespace zorvane {
 namespace {

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Text.h"
-#include "platform/Units.h"
-#include "platform/Variant.h"
-#include "propbag/StreamWords.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Units.h"
+#include "zorvane/platform/Variant.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 

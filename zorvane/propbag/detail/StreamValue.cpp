@@ -1,14 +1,14 @@
-#include "propbag/StreamValue.h"
+#include "zorvane/propbag/detail/StreamValue.h"
 
 #include <algorithm>
 #include <limits>
 #include <span>
 #include <utility>
 
-#include "platform/Error.h"
-#include "propbag/StreamDecoder.h"
-#include "propbag/StreamEncoder.h"
-#include "propbag/StreamWords.h"
+#include "zorvane/platform/Error.h"
+#include "zorvane/propbag/detail/StreamDecoder.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "platform/Array.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Array.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane::modZorvane {
 

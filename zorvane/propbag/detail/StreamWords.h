@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/VarType.h"
+#include "zorvane/platform/VarType.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "runtime/BlockStarts.h"
+#include "zorvane/runtime/detail/BlockStarts.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "runtime/FileReplacement.h"
+#include "zorvane/runtime/detail/FileReplacement.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "runtime/PosixFile.h"
+#include "zorvane/runtime/detail/PosixFile.h"
 
 namespace zorvane {
 namespace {

@@ -8,10 +8,10 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/CaseMapping.h"
-#include "platform/Text.h"
-#include "platform/Units.h"
-#include "runtime/RecordStore.h"
+#include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/Text.h"
+#include "zorvane/platform/Units.h"
+#include "zorvane/runtime/RecordStore.h"
 
 namespace zorvane {
 

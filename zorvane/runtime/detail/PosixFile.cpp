@@ -1,4 +1,4 @@
-#include "runtime/PosixFile.h"
+#include "zorvane/runtime/detail/PosixFile.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>

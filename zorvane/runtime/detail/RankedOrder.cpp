@@ -1,4 +1,4 @@
-#include "runtime/RankedOrder.h"
+#include "zorvane/runtime/detail/RankedOrder.h"
 
 #include <algorithm>
 #include <bit>
@@ -6,8 +6,8 @@
 #include <numeric>
 #include <utility>
 
-#include "platform/Units.h"
-#include "runtime/WideGapSort.h"
+#include "zorvane/platform/Units.h"
+#include "zorvane/runtime/detail/WideGapSort.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/CaseMapping.h"
+#include "zorvane/platform/CaseMapping.h"
 
 namespace zorvane::modZorvane {
 

@@ -1,4 +1,4 @@
-#include "runtime/RecordOrder.h"
+#include "zorvane/runtime/detail/RecordOrder.h"
 
 #include <algorithm>
 #include <bit>

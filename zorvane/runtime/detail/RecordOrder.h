@@ -13,9 +13,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/LargeArray.h"
-#include "runtime/BlockStarts.h"
-#include "runtime/Slabs.h"
+#include "zorvane/platform/LargeArray.h"
+#include "zorvane/runtime/detail/BlockStarts.h"
+#include "zorvane/runtime/detail/Slabs.h"
 
 namespace zorvane {
 

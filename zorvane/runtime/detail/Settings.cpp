@@ -1,4 +1,4 @@
-#include "runtime/Settings.h"
+#include "zorvane/runtime/detail/Settings.h"
 
 #include <algorithm>
 #include <array>

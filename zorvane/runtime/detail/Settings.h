@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "platform/Object.h"
-#include "platform/Variant.h"
+#include "zorvane/platform/Object.h"
+#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/LargeBlock.h"
+#include "zorvane/platform/LargeBlock.h"
 
 namespace zorvane {
 

@@ -1,8 +1,8 @@
-#include "runtime/WideGapSort.h"
+#include "zorvane/runtime/detail/WideGapSort.h"
 
 #include <cstddef>
 
-#include "runtime/GapSort.h"
+#include "zorvane/runtime/detail/GapSort.h"
 
 #if defined(__x86_64__) && defined(__GNUC__)
 #define ZORVANE_WIDE 1
