@@ -8,50 +8,12 @@
 
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/TextMaker.h"
+#include "zorvane/platform/detail/Utf8.h"
 
 namespace zorvane {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::size_t kMaxLength = 0x3FFFFFFF;  // positions and byte counts stay within 32 bits
-
-// Reads one code point at `at` and moves past it; a malformed byte is one U+FFFD.
-char32_t DecodeUtf8(std::string_view bytes, std::size_t& at) {
-    const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    const unsigned first = byteAt(at++);
-    if (first < 0x80) return first;
-    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    if (first < 0xC2 || first > 0xF4 || bytes.size() - at < more) return kReplacement;
-    char32_t point = first & (0x3Fu >> more);
-    for (std::size_t i = 0; i < more; ++i) {
-        const unsigned next = byteAt(at + i);
-        if ((next & 0xC0) != 0x80) return kReplacement;
-        point = (point << 6) | (next & 0x3F);
-    }
-    const bool tooLong = (more == 2 && point < 0x800) || (more == 3 && point < 0x10000);
-    if (tooLong || (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF) return kReplacement;
-    at += more;
-    return point;
-}
-
-void AppendUtf8(std::string& out, char32_t point) {
-    const auto put = [&](char32_t bits) { out.push_back(static_cast<char>(bits)); };
-    if (point < 0x80) {
-        put(point);
-    } else if (point < 0x800) {
-        put(0xC0 | (point >> 6));
-        put(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        put(0xE0 | (point >> 12));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
-    } else {
-        put(0xF0 | (point >> 18));
-        put(0x80 | ((point >> 12) & 0x3F));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
-    }
-}
 
 }  // namespace
 
@@ -60,18 +22,14 @@ Text::Text(std::u16string_view units) : block_(Allocate(units.size())) {
 }
 
 Text::Text(std::string_view utf8) {
-    std::u16string units;
-    units.reserve(utf8.size());
-    for (std::size_t at = 0; at < utf8.size();) {
-        const char32_t point = DecodeUtf8(utf8, at);
-        if (point >= 0x10000) {
-            units.push_back(static_cast<char16_t>(0xD7C0 + (point >> 10)));
-            units.push_back(static_cast<char16_t>(0xDC00 | (point & 0x3FF)));
-        } else {
-            units.push_back(static_cast<char16_t>(point));
-        }
+    const bool ascii = IsAscii(utf8);
+    block_ = Allocate(ascii ? utf8.size() : UnitsInUtf8(utf8));
+    if (!block_) return;
+    if (ascii) {
+        WidenAscii(utf8, block_->Units());
+    } else {
+        DecodeUtf8(utf8, block_->Units());
     }
-    *this = Text(std::u16string_view(units));
 }
 
 Text::Block* Text::Allocate(std::size_t length) {
@@ -92,14 +50,7 @@ void Text::Free(Block* block) noexcept {
 }
 
 std::string Text::ToUtf8() const {
-    const std::u16string_view units = Units();
-    std::string out;
-    out.reserve(units.size());
-    for (std::size_t at = 0; at < units.size();) {
-        const char32_t point = CodePointAt(units, at);
-        AppendUtf8(out, IsSurrogate(point) ? kReplacement : point);
-    }
-    return out;
+    return EncodeUtf8(Units());
 }
 
 Text operator+(const Text& left, const Text& right) {

@@ -25,7 +25,7 @@ class Text {
     Text(std::u16string_view units);  // O(n), one allocation
     Text(const std::u16string& units) : Text(std::u16string_view(units)) {}
     Text(const char16_t* units) : Text(std::u16string_view(units)) {}  // up to U+0000
-    Text(std::string_view utf8);  // each malformed byte becomes U+FFFD
+    Text(std::string_view utf8);  // O(n), one allocation; each malformed byte becomes U+FFFD
     Text(const std::string& utf8) : Text(std::string_view(utf8)) {}
     Text(const char* utf8) : Text(std::string_view(utf8)) {}
     Text(const Text& other) noexcept : block_(other.block_) { Retain(); }

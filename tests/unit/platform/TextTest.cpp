@@ -32,6 +32,20 @@ TEST(Text_FromUtf8, EachMalformedByteBecomesOneReplacement) {
     for (const auto& [what, bytes, units] : rows) EXPECT_EQ(Text(bytes).Units(), units) << what;
 }
 
+TEST(Text_FromUtf8, EveryLengthIsTakenWholeWhereverALetterIsNotAscii) {
+    for (std::size_t length = 0; length <= 100; ++length) {
+        std::u16string plain(length, u' ');
+        for (std::size_t i = 0; i < length; ++i) plain[i] = static_cast<char16_t>(' ' + i % 95);
+        const std::string bytes(plain.begin(), plain.end());
+        ASSERT_EQ(Text(bytes).Units(), plain);
+        for (std::size_t at = 0; at <= length; ++at) {
+            const Text mixed(bytes.substr(0, at) + "\xC3\xA9" + bytes.substr(at));
+            ASSERT_EQ(mixed.Units(), plain.substr(0, at) + u'\u00E9' + plain.substr(at));
+            ASSERT_EQ(mixed.ToUtf8().size(), length + 2);
+        }
+    }
+}
+
 TEST(Text_ToUtf8, ALoneSurrogateBecomesAReplacementAndEveryCodePointComesBack) {
     // Alone before a letter, behind one, before another high one, and at the end.
     const Text lone(u"\xD801z\xDC00z\xD801\xD801\xDC00\0\xD801"s);
