@@ -11,7 +11,7 @@ namespace {
 
 PropBagSession::Obstacle ObstacleAt(const Text& path) {
     namespace fs = std::filesystem;
-    if (modZorvane::CanWriteFileWords(path)) return PropBagSession::Obstacle::None;
+    if (!modZorvane::CheckFileWords(path.ToUtf8())) return PropBagSession::Obstacle::None;
     std::error_code unknown;
     const fs::file_status found = fs::status(path.ToUtf8(), unknown);
     if (!fs::exists(found)) return PropBagSession::Obstacle::Folder;

@@ -1,18 +1,21 @@
 #include "zorvane/runtime/FileWords.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <bit>
 #include <exception>
-#include <limits>
+#include <new>
+#include <string>
+#include <type_traits>
 
 #include "zorvane/runtime/detail/FileReplacement.h"
-#include "zorvane/runtime/detail/PosixFile.h"
+#include "zorvane/runtime/detail/SystemFile.h"
 
 namespace zorvane::modZorvane {
 namespace {
+
+using Path = std::filesystem::path;
+
+constexpr std::int32_t kMostWords = std::numeric_limits<std::int32_t>::max();
 
 // Turns words of this machine into words of the file, and back.
 void SwapOnBigEndian(std::span<std::byte> bytes) noexcept {
@@ -20,51 +23,87 @@ void SwapOnBigEndian(std::span<std::byte> bytes) noexcept {
         for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) std::swap(bytes[i], bytes[i + 1]);
 }
 
-Variant ReadWords(const std::string& path) {
-    const Descriptor file = OpenAt(AT_FDCWD, path, O_RDONLY);
-    struct stat state {};
-    if (!file || ::fstat(file.Number(), &state) != 0 || !S_ISREG(state.st_mode)) return {};
-    // Kept: an empty file gives one word.
-    const std::int64_t count = (std::int64_t{state.st_size} - 1) / 2 + 1;
-    if (count > std::numeric_limits<std::int32_t>::max()) return {};
-    Array words = Array::Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(count));
-    const std::span<std::byte> bytes = words.MutableBytes();
-    const std::size_t got = ReadAt(file, bytes.first(static_cast<std::size_t>(state.st_size)), 0);
-    std::ranges::fill(bytes.subspan(got), std::byte{0});
-    SwapOnBigEndian(bytes);
-    return words;
+// Never through a code page, and a lone surrogate stays one where the system has UTF-16.
+Path PathOf(const Text& text) {
+    const std::u16string_view units = text.Units();
+    if constexpr (std::is_same_v<Path::value_type, wchar_t>)
+        return std::wstring(units.begin(), units.end());
+    else
+        return text.ToUtf8();
 }
 
-// Nothing is said of what fails on the way, a path that would be cut short at U+0000 included.
+// What memory has run out for is a failure like any other; so is a path that the system would cut
+// short at U+0000.
 template <class Work>
-auto Quietly(const Text& path, Work&& work) -> decltype(work(std::string())) {
+std::error_code Answered(const Path& path, Work&& work) noexcept {
     try {
-        const std::string name = path.ToUtf8();
-        if (name.find('\0') == std::string::npos) return work(name);
+        if (path.native().find(Path::value_type{}) != Path::string_type::npos)
+            return std::make_error_code(std::errc::no_such_file_or_directory);
+        return work();
+    } catch (const std::bad_alloc&) {
+        return std::make_error_code(std::errc::not_enough_memory);
     } catch (const std::exception&) {
+        return std::make_error_code(std::errc::io_error);  // no random numbers to be had
     }
-    return {};
+}
+
+std::error_code Read(const Path& path, std::int64_t most, LoadedWords& loaded) {
+    SystemFile file;
+    if (const std::error_code error = OpenToRead(path, file, loaded.FileBytes)) return error;
+    // Kept: an empty file gives one word.
+    const std::int64_t all = (static_cast<std::int64_t>(loaded.FileBytes) - 1) / 2 + 1;
+    const std::int64_t count = std::min(all, most);
+    if (count > kMostWords) return std::make_error_code(std::errc::file_too_large);
+    Array words = Array::Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(count));
+    const std::span<std::byte> bytes = words.MutableBytes();
+    const std::size_t due = std::min<std::uint64_t>(bytes.size(), loaded.FileBytes);
+    std::size_t got = 0;
+    const std::error_code error = file.ReadAt(bytes.first(due), 0, got);
+    std::ranges::fill(bytes.subspan(got), std::byte{0});
+    SwapOnBigEndian(bytes);
+    loaded.Words = std::move(words);
+    return error;
 }
 
 }  // namespace
 
-bool CanWriteFileWords(const Text& path) {
-    return Quietly(path, [](const std::string& name) { return MaySaveOverFile(name); });
+std::error_code CheckFileWords(const Path& path) noexcept {
+    return Answered(path, [&] { return MaySaveOverFile(path); });
+}
+
+LoadedWords LoadFileWords(const Path& path, std::int32_t most) noexcept {
+    LoadedWords loaded;
+    loaded.Error = Answered(path, [&] { return Read(path, std::max(most, 0), loaded); });
+    return loaded;
 }
 
 Variant ReadFileWords(const Text& path) {
-    return Quietly(path, ReadWords);
+    LoadedWords loaded;
+    try {
+        const Path name = PathOf(path);
+        constexpr std::int64_t kWhole = std::numeric_limits<std::int64_t>::max();
+        (void)Answered(name, [&] { return Read(name, kWhole, loaded); });
+    } catch (const std::bad_alloc&) {
+    }
+    return loaded.Words;
 }
 
-void WriteFileWords(const Text& path, const Variant& words) {
-    if (words.Type() != (VarType::ArrayFlag | VarType::Integer)) return;
-    Quietly(path, [&](const std::string& name) {
+std::error_code SaveFileWords(const Path& path, const Variant& words) noexcept {
+    if (words.Type() != (VarType::ArrayFlag | VarType::Integer))
+        return std::make_error_code(std::errc::invalid_argument);
+    return Answered(path, [&] {
         Array stored = words.AsArray();
         if constexpr (std::endian::native == std::endian::big)
             SwapOnBigEndian(stored.MutableBytes());
-        SaveOverFile(name, stored.Bytes());
-        return true;
+        return SaveOverFile(path, stored.Bytes());
     });
+}
+
+void WriteFileWords(const Text& path, const Variant& words) {
+    try {
+        (void)SaveFileWords(PathOf(path), words);
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 }  // namespace zorvane::modZorvane

@@ -1,34 +1,65 @@
 #pragma once
 // Whole files of 16-bit words, little end first, with nothing before or after them.
 //
-// Neither routine raises or says anything: a file that cannot be read yields Empty, a file that
-// cannot be written stays as it was. Only regular files are touched, through links where there are
-// any; a FIFO or a device is never waited for.
+// Only regular files are touched, through links where there are any; a FIFO or a device is never
+// waited for. A std::filesystem::path reaches the system unit for unit, also where it is no valid
+// text; a Text goes in UTF-8 (on Windows as its units). Nothing here raises: what memory has run
+// out for is a failure like any other. Any threads and processes at once may read and save.
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <system_error>
 
 #include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
 
 namespace zorvane::modZorvane {
 
-// Whether WriteFileWords would find a file that it may write, or a directory that takes one.
-[[nodiscard]] bool CanWriteFileWords(const Text& path);
+// What a file holds, or why it does not say.
+struct LoadedWords {
+    Variant Words;                // as ReadFileWords gives them, but not more than asked for
+    std::uint64_t FileBytes = 0;  // of all of the file
+    std::error_code Error;        // no_such_file_or_directory, permission_denied, is_a_directory,
+                                  // invalid_argument (neither a file nor a folder) ...
+};
+
+// Whether SaveFileWords would find a file that it may write, or a folder that takes one; else why
+// not. A full disk shows itself only when saving.
+[[nodiscard]] std::error_code CheckFileWords(const std::filesystem::path& path) noexcept;
+
+// The first words of a file, at most `most`: one array for them, O(words). After a failure half-way
+// there are words with an Error, and those not read are 0.
+[[nodiscard]] LoadedWords LoadFileWords(
+    const std::filesystem::path& path,
+    std::int32_t most = std::numeric_limits<std::int32_t>::max()) noexcept;
 
 // The file as an array of 16-bit integers from 0. A file of n bytes gives (n - 1) \ 2 + 1 words
 // (one word, 0, for an empty file); an odd last byte is the low half of the last word. Empty when
-// there is no such file, it is not a regular one or it cannot be opened. Where reading fails
-// half-way the words not read are 0. O(n), one array.
+// there is no such file, it is not a regular one, it cannot be opened or it has more than 2^31 - 1
+// words. Where reading fails half-way the words not read are 0. O(n), one array.
 [[nodiscard]] Variant ReadFileWords(const Text& path);
 
-// The file then holds `words` followed by whatever it held behind them: it is never cut short.
-// A value that is not an array of 16-bit integers writes nothing, and a file that already begins
-// with the words is not written again.
+// The file then holds `words` followed by whatever it held behind them: it is never cut short. A
+// file that already begins with the words is not written again, and one without write permission
+// is not written. Success, or why the file is what it was: no_space_on_device, EDQUOT where a
+// system has it, io_error, permission_denied, read_only_file_system, is_a_directory,
+// invalid_argument (not an array of 16-bit integers; neither a file nor a folder),
+// device_or_resource_busy (somebody else writes in it for long), resource_unavailable_try_again
+// (others came in between time and again) ...
 //
-// The new file is assembled beside the old one and takes its place, mode and owner in one step:
-// whoever reads, or is left with the disk after a crash, has the old file or the new one. Where
-// that cannot be done (a directory that may not be written, a file of several names) the file is
-// written in place, its first two words last: a crash then leaves a file that begins with two zero
-// words. A file without write permission is not written.
-// What a killed process leaves beside the file is removed by the next call for that directory.
+// The new file is assembled beside the old one and takes its place, owner, mode, access list and
+// extended attributes in one step: whoever reads, or is left with the disk after a crash, has the
+// old file or the new one. Success says that the new one is on the disk; io_error may also say that
+// this is not certain of its place in the folder. Where no new file can take the place (a folder
+// that may not be written, a file of several names, more than 64 MiB behind the words) the file is
+// written in place, one writer after the other and its first two words last: a crash then leaves a
+// file that begins with two zero words. What a killed process leaves beside the file is removed by
+// the next call for that folder. What each system keeps of this stands in docs/behaviour.md.
+[[nodiscard]] std::error_code SaveFileWords(const std::filesystem::path& path,
+                                            const Variant& words) noexcept;
+
+// SaveFileWords, of which nothing is said.
 void WriteFileWords(const Text& path, const Variant& words);
 
 }  // namespace zorvane::modZorvane

@@ -78,9 +78,9 @@ void Check(const PathKind& kind) {
     {
         std::optional<OrdinaryUser> user;
         if (permissions) user.emplace(folder);
-        const bool promised = modZorvane::CanWriteFileWords(folder.At(kind.path));
+        const bool promised = !modZorvane::CheckFileWords(folder.At(kind.path));
         modZorvane::WriteFileWords(folder.At(kind.path), WordsOf("WXYZ"));
-        EXPECT_EQ(promised, !kind.changed.empty()) << "CanWriteFileWords";
+        EXPECT_EQ(promised, !kind.changed.empty()) << "CheckFileWords";
     }
     open();
     std::istringstream changed(kind.changed);

@@ -1,257 +1,146 @@
 #include "zorvane/runtime/detail/FileReplacement.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
-#include <optional>
-#include <random>
-#include <string_view>
 #include <vector>
 
-#include "zorvane/runtime/detail/PosixFile.h"
+#include "zorvane/runtime/detail/SystemFile.h"
 
 namespace zorvane {
 namespace {
 
 using Bytes = std::span<const std::byte>;
+using Naming = NewFile::Naming;
 
 constexpr std::size_t kChunk = 64 * 1024;
 // The words that tell whether a stream follows; written last where a file is written in place.
 constexpr std::size_t kMarker = 4;
-constexpr mode_t kPermissions = 07777;
+// A longer rest behind the new words is not copied: nobody waits for a gigabyte of somebody else's.
+constexpr std::uint64_t kLongestTail = std::uint64_t{64} << 20;
+// Each further one needs another process in between, at just that moment.
+constexpr int kTries = 10;
 
-constexpr std::string_view kTemporaryStart = ".zorvane-";
-constexpr std::string_view kTemporaryEnd = ".saving";
-constexpr std::size_t kTemporaryDigits = 16;
-
-// Nobody can foresee the name and put a file or a link in its place.
-std::string TemporaryName() {
-    std::random_device random;
-    const std::uint64_t number = std::uint64_t{random()} << 32 | random();
-    std::array<char, kTemporaryDigits + 1> digits;
-    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
-    return std::string(kTemporaryStart) + digits.data() + std::string(kTemporaryEnd);
-}
-
-bool IsTemporaryName(std::string_view name) noexcept {
-    return name.size() == kTemporaryStart.size() + kTemporaryDigits + kTemporaryEnd.size() &&
-           name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
-}
-
-// The file that is about to be saved, opened before anything is decided.
-struct Target {
-    Descriptor Directory;
-    std::string Name;
-    Descriptor Old;        // nothing when there is no such file yet
-    struct stat State {};  // of Old
-
-    [[nodiscard]] std::size_t OldSize() const noexcept {
-        return static_cast<std::size_t>(State.st_size);
-    }
-};
-
-std::optional<Target> OpenTarget(const std::string& path) {
-    SplitPath where = FollowLinks(path);
-    if (where.Name.empty()) return {};
-    Target target{
-        OpenAt(AT_FDCWD, where.Directory, O_RDONLY | O_DIRECTORY), std::move(where.Name), {}};
-    // A directory that may be searched but not listed still leads to its files.
-    if (!target.Directory)
-        target.Directory = OpenAt(AT_FDCWD, where.Directory, O_PATH | O_DIRECTORY);
-    if (!target.Directory) return {};
-    target.Old = OpenAt(target.Directory.Number(), target.Name, O_RDWR | O_NOFOLLOW);
-    if (!target.Old) {
-        if (errno != ENOENT) return {};
-        return target;
-    }
-    if (::fstat(target.Old.Number(), &target.State) != 0 || !S_ISREG(target.State.st_mode))
-        return {};
-    return target;
-}
-
-bool BeginsWith(const Target& target, Bytes bytes) {
-    if (target.OldSize() < bytes.size()) return false;
+bool BeginsWith(const SavePlace& place, Bytes bytes) {
+    if (place.OldSize < bytes.size()) return false;
     std::vector<std::byte> chunk(std::min(kChunk, bytes.size()));
     for (std::size_t at = 0; at < bytes.size(); at += chunk.size()) {
         const Bytes wanted = bytes.subspan(at, std::min(chunk.size(), bytes.size() - at));
         const std::span<std::byte> found = std::span(chunk).first(wanted.size());
-        if (ReadAt(target.Old, found, at) != found.size()) return false;
+        std::size_t got = 0;
+        if (place.Old.ReadAt(found, at, got) || got != found.size()) return false;
         if (!std::ranges::equal(found, wanted)) return false;
     }
     return true;
 }
 
-// What killed processes left in the directory. A file whose lock is free belongs to nobody.
-void RemoveLeftOvers(const Descriptor& directory) {
-    Descriptor listed = OpenAt(directory.Number(), ".", O_RDONLY | O_DIRECTORY);
-    if (!listed) return;
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(listed.Number()), ::closedir);
-    if (!entries) return;
-    (void)listed.Detach();
-    while (const dirent* entry = ::readdir(entries.get())) {
-        if (!IsTemporaryName(entry->d_name)) continue;
-        const Descriptor left = OpenAt(directory.Number(), entry->d_name, O_RDONLY | O_NOFOLLOW);
-        if (left && ::flock(left.Number(), LOCK_EX | LOCK_NB) == 0)
-            ::unlinkat(directory.Number(), entry->d_name, 0);
-    }
+// All of the bytes or a failure.
+std::error_code ReadAll(const SystemFile& file, std::span<std::byte> bytes, std::uint64_t offset) {
+    std::size_t got = 0;
+    if (const std::error_code error = file.ReadAt(bytes, offset, got)) return error;
+    // Somebody has just made the file shorter.
+    if (got != bytes.size()) return std::make_error_code(std::errc::resource_unavailable_try_again);
+    return {};
 }
 
-enum class Outcome { Saved, Failed, NotPossible };
+std::error_code CopyTail(const SavePlace& place, std::uint64_t from, const SystemFile& to) {
+    if (place.OldSize <= from) return {};
+    const auto piece = [&](std::uint64_t at) {
+        return static_cast<std::size_t>(std::min<std::uint64_t>(kChunk, place.OldSize - at));
+    };
+    std::vector<std::byte> chunk(piece(from));
+    for (std::uint64_t at = from; at < place.OldSize; at += chunk.size()) {
+        const std::span<std::byte> bytes = std::span(chunk).first(piece(at));
+        if (const std::error_code error = ReadAll(place.Old, bytes, at)) return error;
+        if (const std::error_code error = to.WriteAt(bytes, at)) return error;
+    }
+    return {};
+}
+
+std::error_code Replace(SavePlace& place, Bytes bytes, Naming naming) {
+    NewFile fresh(place);
+    if (const std::error_code error = fresh.Create(naming)) return error;
+    if (const std::error_code error = fresh.KeepAttributes()) return error;
+    const SystemFile& file = fresh.File();
+    const std::uint64_t size = std::max<std::uint64_t>(bytes.size(), place.OldSize);
+    if (const std::error_code error = file.Reserve(size)) return error;
+    if (const std::error_code error = file.WriteAt(bytes, 0)) return error;
+    if (const std::error_code error = CopyTail(place, bytes.size(), file)) return error;
+    if (const std::error_code error = file.Sync()) return error;
+    return fresh.TakePlace();
+}
 
 // A failure that speaks of the place and not of the disk: another way of saving may work.
-Outcome FailedWith(int reason) noexcept {
-    switch (reason) {
-        case EACCES:
-        case EBUSY:  // the name is a mount point
-        case EPERM:
-        case EXDEV:
-            return Outcome::NotPossible;
-        default:
-            return Outcome::Failed;
+bool AnotherWayMayDo(const std::error_code& error) noexcept {
+    for (const std::errc place :
+         {std::errc::cross_device_link, std::errc::device_or_resource_busy,  // a mount point
+          std::errc::operation_not_permitted, std::errc::operation_not_supported,
+          std::errc::permission_denied}) {
+        if (error == place) return true;
     }
-}
-
-// The new file while it is assembled: without a name where the system can do that, so that a killed
-// process leaves nothing, else under a temporary one. Gone at the end of its life unless it has
-// taken the target's place. Locked as long as it is open, so that nobody takes it for a left-over.
-class Replacement {
-  public:
-    explicit Replacement(const Target& target) noexcept : target_(target) {}
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (!name_.empty()) ::unlinkat(target_.Directory.Number(), name_.c_str(), 0);
-    }
-
-    Outcome CreateUnnamed() {
-        file_ = OpenAt(target_.Directory.Number(), ".", O_TMPFILE | O_RDWR, Mode());
-        return file_ ? Lock() : Outcome::NotPossible;
-    }
-    Outcome CreateNamed() {
-        std::string name = TemporaryName();
-        file_ = OpenAt(target_.Directory.Number(), name, O_CREAT | O_EXCL | O_RDWR | O_NOFOLLOW,
-                       Mode());
-        if (!file_) return FailedWith(errno);
-        name_ = std::move(name);
-        return Lock();
-    }
-    Outcome Assemble(Bytes bytes) {
-        if (const Outcome kept = KeepOwnerAndMode(); kept != Outcome::Saved) return kept;
-        const std::size_t size = std::max(bytes.size(), target_.OldSize());
-        const bool done = Reserve(file_, size) && WriteAt(file_, bytes, 0) &&
-                          CopyTail(bytes.size()) && Sync(file_);
-        return done ? Outcome::Saved : Outcome::Failed;
-    }
-    Outcome TakePlace() {
-        const int directory = target_.Directory.Number();
-        if (name_.empty()) {
-            std::string name = TemporaryName();
-            const std::string open = "/proc/self/fd/" + std::to_string(file_.Number());
-            if (::linkat(AT_FDCWD, open.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
-                return Outcome::NotPossible;
-            name_ = std::move(name);
-        }
-        if (::renameat(directory, name_.c_str(), directory, target_.Name.c_str()) != 0)
-            return FailedWith(errno);
-        name_.clear();
-        (void)Sync(target_.Directory);  // too late to go back: the new file is there
-        return Outcome::Saved;
-    }
-
-  private:
-    [[nodiscard]] mode_t Mode() const noexcept { return target_.Old ? 0600 : 0666; }
-    Outcome Lock() const noexcept {
-        // Without a lock saving goes on: at worst another process removes the file too early, and
-        // taking the place fails.
-        (void)::flock(file_.Number(), LOCK_EX | LOCK_NB);
-        return Outcome::Saved;
-    }
-    Outcome KeepOwnerAndMode() const noexcept {
-        if (!target_.Old) return Outcome::Saved;
-        const struct stat& old = target_.State;
-        struct stat now {};
-        if (::fstat(file_.Number(), &now) != 0) return Outcome::Failed;
-        const bool sameOwner = now.st_uid == old.st_uid && now.st_gid == old.st_gid;
-        if (!sameOwner && ::fchown(file_.Number(), old.st_uid, old.st_gid) != 0)
-            return FailedWith(errno);
-        if (::fchmod(file_.Number(), old.st_mode & kPermissions) != 0) return FailedWith(errno);
-        return Outcome::Saved;
-    }
-    bool CopyTail(std::size_t from) const {
-        if (target_.OldSize() <= from) return true;
-        std::vector<std::byte> chunk(std::min(kChunk, target_.OldSize() - from));
-        for (std::size_t at = from; at < target_.OldSize(); at += chunk.size()) {
-            const std::span<std::byte> piece =
-                std::span(chunk).first(std::min(chunk.size(), target_.OldSize() - at));
-            if (ReadAt(target_.Old, piece, at) != piece.size()) return false;
-            if (!WriteAt(file_, piece, at)) return false;
-        }
-        return true;
-    }
-
-    const Target& target_;
-    Descriptor file_;
-    std::string name_;  // in the target's directory; empty while there is none
-};
-
-Outcome Replace(const Target& target, Bytes bytes, Outcome (Replacement::*create)()) {
-    Replacement replacement(target);
-    if (const Outcome made = (replacement.*create)(); made != Outcome::Saved) return made;
-    if (const Outcome full = replacement.Assemble(bytes); full != Outcome::Saved) return full;
-    return replacement.TakePlace();
+    return false;
 }
 
 // Until the last write the file begins with zeros: what a crash leaves is no stream.
-bool WriteMarkerLast(const Descriptor& file, Bytes bytes) noexcept {
+std::error_code WriteMarkerLast(const SystemFile& file, Bytes bytes) noexcept {
     constexpr std::array<std::byte, kMarker> kNothing{};
     const std::size_t marker = std::min(kMarker, bytes.size());
-    return WriteAt(file, Bytes(kNothing).first(marker), 0) && Sync(file) &&
-           WriteAt(file, bytes.subspan(marker), marker) && Sync(file) &&
-           WriteAt(file, bytes.first(marker), 0) && Sync(file);
+    const auto write = [&file](Bytes part, std::uint64_t offset) {
+        const std::error_code error = file.WriteAt(part, offset);
+        return error ? error : file.Sync();
+    };
+    if (const std::error_code error = write(Bytes(kNothing).first(marker), 0)) return error;
+    if (const std::error_code error = write(bytes.subspan(marker), marker)) return error;
+    return write(bytes.first(marker), 0);
 }
 
-void WriteInPlace(const Target& target, Bytes bytes) {
-    std::vector<std::byte> before(std::min(bytes.size(), target.OldSize()));
-    if (ReadAt(target.Old, before, 0) != before.size()) return;
-    if (Reserve(target.Old, bytes.size())) {
-        if (WriteMarkerLast(target.Old, bytes)) return;
-        (void)WriteMarkerLast(target.Old, before);
+std::error_code WriteInPlace(SavePlace& place, Bytes bytes) {
+    const SystemFile& file = place.Old;
+    if (!file.Await(SystemFile::Turn::Write))
+        return std::make_error_code(std::errc::device_or_resource_busy);
+    if (const std::error_code error = place.LookAgain()) return error;
+    std::vector<std::byte> before(std::min<std::uint64_t>(bytes.size(), place.OldSize));
+    if (const std::error_code error = ReadAll(file, before, 0)) return error;
+    std::error_code failure = file.Reserve(bytes.size());
+    if (!failure) {
+        failure = WriteMarkerLast(file, bytes);
+        if (!failure) return {};
+        (void)WriteMarkerLast(file, before);
     }
-    if (target.OldSize() < bytes.size())
-        (void)Uninterrupted([&] { return ::ftruncate(target.Old.Number(), target.State.st_size); });
-    (void)Sync(target.Old);
+    if (place.OldSize < bytes.size()) (void)file.Truncate(place.OldSize);
+    (void)file.Sync();
+    return failure;
+}
+
+std::error_code SaveOnce(const std::filesystem::path& path, Bytes bytes) {
+    SavePlace place;
+    if (const std::error_code error = place.Open(path)) return error;
+    place.RemoveLeftOvers();
+    if (place.Old && BeginsWith(place, bytes)) return {};
+    std::error_code error;
+    if (!place.OldStays && place.OldSize <= bytes.size() + kLongestTail) {
+        error = Replace(place, bytes, Naming::None);
+        if (error == std::errc::operation_not_supported)
+            error = Replace(place, bytes, Naming::Temporary);
+        if (!error) return place.Settle();
+        if (!AnotherWayMayDo(error)) return error;
+    }
+    return place.Old ? WriteInPlace(place, bytes) : error;
 }
 
 }  // namespace
 
-bool MaySaveOverFile(const std::string& path) {
-    const std::optional<Target> target = OpenTarget(path);
-    if (!target) return false;
-    if (target->Old) return true;
-    return ::faccessat(target->Directory.Number(), ".", W_OK | X_OK, AT_EACCESS) == 0;
+std::error_code MaySaveOverFile(const std::filesystem::path& path) {
+    SavePlace place;
+    if (const std::error_code error = place.Open(path)) return error;
+    return place.Old ? std::error_code() : place.MayAdd();
 }
 
-void SaveOverFile(const std::string& path, std::span<const std::byte> bytes) {
-    const std::optional<Target> target = OpenTarget(path);
-    if (!target) return;
-    RemoveLeftOvers(target->Directory);
-    if (target->Old && BeginsWith(*target, bytes)) return;
-    if (target->State.st_nlink <= 1) {  // other names are to see the new words too
-        Outcome outcome = Replace(*target, bytes, &Replacement::CreateUnnamed);
-        if (outcome == Outcome::NotPossible)
-            outcome = Replace(*target, bytes, &Replacement::CreateNamed);
-        if (outcome != Outcome::NotPossible) return;
-    }
-    if (target->Old) WriteInPlace(*target, bytes);
+std::error_code SaveOverFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+    std::error_code error = SaveOnce(path, bytes);
+    for (int i = 1; i < kTries && error == std::errc::resource_unavailable_try_again; ++i)
+        error = SaveOnce(path, bytes);
+    return error;
 }
 
 }  // namespace zorvane
