@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <exception>
+#include <limits>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -15,7 +16,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr std::int32_t kMostWords = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t kWhole = std::numeric_limits<std::int64_t>::max();
 
 // Turns words of this machine into words of the file, and back.
 void SwapOnBigEndian(std::span<std::byte> bytes) noexcept {
@@ -53,7 +54,8 @@ std::error_code Read(const Path& path, std::int64_t most, LoadedWords& loaded) {
     // Kept: an empty file gives one word.
     const std::int64_t all = (static_cast<std::int64_t>(loaded.FileBytes) - 1) / 2 + 1;
     const std::int64_t count = std::min(all, most);
-    if (count > kMostWords) return std::make_error_code(std::errc::file_too_large);
+    if (count > std::numeric_limits<std::int32_t>::max())
+        return std::make_error_code(std::errc::file_too_large);
     Array words = Array::Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(count));
     const std::span<std::byte> bytes = words.MutableBytes();
     const std::size_t due = std::min<std::uint64_t>(bytes.size(), loaded.FileBytes);
@@ -71,6 +73,12 @@ std::error_code CheckFileWords(const Path& path) noexcept {
     return Answered(path, [&] { return MaySaveOverFile(path); });
 }
 
+LoadedWords LoadFileWords(const Path& path) noexcept {
+    LoadedWords loaded;
+    loaded.Error = Answered(path, [&] { return Read(path, kWhole, loaded); });
+    return loaded;
+}
+
 LoadedWords LoadFileWords(const Path& path, std::int32_t most) noexcept {
     LoadedWords loaded;
     loaded.Error = Answered(path, [&] { return Read(path, std::max(most, 0), loaded); });
@@ -78,14 +86,11 @@ LoadedWords LoadFileWords(const Path& path, std::int32_t most) noexcept {
 }
 
 Variant ReadFileWords(const Text& path) {
-    LoadedWords loaded;
     try {
-        const Path name = PathOf(path);
-        constexpr std::int64_t kWhole = std::numeric_limits<std::int64_t>::max();
-        (void)Answered(name, [&] { return Read(name, kWhole, loaded); });
+        return LoadFileWords(PathOf(path)).Words;
     } catch (const std::bad_alloc&) {
+        return {};
     }
-    return loaded.Words;
 }
 
 std::error_code SaveFileWords(const Path& path, const Variant& words) noexcept {

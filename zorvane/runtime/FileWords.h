@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <limits>
 #include <system_error>
 
 #include "zorvane/platform/Text.h"
@@ -18,7 +17,7 @@ namespace zorvane::modZorvane {
 
 // What a file holds, or why it does not say.
 struct LoadedWords {
-    Variant Words;                // as ReadFileWords gives them, but not more than asked for
+    Variant Words;                // as ReadFileWords gives them
     std::uint64_t FileBytes = 0;  // of all of the file
     std::error_code Error;        // no_such_file_or_directory, permission_denied, is_a_directory,
                                   // invalid_argument (neither a file nor a folder) ...
@@ -28,11 +27,12 @@ struct LoadedWords {
 // not. A full disk shows itself only when saving.
 [[nodiscard]] std::error_code CheckFileWords(const std::filesystem::path& path) noexcept;
 
-// The first words of a file, at most `most`: one array for them, O(words). After a failure half-way
-// there are words with an Error, and those not read are 0.
-[[nodiscard]] LoadedWords LoadFileWords(
-    const std::filesystem::path& path,
-    std::int32_t most = std::numeric_limits<std::int32_t>::max()) noexcept;
+// The whole file, or its first words, at most `most`: one array for them, O(words). After a failure
+// half-way there are words with an Error, and those not read are 0. file_too_large: more than
+// 2^31 - 1 words were to be read.
+[[nodiscard]] LoadedWords LoadFileWords(const std::filesystem::path& path) noexcept;
+[[nodiscard]] LoadedWords LoadFileWords(const std::filesystem::path& path,
+                                        std::int32_t most) noexcept;
 
 // The file as an array of 16-bit integers from 0. A file of n bytes gives (n - 1) \ 2 + 1 words
 // (one word, 0, for an empty file); an odd last byte is the low half of the last word. Empty when

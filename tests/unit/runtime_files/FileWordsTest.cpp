@@ -1,36 +1,86 @@
+// What holds on every system.
+
 #include "zorvane/runtime/FileWords.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/file.h>
 
 #include "tests/unit/runtime_files/Folder.h"
+#include "zorvane/runtime/detail/SystemFile.h"
 
 namespace zorvane {
 namespace {
 
+using modZorvane::LoadFileWords;
 using modZorvane::ReadFileWords;
+using modZorvane::SaveFileWords;
 using modZorvane::WriteFileWords;
 
-TEST(ReadFileWords, WhatIsNoFileThatCanBeReadGivesEmpty) {
+#ifdef _WIN32
+constexpr const char* kDevice = "NUL";
+#else
+constexpr const char* kDevice = "/dev/zero";
+#endif
+
+TEST(LoadFileWords, WhatIsNoFileSaysWhyAndReadsAsEmpty) {
     const Folder folder;
-    folder.Make("file=abcd long=abcd closed=abcd closed!0 fifo| dangling>nowhere circle>circle");
-    std::filesystem::resize_file(folder.At("long"), std::uintmax_t{1} << 33);
-    const std::pair<const char*, Text> cases[] = {
-        {"missing", folder.At("missing")},
-        {"empty path", ""},
-        {"directory", folder.Path()},
-        {"FIFO: opened without waiting for a writer", folder.At("fifo")},
-        {"link to nothing", folder.At("dangling")},
-        {"circle of links", folder.At("circle")},
-        {"device", "/dev/zero"},
-        {"U+0000 must not cut the path short", folder.At("file") + std::string("\0x", 2)},
-        {"no permission", folder.At("closed")},
-        {"too long for an array", folder.At("long")},
+    folder.Put("file", "abcd");
+    const std::tuple<const char*, std::string, std::errc> cases[] = {
+        {"missing", folder.At("missing"), std::errc::no_such_file_or_directory},
+        {"empty path", "", std::errc::no_such_file_or_directory},
+        {"directory", folder.Path(), std::errc::is_a_directory},
+        {"device", kDevice, std::errc::invalid_argument},
+        {"U+0000 must not cut the path short", folder.At("file") + std::string("\0x", 2),
+         std::errc::no_such_file_or_directory},
     };
-    const OrdinaryUser user(folder);
-    EXPECT_FALSE(ReadFileWords(folder.At("file")).IsEmpty());
-    for (const auto& [what, path] : cases) EXPECT_TRUE(ReadFileWords(path).IsEmpty()) << what;
+    for (const auto& [what, path, why] : cases) {
+        EXPECT_TRUE(LoadFileWords(path).Error == why) << what;
+        EXPECT_TRUE(ReadFileWords(path).IsEmpty()) << what;
+    }
+}
+
+TEST(LoadFileWords, NoMoreIsReadThanWasAskedFor) {
+    const Folder folder;
+    folder.Put("file", "abcde");
+    for (const auto& [most, words] :
+         {std::pair{0, ""}, {2, "abcd"}, {3, "abcde"}, {9, "abcde"}, {-1, ""}}) {
+        const modZorvane::LoadedWords loaded = LoadFileWords(folder.At("file"), most);
+        EXPECT_TRUE(!loaded.Error && loaded.Words == WordsOf(words)) << most;
+        EXPECT_EQ(loaded.FileBytes, 5u);
+    }
+    std::filesystem::resize_file(folder.At("file"), std::uintmax_t{1} << 33);
+    EXPECT_TRUE(LoadFileWords(folder.At("file")).Error == std::errc::file_too_large);
+    EXPECT_TRUE(LoadFileWords(folder.At("file"), 2).Words == WordsOf("abcd"));
+    EXPECT_TRUE(ReadFileWords(folder.At("file")).IsEmpty());
+}
+
+// The name is of two bytes, of one and of two UTF-16 units.
+TEST(SaveFileWords, TheNewWordsStandInFrontOfTheOldTail) {
+    const Folder folder;
+    const std::filesystem::path path = std::filesystem::path(folder.Path()) / u"\u00FC\U0001F4BE";
+    for (const auto& [words, held] : {std::pair{"abcdefgh", "abcdefgh"}, {"WXYZ", "WXYZefgh"}}) {
+        EXPECT_EQ(modZorvane::CheckFileWords(path), std::error_code());
+        EXPECT_EQ(SaveFileWords(path, WordsOf(words)), std::error_code());
+        EXPECT_TRUE(ReadFileWords(Text(path.u16string())) == WordsOf(held));
+    }
+    std::filesystem::create_hard_link(path, folder.At("name"));
+    EXPECT_EQ(SaveFileWords(path, WordsOf("0123456789")), std::error_code());
+    EXPECT_EQ(folder.Bytes("name"), "0123456789") << "in place";
+    std::filesystem::remove(path);
+    EXPECT_EQ(folder.Others({"name"}), std::vector<std::string>());
+}
+
+TEST(SaveFileWords, WhatCannotBeSavedSaysWhy) {
+    const Folder folder;
+    const std::tuple<const char*, std::string, std::errc> cases[] = {
+        {"no such folder", folder.At("none/file"), std::errc::no_such_file_or_directory},
+        {"a folder", folder.Path(), std::errc::is_a_directory},
+        {"a separator at the end", folder.At("none/"), std::errc::is_a_directory},
+        {"a device", kDevice, std::errc::invalid_argument},
+    };
+    for (const auto& [what, path, why] : cases) {
+        EXPECT_TRUE(SaveFileWords(path, WordsOf("WXYZ")) == why) << what;
+        EXPECT_TRUE(modZorvane::CheckFileWords(path) == why) << what;
+    }
 }
 
 TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {
@@ -41,6 +91,7 @@ TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {
          {Variant(), Variant(7), Variant(u"text"), none, Variant(Array(VarType::Long, 0, 3))}) {
         WriteFileWords(folder.At("file"), other);
     }
+    EXPECT_TRUE(SaveFileWords(folder.At("file"), 7) == std::errc::invalid_argument);
     WriteFileWords(folder.At("new"), none);
     EXPECT_EQ(folder.Bytes("file"), "abcd");
     EXPECT_EQ(folder.Bytes("new"), "");
@@ -48,54 +99,31 @@ TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {
 
 TEST(WriteFileWords, AFileIsWrittenAgainWhereverItDiffersAndOnlyThen) {
     const Folder folder;
+    const std::string file = folder.At("file");
     std::string bytes(100'000, 'x');
     folder.Put("file", bytes + " and more");
-    const struct stat before = folder.State("file");
-    WriteFileWords(folder.At("file"), WordsOf(bytes));
-    const struct stat after = folder.State("file");
-    EXPECT_EQ(after.st_ino, before.st_ino);
-    EXPECT_EQ(after.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
+    const auto before = std::filesystem::last_write_time(file) - std::chrono::hours(1);
+    std::filesystem::last_write_time(file, before);
+    WriteFileWords(file, WordsOf(bytes));
+    EXPECT_EQ(std::filesystem::last_write_time(file), before);
     bytes.back() = 'y';
-    WriteFileWords(folder.At("file"), WordsOf(bytes));
+    WriteFileWords(file, WordsOf(bytes));
     EXPECT_TRUE(folder.Bytes("file") == bytes + " and more");
-}
-
-TEST(WriteFileWords, ModeAndOwnerAreKept) {
-    const Folder folder;
-    folder.Make("file=abcd file!640");
-    if (::geteuid() == 0) {
-        ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 2345), 0);
-    }
-    const struct stat before = folder.State("file");
-    WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
-    const struct stat after = folder.State("file");
-    EXPECT_EQ(folder.Bytes("file"), "WXYZ");
-    EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(after.st_mode, before.st_mode);
-    EXPECT_EQ(after.st_uid, before.st_uid);
-    EXPECT_EQ(after.st_gid, before.st_gid);
-}
-
-TEST(WriteFileWords, ANewFileHasTheModeThatTheUserWants) {
-    const Folder folder;
-    const mode_t mask = ::umask(027);
-    WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
-    ::umask(mask);
-    EXPECT_EQ(folder.State("file").st_mode & 07777u, 0640u);
 }
 
 TEST(WriteFileWords, WhatAKilledProcessLeftIsRemovedAndNothingElse) {
     const Folder folder;
     folder.Put(".zorvane-0123456789abcdef.saving", "half");
-    // Other names, and one whose process lives: it holds the lock.
+    // Other names, and one whose process lives.
     const std::vector<std::string> strangers = {
         ".zorvane-0123456789abcdef.savinf", ".zorvane-0123456789abcdef.saving.bak",
         "zorvane-00123456789abcdef.saving", ".zorvane-fedcba9876543210.saving"};
     for (const std::string& name : strangers) folder.Put(name, "mine");
-    const int locked = ::open(folder.At(strangers.back()).c_str(), O_RDONLY);
-    ASSERT_EQ(::flock(locked, LOCK_EX), 0);
+    SystemFile held;
+    std::uint64_t size = 0;
+    ASSERT_FALSE(OpenToRead(folder.At(strangers.back()), held, size));
     WriteFileWords(folder.At("file"), WordsOf("WXYZ"));
-    ::close(locked);
+    held = SystemFile();
     EXPECT_EQ(folder.Others(strangers), std::vector<std::string>{"file"});
     for (const std::string& name : strangers) EXPECT_EQ(folder.Bytes(name), "mine") << name;
 }

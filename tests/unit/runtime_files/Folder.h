@@ -1,19 +1,16 @@
 #pragma once
 // Folder: an empty directory for one test, gone with it; and files as plain texts of bytes.
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "zorvane/runtime/FileWords.h"
+#include "zorvane/runtime/detail/TemporaryName.h"
 
 namespace zorvane {
 
@@ -25,9 +22,8 @@ inline void Must(bool done) {
 class Folder {
   public:
     explicit Folder(const std::filesystem::path& base = std::filesystem::temp_directory_path()) {
-        std::string name = (base / "zorvane-XXXXXX").string();
-        Must(::mkdtemp(name.data()) != nullptr);
-        path_ = name;
+        path_ = (base / ("zorvane" + TemporaryName())).string();
+        Must(std::filesystem::create_directory(path_));
     }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
@@ -50,30 +46,6 @@ class Folder {
     }
     void Put(const std::string& name, const std::string& bytes) const {
         std::ofstream(At(name), std::ios::binary) << bytes;
-    }
-    // Makes what the words say: file=bytes, directory/, link>target (one that begins with / is
-    // below this folder), name&file for its second name, fifo|, and name!mode for its permissions.
-    void Make(const std::string& words) const {
-        std::istringstream all(words);
-        for (std::string word; all >> word;) {
-            const std::size_t at = std::min(word.find_first_of("=>&|!"), word.size());
-            const std::string name = word.substr(0, at), path = At(name);
-            const std::string rest = word.substr(std::min(at + 1, word.size()));
-            const char kind = word.c_str()[at];
-            if (kind == '\0') std::filesystem::create_directory(path);
-            if (kind == '=') Put(name, rest);
-            if (kind == '>')
-                std::filesystem::create_symlink(rest[0] == '/' ? path_ + rest : rest, path);
-            if (kind == '&') std::filesystem::create_hard_link(At(rest), path);
-            if (kind == '|') Must(::mkfifo(path.c_str(), 0600) == 0);
-            if (kind == '!')
-                Must(::chmod(path.c_str(), static_cast<mode_t>(std::stoi(rest, {}, 8))) == 0);
-        }
-    }
-    [[nodiscard]] struct stat State(const std::string& name) const {
-        struct stat state {};
-        Must(::lstat(At(name).c_str(), &state) == 0);
-        return state;
     }
     // Entries that are not among the names given.
     [[nodiscard]] std::vector<std::string> Others(const std::vector<std::string>& names) const {
@@ -98,28 +70,5 @@ inline Variant WordsOf(const std::string& bytes) {
     }
     return Array::OfWords(words);
 }
-
-// Root passes over permissions: while one lives, the process is an ordinary user instead, and the
-// folder is that user's.
-class OrdinaryUser {
-  public:
-    explicit OrdinaryUser(const Folder& folder) : wasRoot_(::geteuid() == 0) {
-        if (!wasRoot_) return;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path()))
-            Must(::lchown(entry.path().c_str(), kNobody, kNobody) == 0);
-        Must(::chown(folder.Path().c_str(), kNobody, kNobody) == 0);
-        Must(::setegid(kNobody) == 0 && ::seteuid(kNobody) == 0);
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    ~OrdinaryUser() {
-        if (!wasRoot_) return;
-        Must(::seteuid(0) == 0 && ::setegid(0) == 0);
-    }
-
-  private:
-    static constexpr uid_t kNobody = 65534;
-    bool wasRoot_;
-};
 
 }  // namespace zorvane
