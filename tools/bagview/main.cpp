@@ -1,13 +1,23 @@
 // zorvane-bag: shows what is in a property bag's file and checks it.
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>  // freopen
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
 
 #include "tools/bagview/BagReport.h"
 #include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
+#include "zorvane/platform/Version.h"
 #include "zorvane/runtime/FileWords.h"
 
 namespace {
@@ -16,9 +26,11 @@ using namespace zorvane;
 
 enum Exit { kSound = 0, kDamaged = 1, kUnread = 2 };
 
-void PrintDamage(std::ostream& out, const Json& damage) {
+constexpr char kName[] = "zorvane-bag: ";  // what every line to the error output begins with
+
+void PrintDamage(std::ostream& out, const char* begin, const Json& damage) {
     for (const Json& finding : damage) {
-        out << "damage at word " << finding["word"];
+        out << begin << "damage at word " << finding["word"];
         const std::string path = finding["path"].get<std::string>();
         if (!path.empty()) {
             out << " (in " << finding["path"].dump(-1, ' ', true, Json::error_handler_t::replace)
@@ -28,25 +40,67 @@ void PrintDamage(std::ostream& out, const Json& damage) {
     }
 }
 
+// Asked after a file could not be read.
+std::string WhyUnread(const std::string& file) {
+    std::error_code unknown;
+    const auto found = std::filesystem::status(file, unknown);
+    if (std::filesystem::is_directory(found)) return "it is a folder";
+    if (std::filesystem::exists(found) && !std::filesystem::is_regular_file(found)) {
+        return "it is no regular file";
+    }
+    errno = 0;
+    const std::ifstream opened(file, std::ios::binary);
+    return opened ? "it is too large" : std::generic_category().message(errno);
+}
+
+// The words of the standard input, counted and filled up as those of a file.
+std::vector<std::int16_t> InputWords() {
+#ifdef _WIN32
+    if (!std::freopen(nullptr, "rb", stdin)) throw std::runtime_error("no input");
+#endif
+    const std::string bytes(std::istreambuf_iterator<char>(std::cin), {});
+    std::vector<std::int16_t> words(bytes.empty() ? 1 : (bytes.size() + 1) / 2);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const unsigned byte = static_cast<unsigned char>(bytes[i]);
+        const auto word = static_cast<std::uint16_t>(words[i / 2]);
+        words[i / 2] = static_cast<std::int16_t>(word | byte << (i % 2 * 8));
+    }
+    return words;
+}
+
 int Show(const std::string& file, bool json, bool quiet) {
-    const Variant words = modZorvane::ReadFileWords(Text(file));
+    Variant words;
+    if (file == "-") {
+        words = Array::OfWords(InputWords());
+    } else {
+        words = modZorvane::ReadFileWords(Text(file));
+    }
     if (!words.IsArray()) {
-        std::cerr << "zorvane-bag: " << file << " cannot be read\n";
+        std::cerr << kName << file << " cannot be read: " << WhyUnread(file) << '\n';
         return kUnread;
     }
     const Json report = ReportBag(words.AsArray().Words());
     if (json) {
         std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    } else if (!quiet) {
+    } else if (quiet) {
+        PrintDamage(std::cerr, kName, report["damage"]);
+    } else {
         PrintTree(std::cout, report);
+        PrintDamage(std::cout, "", report["damage"]);
     }
-    if (!json) PrintDamage(quiet ? std::cerr : std::cout, report["damage"]);
     return report["damage"].empty() ? kSound : kDamaged;
+}
+
+int Complain(const std::string& what) {
+    std::cerr << kName << what << " (zorvane-bag --help shows how it is called)\n";
+    return kUnread;
 }
 
 int Run(int argc, char** argv) {
     CLI::App app("Shows what is in a property bag's file and checks it.", "zorvane-bag");
-    app.set_version_flag("--version", ZORVANE_VERSION);
+    app.set_version_flag("--version", std::to_string(ZORVANE_VERSION_MAJOR) + "." +
+                                          std::to_string(ZORVANE_VERSION_MINOR) + "." +
+                                          std::to_string(ZORVANE_VERSION_REVISION));
     app.footer(
         "A word is two bytes; words are counted from 0. Damage is named by the word at which the "
         "file\n"
@@ -55,14 +109,18 @@ int Run(int argc, char** argv) {
     std::string file;
     bool json = false;
     bool quiet = false;
-    app.add_option("file", file, "A file such as PropBag.dat")->required();
+    // Not required: a wrong option is to be named first.
+    app.add_option("file", file, "A file such as PropBag.dat; - is the standard input");
     CLI::Option* asJson = app.add_flag("-j,--json", json, "Print JSON instead of a tree");
     app.add_flag("-q,--quiet", quiet, "Print damage only, to the error output")->excludes(asJson);
     try {
         app.parse(argc, argv);
+    } catch (const CLI::Success& asked) {
+        return app.exit(asked);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kSound : kUnread;
+        return Complain(error.what());
     }
+    if (file.empty()) return Complain("a file is required");
     return Show(file, json, quiet);
 }
 
@@ -72,7 +130,7 @@ int main(int argc, char** argv) {
     try {
         return Run(argc, argv);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "zorvane-bag: %s\n", error.what());
+        std::cerr << kName << error.what() << '\n';
         return kUnread;
     }
 }

@@ -16,6 +16,7 @@
 #include <span>
 #include <string_view>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Object.h"
@@ -35,7 +36,7 @@ struct CollectionExAdd {
 
 // A vKeyIndex that holds a text is a key; anything else is converted to a 32-bit position (raises 6
 // or 13 where it has no such form).
-class CollectionEx : public Object {
+class ZORVANE_EXPORT CollectionEx : public Object {
     struct Record {
         Variant Item;
         Text Key;  // as given, until an order by key asks for its lower-cased form
@@ -135,7 +136,7 @@ class CollectionEx : public Object {
     Variant Get(std::u16string_view member, Arguments arguments = {}) override;
     void Set(std::u16string_view member, const Variant& value, Arguments arguments = {}) override;
 
-    friend void swap(CollectionEx& left, CollectionEx& right) noexcept;
+    friend ZORVANE_EXPORT void swap(CollectionEx& left, CollectionEx& right) noexcept;
 
   private:
     void CheckIndex(std::int32_t position) const {

@@ -20,6 +20,7 @@
 #include <span>
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/runtime/AddOptions.h"
 #include "zorvane/runtime/KeyIndex.h"
@@ -35,7 +36,7 @@ struct CollectionRecord {
     std::int32_t ItemLong = 0;
 };
 
-class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
+class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
   public:
     ZVCollectionEx();
     ZVCollectionEx(ZVCollectionEx&& other) noexcept;
@@ -97,7 +98,7 @@ class ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
 
     bool Sort();
 
-    friend void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept;
+    friend ZORVANE_EXPORT void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept;
 
   private:
     friend class KeyedRecords<ZVCollectionEx, CollectionRecord>;

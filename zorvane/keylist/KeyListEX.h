@@ -17,6 +17,7 @@
 #include <optional>
 #include <span>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/runtime/AddOptions.h"
 #include "zorvane/runtime/KeyIndex.h"
@@ -31,7 +32,7 @@ struct KeyListRecord {
     Text Key;
 };
 
-class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
+class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
   public:
     KeyListEX();
     KeyListEX(KeyListEX&& other) noexcept;
@@ -89,7 +90,7 @@ class KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     // raises 28500 with ReturnItem, else gives the Integer 0.
     Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
 
-    friend void swap(KeyListEX& left, KeyListEX& right) noexcept;
+    friend ZORVANE_EXPORT void swap(KeyListEX& left, KeyListEX& right) noexcept;
 
   private:
     friend class KeyedRecords<KeyListEX, KeyListRecord>;

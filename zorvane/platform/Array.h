@@ -10,13 +10,14 @@
 #include <utility>
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/VarType.h"
 
 namespace zorvane {
 
 class Variant;
 
-class Array {
+class ZORVANE_EXPORT Array {
   public:
     // An array of no elements and no type; a tagged value never holds it.
     constexpr Array() noexcept = default;
@@ -65,7 +66,7 @@ class Array {
     }
 
     // Same element type, bounds and elements. Allocates for arrays within arrays only.
-    friend bool operator==(const Array& left, const Array& right);
+    friend ZORVANE_EXPORT bool operator==(const Array& left, const Array& right);
 
   private:
     struct Block;
@@ -81,6 +82,6 @@ class Array {
 };
 
 // Bytes that one element of the type takes in memory; 0 for a type that cannot stand in an array.
-[[nodiscard]] std::size_t ArrayElementSize(VarType element) noexcept;
+[[nodiscard]] ZORVANE_EXPORT std::size_t ArrayElementSize(VarType element) noexcept;
 
 }  // namespace zorvane

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Text.h"
 
 namespace zorvane {
@@ -13,21 +14,22 @@ namespace zorvane {
 // How two texts are compared: by units, or by units after case folding.
 enum class CompareMode : std::int32_t { Binary = 0, Text = 1 };
 
-[[nodiscard]] char32_t FoldCodePoint(char32_t point) noexcept;
-[[nodiscard]] char32_t LowerCodePoint(char32_t point) noexcept;
+[[nodiscard]] ZORVANE_EXPORT char32_t FoldCodePoint(char32_t point) noexcept;
+[[nodiscard]] ZORVANE_EXPORT char32_t LowerCodePoint(char32_t point) noexcept;
 // The text itself where nothing changes, else a new text of the same length. O(n).
-[[nodiscard]] Text LowerCase(const Text& text);
+[[nodiscard]] ZORVANE_EXPORT Text LowerCase(const Text& text);
 
 // -1, 0 or 1: the first differing unit decides (unsigned), then the shorter text comes first. O(n).
-[[nodiscard]] int CompareTexts(std::u16string_view left, std::u16string_view right,
-                               CompareMode mode) noexcept;
-[[nodiscard]] bool EqualTexts(std::u16string_view left, std::u16string_view right,
-                              CompareMode mode) noexcept;
+[[nodiscard]] ZORVANE_EXPORT int CompareTexts(std::u16string_view left, std::u16string_view right,
+                                              CompareMode mode) noexcept;
+[[nodiscard]] ZORVANE_EXPORT bool EqualTexts(std::u16string_view left, std::u16string_view right,
+                                             CompareMode mode) noexcept;
 // True when the two have the same LowerCase, without making it.
-[[nodiscard]] bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcept;
+[[nodiscard]] ZORVANE_EXPORT bool EqualLowerCase(std::u16string_view left,
+                                                 std::u16string_view right) noexcept;
 
 // Never 0; equal for texts that are equal folded or equal in lower case. See Text::FoldedHash.
-[[nodiscard]] std::uint32_t HashFolded(std::u16string_view units) noexcept;
+[[nodiscard]] ZORVANE_EXPORT std::uint32_t HashFolded(std::u16string_view units) noexcept;
 
 [[nodiscard]] constexpr bool IsSurrogate(char32_t point) noexcept {
     return point >= 0xD800 && point <= 0xDFFF;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Text.h"
 
@@ -13,9 +14,9 @@ namespace zorvane {
 inline constexpr char16_t kProjectName[] = u"ZorvaneDemoProject";
 
 // "ZorvaneDemoProject" + "." + the class's plain name.
-[[nodiscard]] Text ClassIdentifier(const Text& typeName);
+[[nodiscard]] ZORVANE_EXPORT Text ClassIdentifier(const Text& typeName);
 
-class Classes {
+class ZORVANE_EXPORT Classes {
   public:
     using Maker = std::function<Ref<Object>()>;
 
@@ -32,6 +33,6 @@ class Classes {
 };
 
 // The list of this program. Whoever starts the program fills it; nothing registers by itself.
-[[nodiscard]] Classes& CreatableClasses();
+[[nodiscard]] ZORVANE_EXPORT Classes& CreatableClasses();
 
 }  // namespace zorvane

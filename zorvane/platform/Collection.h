@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 
@@ -25,7 +26,7 @@ struct CollectionAdd {
 
 // A vKeyIndex that holds a text is a key (raises 5 when absent); any other converts to a 32-bit
 // position 1..Count() (raises 9 outside, 6 or 13 when it has no such form).
-class Collection : public Object {
+class ZORVANE_EXPORT Collection : public Object {
   public:
     class Iterator;
 

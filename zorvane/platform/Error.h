@@ -6,6 +6,7 @@
 #include <iosfwd>
 #include <string>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Text.h"
 
 namespace zorvane {
@@ -23,7 +24,7 @@ enum class PlatformError : std::int32_t {
     DuplicateKey = 457,        // the key is already in use
 };
 
-class Error : public std::exception {
+class ZORVANE_EXPORT Error : public std::exception {
   public:
     // An empty description is replaced by the platform's default text for the number.
     explicit Error(std::int32_t number, Text source = {}, Text description = {});
@@ -40,7 +41,7 @@ class Error : public std::exception {
     std::string what_;  // the description in UTF-8
 };
 
-[[noreturn]] void RaisePlatform(PlatformError number);
+[[noreturn]] ZORVANE_EXPORT void RaisePlatform(PlatformError number);
 
 // Resume-next: runs one statement; an Error ends that statement alone. Anything else passes
 // through. Gives whether the statement ran to its end.

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Text.h"
 
@@ -24,7 +25,7 @@ struct FontValue {
     friend bool operator==(const FontValue&, const FontValue&) = default;
 };
 
-class Font : public Object {
+class ZORVANE_EXPORT Font : public Object {
   public:
     Font() = default;
     explicit Font(FontValue value) : Value(std::move(value)) {}

@@ -5,14 +5,16 @@
 
 #include <cstddef>
 
+#include "zorvane/platform/Build.h"
+
 namespace zorvane {
 
 // From how many bytes on a block is large: below, what is left of its last page weighs more.
 inline constexpr std::size_t kLargeBlock = std::size_t{4} << 20;
 
 // `bytes` of memory, aligned for any scalar. Throws std::bad_alloc.
-[[nodiscard]] void* AllocateBlock(std::size_t bytes);
+[[nodiscard]] ZORVANE_EXPORT void* AllocateBlock(std::size_t bytes);
 // Gives back what AllocateBlock(bytes) gave, or nothing where block is null.
-void FreeBlock(void* block, std::size_t bytes) noexcept;
+ZORVANE_EXPORT void FreeBlock(void* block, std::size_t bytes) noexcept;
 
 }  // namespace zorvane

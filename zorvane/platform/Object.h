@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Text.h"
 
 namespace zorvane {
@@ -17,7 +18,7 @@ namespace zorvane {
 class Variant;
 using Arguments = std::span<const Variant>;
 
-class Object {
+class ZORVANE_EXPORT Object {
   public:
     Object() noexcept = default;
     // The count belongs to the object, not to its value.

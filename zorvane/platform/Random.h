@@ -3,9 +3,11 @@
 
 #include <cstdint>
 
+#include "zorvane/platform/Build.h"
+
 namespace zorvane {
 
-class Random {
+class ZORVANE_EXPORT Random {
   public:
     // The next number: k / 2^24 for a whole k below 2^24.
     float Next() noexcept;
@@ -15,6 +17,6 @@ class Random {
 };
 
 // The one generator of the program; everything that draws shares its sequence.
-[[nodiscard]] Random& ProgramRandom() noexcept;
+[[nodiscard]] ZORVANE_EXPORT Random& ProgramRandom() noexcept;
 
 }  // namespace zorvane

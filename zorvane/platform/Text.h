@@ -15,11 +15,12 @@
 #include <string_view>
 #include <utility>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Units.h"
 
 namespace zorvane {
 
-class Text {
+class ZORVANE_EXPORT Text {
   public:
     constexpr Text() noexcept = default;
     Text(std::u16string_view units);  // O(n), one allocation
@@ -75,12 +76,12 @@ class Text {
     [[nodiscard]] std::string ToUtf8() const;
     operator std::u16string_view() const noexcept { return Units(); }
 
-    friend Text operator+(const Text& left, const Text& right);
+    friend ZORVANE_EXPORT Text operator+(const Text& left, const Text& right);
     friend bool operator==(const Text& left, const Text& right) noexcept {
         return left.block_ == right.block_ || SameUnits(left.Units(), right.Units());
     }
     friend void swap(Text& left, Text& right) noexcept { std::swap(left.block_, right.block_); }
-    friend std::ostream& operator<<(std::ostream& out, const Text& text);
+    friend ZORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Text& text);
 
   private:
     friend class TextMaker;

@@ -12,6 +12,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "zorvane/platform/Build.h"
+
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif

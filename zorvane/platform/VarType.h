@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "zorvane/platform/Build.h"
+
 namespace zorvane {
 
 enum class VarType : std::uint16_t {

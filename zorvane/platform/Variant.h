@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "zorvane/platform/Array.h"
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Relocate.h"
 #include "zorvane/platform/Text.h"
@@ -38,7 +39,7 @@ struct Decimal {
     friend bool operator==(const Decimal&, const Decimal&) = default;
 };
 
-class Variant {
+class ZORVANE_EXPORT Variant {
   public:
     Variant() noexcept : Variant(VarType::Empty, std::int64_t{0}) {}
     Variant(bool value) noexcept
@@ -144,13 +145,13 @@ class Variant {
 
     // Same type and same value; objects by identity, floats bit by bit. Allocates for arrays within
     // arrays only.
-    friend bool operator==(const Variant& left, const Variant& right);
+    friend ZORVANE_EXPORT bool operator==(const Variant& left, const Variant& right);
     friend void swap(Variant& left, Variant& right) noexcept {
         const Raw kept = left.Words();
         left.Assume(right.Words());
         right.Assume(kept);
     }
-    friend std::ostream& operator<<(std::ostream& out, const Variant& value);
+    friend ZORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Variant& value);
 
   private:
     Variant(VarType type, std::int64_t bits) noexcept : mark_(MarkOf(type)), bits_(bits) {}

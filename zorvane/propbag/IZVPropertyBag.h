@@ -5,6 +5,7 @@
 // filled one to read them from, and keeps that bag's words under the property's name. A window is
 // an object already: the base is virtual, so that it can be both.
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
@@ -13,7 +14,7 @@ namespace zorvane {
 
 class ZVPropertyBag;
 
-class IZVPropertyBag : public virtual Object {
+class ZORVANE_EXPORT IZVPropertyBag : public virtual Object {
   public:
     // The name under which CreatableClasses() makes another of this class, or "" for an object that
     // is only ever restored in place.

@@ -15,6 +15,7 @@
 #include <optional>
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Text.h"
@@ -29,7 +30,7 @@ struct PropertyOptions {
     std::int32_t Index = 0;               // a position from 1 instead of the name; 0 = by name
 };
 
-class ZVPropertyBag : public Object {
+class ZORVANE_EXPORT ZVPropertyBag : public Object {
   public:
     class Iterator;
 
@@ -137,7 +138,7 @@ class ZVPropertyBag : public Object {
     [[nodiscard]] Iterator begin() const noexcept;
     [[nodiscard]] Iterator end() const noexcept;
 
-    friend void swap(ZVPropertyBag& left, ZVPropertyBag& right) noexcept;
+    friend ZORVANE_EXPORT void swap(ZVPropertyBag& left, ZVPropertyBag& right) noexcept;
 
   private:
     struct Found {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Variant.h"
 
@@ -22,7 +23,7 @@ enum class Failure : std::int32_t {
 };
 
 // The message of a failure, blanks and all.
-[[nodiscard]] std::u16string_view MessageOf(Failure failure) noexcept;
+[[nodiscard]] ZORVANE_EXPORT std::u16string_view MessageOf(Failure failure) noexcept;
 
 // Messages that belong to the same set and that no operation raises.
 inline constexpr std::array<std::u16string_view, 4> kSpareMessages = {
@@ -37,8 +38,9 @@ inline constexpr std::u16string_view kIndexLabel = u"Index = ";
 // Raises kObjectErrorBase + failure with the source `className` + `member` (such as "::Item") and
 // the description message + label + argument, nothing in between. An argument that has no text form
 // (Null, an array, an object) is shown as nothing.
-[[noreturn]] void RaiseFailure(Failure failure, const Text& className, std::u16string_view member,
-                               std::u16string_view label, const Variant& argument);
+[[noreturn]] ZORVANE_EXPORT void RaiseFailure(Failure failure, const Text& className,
+                                              std::u16string_view member, std::u16string_view label,
+                                              const Variant& argument);
 
 // What Add returns instead of raising.
 // Kept: the code of an unknown failure is -28500, although the number raised for it is 28502.

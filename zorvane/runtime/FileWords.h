@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
 
@@ -25,20 +26,21 @@ struct LoadedWords {
 
 // Whether SaveFileWords would find a file that it may write, or a folder that takes one; else why
 // not. A full disk shows itself only when saving.
-[[nodiscard]] std::error_code CheckFileWords(const std::filesystem::path& path) noexcept;
+[[nodiscard]] ZORVANE_EXPORT std::error_code CheckFileWords(
+    const std::filesystem::path& path) noexcept;
 
 // The whole file, or its first words, at most `most`: one array for them, O(words). After a failure
 // half-way there are words with an Error, and those not read are 0. file_too_large: more than
 // 2^31 - 1 words were to be read.
-[[nodiscard]] LoadedWords LoadFileWords(const std::filesystem::path& path) noexcept;
-[[nodiscard]] LoadedWords LoadFileWords(const std::filesystem::path& path,
-                                        std::int32_t most) noexcept;
+[[nodiscard]] ZORVANE_EXPORT LoadedWords LoadFileWords(const std::filesystem::path& path) noexcept;
+[[nodiscard]] ZORVANE_EXPORT LoadedWords LoadFileWords(const std::filesystem::path& path,
+                                                       std::int32_t most) noexcept;
 
 // The file as an array of 16-bit integers from 0. A file of n bytes gives (n - 1) \ 2 + 1 words
 // (one word, 0, for an empty file); an odd last byte is the low half of the last word. Empty when
 // there is no such file, it is not a regular one, it cannot be opened or it has more than 2^31 - 1
 // words. Where reading fails half-way the words not read are 0. O(n), one array.
-[[nodiscard]] Variant ReadFileWords(const Text& path);
+[[nodiscard]] ZORVANE_EXPORT Variant ReadFileWords(const Text& path);
 
 // The file then holds `words` followed by whatever it held behind them: it is never cut short. A
 // file that already begins with the words is not written again, and one without write permission
@@ -56,10 +58,10 @@ struct LoadedWords {
 // written in place, one writer after the other and its first two words last: a crash then leaves a
 // file that begins with two zero words. What a killed process leaves beside the file is removed by
 // the next call for that folder. What each system keeps of this stands in docs/behaviour.md.
-[[nodiscard]] std::error_code SaveFileWords(const std::filesystem::path& path,
-                                            const Variant& words) noexcept;
+[[nodiscard]] ZORVANE_EXPORT std::error_code SaveFileWords(const std::filesystem::path& path,
+                                                           const Variant& words) noexcept;
 
 // SaveFileWords, of which nothing is said.
-void WriteFileWords(const Text& path, const Variant& words);
+ZORVANE_EXPORT void WriteFileWords(const Text& path, const Variant& words);
 
 }  // namespace zorvane::modZorvane

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/LargeArray.h"
 #include "zorvane/runtime/detail/BlockStarts.h"
 #include "zorvane/runtime/detail/Slabs.h"
@@ -22,7 +23,7 @@ namespace zorvane {
 // Names a record for as long as it lives, wherever it stands.
 using RecordNumber = std::uint32_t;
 
-class RecordOrder {
+class ZORVANE_EXPORT RecordOrder {
   public:
     RecordOrder() = default;
     RecordOrder(RecordOrder&&) noexcept = default;

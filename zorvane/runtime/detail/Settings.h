@@ -3,12 +3,13 @@
 
 #include <cstdint>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 
-struct Settings {
+struct ZORVANE_EXPORT Settings {
     bool Changed = false;
     std::int32_t Compare = 0;  // 0 binary, anything else text
     bool Descending = false;
@@ -24,8 +25,9 @@ struct Settings {
 };
 
 // The cell of a source of CopyFrom: its late-bound CopyItemValue(index, column).
-[[nodiscard]] Variant SourceCell(Object& source, std::int32_t index, std::int32_t column);
+[[nodiscard]] ZORVANE_EXPORT Variant SourceCell(Object& source, std::int32_t index,
+                                                std::int32_t column);
 // The late-bound Count of a source of CopyFrom; below 0 counts as 0.
-[[nodiscard]] std::int32_t SourceCount(Object& source);
+[[nodiscard]] ZORVANE_EXPORT std::int32_t SourceCount(Object& source);
 
 }  // namespace zorvane
