@@ -1,10 +1,9 @@
-# What `cmake --install` puts where: headers below zorvane/, one archive per floor, and what
-# find_package and pkg-config ask for. Components: library, viewer, and
+# What `cmake --install` puts where: headers below zorvane/, one archive per floor or one shared
+# library, and what find_package and pkg-config ask for. Components: library, viewer, program, and
 # portable, which only a request by name installs.
 include(CMakePackageConfigHelpers)
 
-set(floors platform runtime keylist collection propbag)
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Zorvane)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zorvane)
 
 # zorvane_headers_behind(<variable> <header>...): the headers and all that they include of the
 # project, by their names below the project.
@@ -35,27 +34,55 @@ foreach(header IN LISTS headers)
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT library)
 endforeach()
 
-foreach(floor IN LISTS floors)
-    set_target_properties(zorvane_${floor} PROPERTIES EXPORT_NAME ${floor})
-    install(TARGETS zorvane_${floor} EXPORT Zorvane
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
-endforeach()
-install(TARGETS zorvane EXPORT Zorvane)
+if(BUILD_SHARED_LIBS)
+    set(targets zorvane)
+    foreach(floor IN LISTS ZORVANE_FLOORS)
+        list(APPEND targets zorvane_shared_${floor})
+    endforeach()
+else()
+    list(TRANSFORM ZORVANE_FLOORS PREPEND zorvane_ OUTPUT_VARIABLE targets)
+    list(APPEND targets zorvane)
+endif()
+install(TARGETS ${targets} EXPORT Zorvane
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
 
-install(EXPORT Zorvane NAMESPACE zorvane:: FILE ZorvaneTargets.cmake
+# These names serve who asks for Zorvane and who asks for zorvane.
+install(EXPORT Zorvane NAMESPACE zorvane:: FILE zorvane-targets.cmake
     DESTINATION ${package_dir} COMPONENT library)
-configure_package_config_file(${PROJECT_SOURCE_DIR}/packaging/ZorvaneConfig.cmake.in
-    ${PROJECT_BINARY_DIR}/ZorvaneConfig.cmake INSTALL_DESTINATION ${package_dir}
+list(JOIN ZORVANE_FLOORS " " floor_names)
+configure_package_config_file(${PROJECT_SOURCE_DIR}/packaging/zorvane-config.cmake.in
+    ${PROJECT_BINARY_DIR}/zorvane-config.cmake INSTALL_DESTINATION ${package_dir}
     NO_SET_AND_CHECK_MACRO)
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZorvaneConfigVersion.cmake
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/zorvane-config-version.cmake
     COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/ZorvaneConfig.cmake
-    ${PROJECT_BINARY_DIR}/ZorvaneConfigVersion.cmake
+install(FILES ${PROJECT_BINARY_DIR}/zorvane-config.cmake
+    ${PROJECT_BINARY_DIR}/zorvane-config-version.cmake
     DESTINATION ${package_dir} COMPONENT library)
 
-# The file finds its prefix from where it lies, so that an installed tree may be moved.
-file(RELATIVE_PATH up ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-string(REGEX REPLACE "/$" "" up "${up}")
+# The file finds its prefix from where it lies, so that an installed tree may be moved; but not
+# where a folder of its own was asked for.
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+    set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+else()
+    file(RELATIVE_PATH up ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+    string(REGEX REPLACE "/$" "" up "${up}")
+    set(pc_prefix "\${pcfiledir}/${up}")
+endif()
+set(pc_libdir "\${prefix}")
+cmake_path(APPEND pc_libdir ${CMAKE_INSTALL_LIBDIR})  # which, if absolute, takes its place
+set(pc_includedir "\${prefix}")
+cmake_path(APPEND pc_includedir ${CMAKE_INSTALL_INCLUDEDIR})
+if(BUILD_SHARED_LIBS)
+    set(pc_flags " -DZORVANE_SHARED")
+    set(pc_libraries -lzorvane)
+else()
+    # Whoever uses another stands in front of it.
+    list(TRANSFORM ZORVANE_FLOORS PREPEND -lzorvane_ OUTPUT_VARIABLE pc_libraries)
+    list(REVERSE pc_libraries)
+    list(JOIN pc_libraries " " pc_libraries)
+endif()
 configure_file(${PROJECT_SOURCE_DIR}/packaging/zorvane.pc.in ${PROJECT_BINARY_DIR}/zorvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zorvane.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)

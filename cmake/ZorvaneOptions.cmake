@@ -12,6 +12,7 @@ endif()
 option(ZORVANE_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(ZORVANE_BUILD_BENCH "Build the benchmarks (needs Boost; other peers where found)" OFF)
 option(ZORVANE_INSTALL "Let `cmake --install` install the library" ${PROJECT_IS_TOP_LEVEL})
+option(BUILD_SHARED_LIBS "Make the library one shared library instead of an archive per floor" OFF)
 option(ZORVANE_WERROR "Treat warnings as errors" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
 
