@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -156,18 +157,11 @@ Text DateText(double days) {
         seconds = 0;
         if (++day == static_cast<std::int64_t>(kPastLast)) return DoubleText(days);
     }
-    // From days to the civil date: years of 400-year eras that begin on the first of March.
-    const std::int64_t shifted = day - 25569 + 719468;
-    const std::int64_t era = shifted / 146097;  // never below 0: the year 100 comes later
-    const std::int64_t dayOfEra = shifted - era * 146097;
-    const std::int64_t yearOfEra =
-        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
-    const std::int64_t dayOfMonth = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
-    const std::int64_t month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-    const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
-    std::string text = Padded(year, 4) + "-" + Padded(month, 2) + "-" + Padded(dayOfMonth, 2);
+    constexpr std::chrono::sys_days kDayZero{std::chrono::December / 30 / 1899};
+    const std::chrono::year_month_day date(kDayZero + std::chrono::days(day));
+    std::string text = Padded(static_cast<int>(date.year()), 4) + "-" +
+                       Padded(static_cast<unsigned>(date.month()), 2) + "-" +
+                       Padded(static_cast<unsigned>(date.day()), 2);
     if (seconds != 0) {
         text += " " + Padded(seconds / 3600, 2) + ":" + Padded(seconds / 60 % 60, 2) + ":" +
                 Padded(seconds % 60, 2);
