@@ -91,9 +91,27 @@ set(desktop ${PROJECT_SOURCE_DIR}/packaging/desktop)
 if(TARGET zorvane_bag)
     install(TARGETS zorvane_bag RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT viewer)
     install(FILES ${desktop}/zorvane-bag.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT viewer)
+    install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/zorvane-bag
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT viewer)
 endif()
 
-# The program keeps its state beside itself, so it lives in a folder of its user's.
+# The program for all users of a machine: each one's state is in a folder of theirs.
+if(TARGET zorvane_program)
+    install(TARGETS zorvane_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+    install(FILES ${desktop}/zorvane.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+    foreach(file IN ITEMS packaging/completion/zorvane:bash-completion/completions
+            packaging/desktop/per-user:zorvane
+            packaging/desktop/zorvane.desktop:applications
+            packaging/desktop/zorvane.svg:icons/hicolor/scalable/apps
+            packaging/desktop/org.example.zorvane.metainfo.xml:metainfo)
+        string(REPLACE : ";" file ${file})
+        list(POP_FRONT file source)
+        install(FILES ${PROJECT_SOURCE_DIR}/${source}
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/${file} COMPONENT program)
+    endforeach()
+endif()
+
+# The program that keeps its state beside itself, so it lives in a folder of its user's.
 if(TARGET zorvane_program AND TARGET zorvane_bag)
     set(portable COMPONENT portable EXCLUDE_FROM_ALL)
     install(TARGETS zorvane_program zorvane_bag RUNTIME DESTINATION . ${portable})

@@ -4,9 +4,7 @@
 #include "zorvane/keylist/KeyListEX.h"
 
 int main() {
-    zorvane::KeyListEX people;
-    people.SetSorted(true);  // by key, as they come
-    people.SetUnique(true);
+    zorvane::KeyListEX people;  // sorted by key as they come, and no key twice
     people.Add("compilers", "Grace");
     people.Add("programs", "Ada");
     people.Add("shortest paths", "Edsger");

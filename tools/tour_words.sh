@@ -24,7 +24,7 @@ await() {
 
 start() {
     known=''  # the display gives the numbers of windows out again
-    "$scratch/zorvane" >"$scratch/errors" 2>&1 &
+    "$scratch/bin/zorvane" >"$scratch/errors" 2>&1 &
     program=$!
 }
 

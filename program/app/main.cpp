@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "program/app/CommandLine.h"
 #include "program/app/Logo.h"
 #include "program/app/Version.h"
 #include "program/app/modStartUp.h"
@@ -28,7 +29,9 @@ bool HasDisplay() {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    if (!HasDisplay()) {
+    const zorvane::CommandLine asked = zorvane::ReadCommandLine(argc, argv);
+    if (asked.End) return *asked.End;
+    if (!asked.NamesPlatform && !HasDisplay()) {
         std::fputs("zorvane: there is no display here to show its windows on.\n", stderr);
         return 1;
     }

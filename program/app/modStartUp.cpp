@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "program/app/FrmMainDemo.h"
+#include "program/app/StateFolder.h"
 #include "program/app/frmSplash.h"
 #include "program/forms/Strings.h"
 
@@ -23,7 +24,7 @@ PropBagSession& BagSession() {
 
 Text BagFile() {
     // Kept: nothing is stripped, so a directory that ends in a separator gets a second one.
-    return ToText(QCoreApplication::applicationDirPath()) + Text(u"/PropBag.dat");
+    return ToText(StateFolder(QCoreApplication::applicationDirPath())) + Text(u"/PropBag.dat");
 }
 
 void LoadBag() {

@@ -8,7 +8,7 @@ namespace zorvane::modStartUp {
 
 // The program's one bag with the counter of its windows, created on first use.
 [[nodiscard]] PropBagSession& BagSession();
-// "PropBag.dat" in the program's directory, as the system names that.
+// "PropBag.dat" in the program's directory, as the system names that, or in the user's StateFolder.
 [[nodiscard]] Text BagFile();
 // The bag becomes what the file holds, and the file what the bag holds. Both are called around one
 // opening of the property-bag window and at no other time.
