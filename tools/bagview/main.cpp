@@ -1,12 +1,9 @@
 // zorvane-bag: shows what is in a property bag's file and checks it.
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <cstdint>
 #include <cstdio>  // freopen
 #include <exception>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <iterator>
 #include <stdexcept>
@@ -15,7 +12,6 @@
 #include <vector>
 
 #include "tools/bagview/BagReport.h"
-#include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/platform/Version.h"
 #include "zorvane/runtime/FileWords.h"
@@ -40,17 +36,9 @@ void PrintDamage(std::ostream& out, const char* begin, const Json& damage) {
     }
 }
 
-// Asked after a file could not be read.
-std::string WhyUnread(const std::string& file) {
-    std::error_code unknown;
-    const auto found = std::filesystem::status(file, unknown);
-    if (std::filesystem::is_directory(found)) return "it is a folder";
-    if (std::filesystem::exists(found) && !std::filesystem::is_regular_file(found)) {
-        return "it is no regular file";
-    }
-    errno = 0;
-    const std::ifstream opened(file, std::ios::binary);
-    return opened ? "it is too large" : std::generic_category().message(errno);
+std::string Reason(std::error_code error) {
+    if (error == std::errc::invalid_argument) return "it is neither a file nor a folder";
+    return error.message();
 }
 
 // The words of the standard input, counted and filled up as those of a file.
@@ -69,17 +57,17 @@ std::vector<std::int16_t> InputWords() {
 }
 
 int Show(const std::string& file, bool json, bool quiet) {
-    Variant words;
+    modZorvane::LoadedWords loaded;
     if (file == "-") {
-        words = Array::OfWords(InputWords());
+        loaded.Words = Array::OfWords(InputWords());
     } else {
-        words = modZorvane::ReadFileWords(Text(file));
+        loaded = modZorvane::LoadFileWords(file);
     }
-    if (!words.IsArray()) {
-        std::cerr << kName << file << " cannot be read: " << WhyUnread(file) << '\n';
+    if (loaded.Error || !loaded.Words.IsArray()) {
+        std::cerr << kName << file << " cannot be read: " << Reason(loaded.Error) << '\n';
         return kUnread;
     }
-    const Json report = ReportBag(words.AsArray().Words());
+    const Json report = ReportBag(loaded.Words.AsArray().Words());
     if (json) {
         std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
     } else if (quiet) {
