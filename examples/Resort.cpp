@@ -42,8 +42,9 @@ int main() {
     list.SortBy("ItemString", true);
     Print(list, "by range");
 
-    // Beware: by "ItemString" or "Key", a look-up by key takes the keys to be in order. Where they
-    // are not, as now, it may miss one that is there: SortBy("Key", true) before the next.
+    // Beware: by "ItemString" a look-up by key takes the keys to be in order and may miss one that
+    // is there; SortBy("Key", true) puts them so. By "Item" and "ItemLong" the look-up itself does.
+
     // A number is a position in the present order; a text is a key, wherever the record stands.
     std::cout << "first by range: " << list.ItemString(1) << '\n';
     list.SortBy("Item", true);  // tagged values order by their texts
