@@ -7,6 +7,7 @@
 #include "fuzz/Require.h"
 #include "tests/unit/propbag/Words.h"
 #include "tests/unit/runtime_files/Folder.h"
+#include "zorvane/propbag/BagFile.h"
 
 namespace {
 
@@ -31,6 +32,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(read == words.AsArray(), "a file's words are its bytes, padded by 0");
     const Array taken = BagFrom(read).Contents();
     Require(taken == BagFrom(words).Contents(), "a file's words are like any others");
+
+    ZVPropertyBag inPieces;
+    const BagLoading loading = LoadBagFile(path, inPieces, 4);
+    Require(!loading.Error && loading.FileBytes == size, "a file is read in pieces");
+    Require(inPieces.Contents() == taken, "what is not read on would not have helped");
 
     modZorvane::WriteFileWords(path, taken);
     const Array saved = WordsIn(path);

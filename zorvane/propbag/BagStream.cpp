@@ -156,7 +156,7 @@ Array EncodeBag(const BagState& state) {
 BagReading DecodeBag(std::span<const std::int16_t> words, StreamCare care) {
     BagReading reading;
     if (words.size() <= kMarkerWords) {
-        reading.Damage.emplace(0, "fewer than three words");
+        reading.Damage.emplace(0, "fewer than three words", kMarkerWords + 1);
         return reading;
     }
     if (words[0] == kEmptyBag && words[1] == kEmptyBag) {

@@ -186,7 +186,10 @@ std::uint32_t StreamDecoder::TakeLong() noexcept {
 }
 
 void StreamDecoder::TakeSpare(std::uint64_t bytes, std::size_t word) {
-    if (bytes > spare_) throw StreamDamage(word, "an array's bounds exceed its data");
+    if (bytes > spare_) {
+        throw StreamDamage(word, "an array's bounds exceed its data",
+                           words_.size() + (bytes - spare_ + 1) / 2);
+    }
     spare_ -= bytes;
 }
 

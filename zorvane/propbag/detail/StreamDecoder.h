@@ -19,10 +19,12 @@ namespace zorvane {
 // The word at which a stream cannot be read on, and why.
 class StreamDamage : public std::exception {
   public:
-    StreamDamage(std::size_t word, const char* what) noexcept : Word(word), what_(what) {}
+    StreamDamage(std::size_t word, const char* what, std::uint64_t wanted = 0) noexcept
+        : Word(word), Wanted(wanted), what_(what) {}
     [[nodiscard]] const char* what() const noexcept override { return what_; }
 
     std::size_t Word;
+    std::uint64_t Wanted;  // words that a stream must have to be read further; 0: none would help
 
   private:
     const char* what_;  // a literal
@@ -69,7 +71,7 @@ class StreamDecoder {
 
     // Damage at `word` unless the decoder has so many words.
     void Need(std::uint64_t words, std::size_t word, const char* what) const {
-        if (!Has(words)) throw StreamDamage(word, what);
+        if (!Has(words)) throw StreamDamage(word, what, position_ + promised_ + words);
     }
     // Damage for a checker; a reader goes on.
     void Doubt(bool doubtful, std::size_t word, const char* what) const;

@@ -117,10 +117,10 @@ SystemFile::~SystemFile() {
 bool SystemFile::Await(Turn turn) const noexcept {
     using namespace std::chrono_literals;
     const int how = (turn == Turn::Read ? LOCK_SH : LOCK_EX) | LOCK_NB;
-    for (auto waited = 0ms; waited < 2s; waited += 10ms) {
+    for (auto waited = 0ms; waited < 2s; waited += 1ms) {
         if (Uninterrupted([&] { return ::flock(Number(*this), how); }) == 0) return true;
         if (errno != EWOULDBLOCK) return true;
-        std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(1ms);
     }
     return false;
 }

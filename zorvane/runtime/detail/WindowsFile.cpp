@@ -172,12 +172,12 @@ bool SystemFile::Await(Turn turn) const noexcept {
     using namespace std::chrono_literals;
     const DWORD how =
         LOCKFILE_FAIL_IMMEDIATELY | (turn == Turn::Write ? LOCKFILE_EXCLUSIVE_LOCK : 0);
-    for (auto waited = 0ms; waited < 2s; waited += 10ms) {
+    for (auto waited = 0ms; waited < 2s; waited += 1ms) {
         OVERLAPPED at = At(kLockedByte);
         if (::LockFileEx(Number(*this), how, 0, 1, 0, &at)) return true;
         const DWORD failure = ::GetLastError();
         if (failure != ERROR_LOCK_VIOLATION && failure != ERROR_IO_PENDING) return true;
-        std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(1ms);
     }
     return false;
 }
