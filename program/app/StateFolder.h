@@ -1,7 +1,7 @@
 #pragma once
 // StateFolder: where the program keeps what it remembers.
 
-#include <QString>
+#include <filesystem>
 
 namespace zorvane {
 
@@ -9,6 +9,6 @@ namespace zorvane {
 // that was installed with it (per-user, in the folder of shared data), the user's own folder for
 // state, which is made where there is none: $XDG_STATE_HOME/zorvane or ~/.local/state/zorvane, and
 // what the system names elsewhere.
-[[nodiscard]] QString StateFolder(const QString& programFolder);
+[[nodiscard]] std::filesystem::path StateFolder(const std::filesystem::path& programFolder);
 
 }  // namespace zorvane

@@ -1,11 +1,9 @@
 #include "program/app/modStartUp.h"
 
-#include <QCoreApplication>
-
 #include "program/app/FrmMainDemo.h"
+#include "program/app/ProgramFolder.h"
 #include "program/app/StateFolder.h"
 #include "program/app/frmSplash.h"
-#include "program/forms/Strings.h"
 
 namespace zorvane::modStartUp {
 namespace {
@@ -22,9 +20,11 @@ PropBagSession& BagSession() {
     return session;
 }
 
-Text BagFile() {
+std::filesystem::path BagFile() {
+    std::filesystem::path file = StateFolder(ProgramFolder());
     // Kept: nothing is stripped, so a directory that ends in a separator gets a second one.
-    return ToText(StateFolder(QCoreApplication::applicationDirPath())) + Text(u"/PropBag.dat");
+    file += std::filesystem::path::preferred_separator;
+    return file += "PropBag.dat";
 }
 
 void LoadBag() {

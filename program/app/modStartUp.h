@@ -1,15 +1,17 @@
 #pragma once
 // modStartUp: where the program begins and ends.
 
+#include <filesystem>
+
 #include "program/demos/PropBagSession.h"
-#include "zorvane/platform/Text.h"
 
 namespace zorvane::modStartUp {
 
 // The program's one bag with the counter of its windows, created on first use.
 [[nodiscard]] PropBagSession& BagSession();
-// "PropBag.dat" in the program's directory, as the system names that, or in the user's StateFolder.
-[[nodiscard]] Text BagFile();
+// "PropBag.dat" in the program's directory, as the system names that: byte for byte; or in the
+// user's StateFolder.
+[[nodiscard]] std::filesystem::path BagFile();
 // The bag becomes what the file holds, and the file what the bag holds. Both are called around one
 // opening of the property-bag window and at no other time.
 void LoadBag();

@@ -1,22 +1,29 @@
 #include "program/demos/PropBagSession.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "zorvane/platform/NumberText.h"
+#include "zorvane/propbag/BagFile.h"
 #include "zorvane/runtime/FileWords.h"
 
 namespace zorvane {
 namespace {
 
-PropBagSession::Obstacle ObstacleAt(const Text& path) {
+using Obstacle = PropBagSession::Obstacle;
+
+Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading) {
     namespace fs = std::filesystem;
-    if (!modZorvane::CheckFileWords(path.ToUtf8())) return PropBagSession::Obstacle::None;
     std::error_code unknown;
-    const fs::file_status found = fs::status(path.ToUtf8(), unknown);
-    if (!fs::exists(found)) return PropBagSession::Obstacle::Folder;
-    return fs::is_regular_file(found) ? PropBagSession::Obstacle::ReadOnly
-                                      : PropBagSession::Obstacle::NoFile;
+    const fs::file_status found = fs::status(path, unknown);
+    if (fs::is_regular_file(found) && loading.Error) return Obstacle::Unreadable;
+    if (loading.Foreign) return Obstacle::Foreign;
+    if (!modZorvane::CheckFileWords(path)) return Obstacle::None;
+    if (!fs::exists(found)) return Obstacle::Folder;
+    return fs::is_regular_file(found) ? Obstacle::ReadOnly : Obstacle::NoFile;
+}
+
+Obstacle ObstacleOf(const std::error_code& failure) {
+    if (!failure) return Obstacle::None;
+    if (failure == std::errc::no_space_on_device) return Obstacle::Full;
+    return failure == std::errc::device_or_resource_busy ? Obstacle::Busy : Obstacle::Failed;
 }
 
 }  // namespace
@@ -30,13 +37,14 @@ Text PropBagSession::EntryName(std::int32_t number) {
     return Text(u"DemoZVPropertyBag") + LongText(number);
 }
 
-void PropBagSession::Load(const Text& path) {
-    keeping_ = ObstacleAt(path);
-    Bag().SetContents(modZorvane::ReadFileWords(path));
+void PropBagSession::Load(const std::filesystem::path& path) {
+    const BagLoading loading = LoadBagFile(path, Bag());
+    keeping_ = ObstacleAt(path, loading);
+    if (keeping_ == Obstacle::None) keeping_ = ObstacleOf(failure_);
 }
 
-void PropBagSession::Save(const Text& path) {
-    modZorvane::WriteFileWords(path, Bag().Contents());
+void PropBagSession::Save(const std::filesystem::path& path) {
+    failure_ = modZorvane::SaveFileWords(path, Bag().Contents());
 }
 
 }  // namespace zorvane

@@ -3,6 +3,8 @@
 // that numbers them, and the file between two openings. Knows no window and no screen.
 
 #include <cstdint>
+#include <filesystem>
+#include <system_error>
 
 #include "zorvane/platform/Text.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
@@ -20,20 +22,26 @@ class PropBagSession {
     // Kept: a closed window gives its number back, even while windows of higher numbers are open.
     std::int32_t Counter = 0;
 
-    // What keeps the windows' settings from outlasting the program, as found when loading: the
-    // folder takes no file, the file may not be written, or what has its name is none.
-    enum class Obstacle { None, Folder, ReadOnly, NoFile };
+    // What keeps the windows' settings from outlasting the program. As found when loading: the
+    // folder takes no file, the file may not be written, what has its name is none, the file may
+    // not be read, it is a large one that holds no bag and was not read to its end. And, while
+    // nothing of that is found, what kept the last saving from it: the disk is full, others have
+    // the file, or what Failure() says.
+    enum class Obstacle { None, Folder, ReadOnly, NoFile, Unreadable, Foreign, Full, Busy, Failed };
     [[nodiscard]] Obstacle Keeping() const noexcept { return keeping_; }
+    [[nodiscard]] const std::error_code& Failure() const noexcept { return failure_; }
 
     // The bag becomes what the file holds: nothing where there is no such file or another kind of
     // one. Never raises for a file.
-    void Load(const Text& path);
-    // Raises what the bag's Contents raises; a file that cannot be written is left alone.
-    void Save(const Text& path);
+    void Load(const std::filesystem::path& path);
+    // Raises what the bag's Contents raises; a file that cannot be written is left alone, and the
+    // next Load says so.
+    void Save(const std::filesystem::path& path);
 
   private:
     Ref<ZVPropertyBag> bag_;
     Obstacle keeping_ = Obstacle::None;
+    std::error_code failure_;  // of the last saving
 };
 
 }  // namespace zorvane

@@ -64,8 +64,8 @@ struct Notice {
     Text Line, Reason;
 };
 
-Notice NoticeOf(PropBagSession::Obstacle obstacle) {
-    switch (obstacle) {
+Notice NoticeOf(const PropBagSession& session) {
+    switch (session.Keeping()) {
         case PropBagSession::Obstacle::None:
             break;
         case PropBagSession::Obstacle::Folder:
@@ -76,6 +76,21 @@ Notice NoticeOf(PropBagSession::Obstacle obstacle) {
         case PropBagSession::Obstacle::NoFile:
             return {u"Settings cannot be kept: no file.",
                     u"What has the name of the file that keeps them is a folder or a device."};
+        case PropBagSession::Obstacle::Unreadable:
+            return {u"Settings cannot be read.",
+                    u"The file beside the program that keeps them may not be read."};
+        case PropBagSession::Obstacle::Foreign:
+            return {u"No settings in a very large file.",
+                    u"The file that keeps them holds something else, and was not read to its end."};
+        case PropBagSession::Obstacle::Full:
+            return {u"Settings were not kept: disk full.",
+                    u"There was no room for the file that keeps them when a window closed."};
+        case PropBagSession::Obstacle::Busy:
+            return {u"Settings were not kept: file in use.",
+                    u"Another program had the file that keeps them when a window closed."};
+        case PropBagSession::Obstacle::Failed:
+            return {u"Settings were not kept.", Text(u"When a window closed, the system said: ") +
+                                                    Text(session.Failure().message())};
     }
     return {};
 }
@@ -166,7 +181,7 @@ void frmDemo2::Form_Load() {
     number_ = ++session_.Counter;
     label1_->SetCaption(Text(u"Form No : ") + LongText(number_));
     label2_->SetCaption(kExplanation);
-    const Notice notice = NoticeOf(session_.Keeping());
+    const Notice notice = NoticeOf(session_);
     label3_->SetCaption(notice.Line);
     label3_->setToolTip(ToQString(notice.Reason));
     label3_->setVisible(!notice.Line.Empty());

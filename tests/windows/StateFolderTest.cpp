@@ -2,27 +2,28 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <filesystem>
 
 namespace zorvane::test {
 namespace {
 
 TEST(StateFolder_PerUser, AnInstalledProgramWritesToItsUsersFolderAndNoOther) {
     const QTemporaryDir prefix;
-    const QString program = prefix.filePath("bin");
-    const QString states = prefix.filePath("states");
-    ASSERT_TRUE(QDir().mkpath(program));
-    qputenv("XDG_STATE_HOME", states.toUtf8());
+    const std::filesystem::path folder = prefix.path().toStdString();
+    const std::filesystem::path program = folder / "bin";
+    const std::filesystem::path states = folder / "states\xFF";  // no valid text
+    ASSERT_TRUE(std::filesystem::create_directory(program));
+    qputenv("XDG_STATE_HOME", states.c_str());
     EXPECT_EQ(StateFolder(program), program) << "nobody has installed it for all";
-    ASSERT_TRUE(QDir().mkpath(prefix.filePath("share/zorvane")));
+    ASSERT_TRUE(std::filesystem::create_directories(folder / "share/zorvane"));
     ASSERT_TRUE(QFile(prefix.filePath("share/zorvane/per-user")).open(QIODevice::WriteOnly));
-    EXPECT_EQ(StateFolder(program), states + "/zorvane");
-    EXPECT_TRUE(QDir(states + "/zorvane").exists());
+    EXPECT_EQ(StateFolder(program), states / "zorvane");
+    EXPECT_TRUE(std::filesystem::exists(states / "zorvane"));
     qputenv("XDG_STATE_HOME", "not absolute");
     qputenv("HOME", prefix.path().toUtf8());
-    EXPECT_EQ(StateFolder(program), prefix.path() + "/.local/state/zorvane");
+    EXPECT_EQ(StateFolder(program), folder / ".local/state/zorvane");
     qunsetenv("XDG_STATE_HOME");
 }
 

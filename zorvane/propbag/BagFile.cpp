@@ -23,11 +23,10 @@ BagLoading LoadBagFile(const std::filesystem::path& path, ZVPropertyBag& bag,
             modZorvane::LoadFileWords(path, static_cast<std::int32_t>(most));
         const std::uint64_t all = std::min(loaded.FileBytes / 2 + loaded.FileBytes % 2, kMostWords);
         std::optional<StreamDamage> damage;
-        if (loaded.Words.IsArray()) damage = DecodeBag(loaded.Words.AsArray().Words()).Damage;
-        const bool helps = damage && damage->Wanted > most && damage->Wanted <= all;
-        if (loaded.Error || !helps) {
+        if (!loaded.Error && most < all) damage = DecodeBag(loaded.Words.AsArray().Words()).Damage;
+        if (!damage || damage->Wanted <= most || damage->Wanted > all) {
             bag.SetContents(loaded.Words);
-            return {loaded.Error, loaded.FileBytes, damage && most < all};
+            return {loaded.Error, loaded.FileBytes, damage.has_value()};
         }
         most = std::min(std::max(most * kGrowth, damage->Wanted), all);
     }

@@ -23,7 +23,7 @@ class HostileFilesTest : public PropBagTest {
         SCOPED_TRACE(what);
         ZVPropertyBag bag;
         bag.Add(entry, u"DemoZVPropertyBag1");
-        modZorvane::WriteFileWords(file_, bag.Contents());
+        ASSERT_FALSE(modZorvane::SaveFileWords(file_, bag.Contents()));
         Open();
         if (othersStand) {
             EXPECT_TRUE(window_->Left() == 1500 || window_->Top() == 1500);

@@ -83,7 +83,7 @@ class PropBagTest : public WindowTest {
     Ref<Form> owner_;       // on the screen, or none
     Ref<frmDemo2> window_;  // number 1, or none
     QTemporaryDir folder_;
-    Text file_ = ToText(folder_.filePath(QStringLiteral("PropBag.dat")));
+    std::filesystem::path file_ = folder_.filePath(QStringLiteral("PropBag.dat")).toStdU16String();
     PropBagSession session_;
     AnsweringDialogs dialogs_;
 };

@@ -1,3 +1,4 @@
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QAction>
@@ -191,16 +192,19 @@ TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysWhy) {
     const QDir folder(folder_.path());
     ASSERT_TRUE(folder.mkdir("a folder") && QFile::link("/dev/null", folder.filePath("a device")));
     ASSERT_EQ(::mkfifo(QFile::encodeName(folder.filePath("a fifo")), 0600), 0);
+    QFile large(folder.filePath("a large file"));
+    ASSERT_TRUE(large.open(QFile::WriteOnly) && large.resize(1'000'000'000));
     const std::pair<const char*, const char*> rows[] = {
         {"PropBag.dat", ""},
         {"no folder/PropBag.dat", "Settings cannot be kept here."},
         {"a folder", "Settings cannot be kept: no file."},
         {"a fifo", "Settings cannot be kept: no file."},
-        {"a device", "Settings cannot be kept: no file."}};
+        {"a device", "Settings cannot be kept: no file."},
+        {"a large file", "No settings in a very large file."}};
     for (const auto& [name, said] : rows) {
         SCOPED_TRACE(name);
         Close();
-        file_ = ToText(folder.filePath(name));
+        file_ = folder.filePath(name).toStdU16String();
         Open();
         const auto* line = At<QLabel>("Label3");
         EXPECT_EQ(line->isVisible(), *said != 0);
@@ -209,6 +213,19 @@ TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysWhy) {
         EXPECT_LE(line->fontMetrics().horizontalAdvance(said), line->width()) << "one line";
     }
     EXPECT_TRUE(dialogs_.Said.empty()) << "nothing more is said";
+}
+
+TEST_F(frmDemo2Test, AfterASaveThatFailedTheNextWindowSaysSo) {
+    rlimit usual{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+    for (const char* said : {"Settings were not kept.", ""}) {
+        const rlimit small{16, usual.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, *said == 0 ? &usual : &small), 0);
+        Close();
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &usual), 0);
+        Open();
+        EXPECT_EQ(At<QLabel>("Label3")->text(), said);
+    }
 }
 
 }  // namespace
