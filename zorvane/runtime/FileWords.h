@@ -44,11 +44,10 @@ struct LoadedWords {
 
 // The file then holds `words` followed by whatever it held behind them: it is never cut short. A
 // file that already begins with the words is not written again, and one without write permission
-// is not written. Success, or why the file is what it was: no_space_on_device, EDQUOT where a
-// system has it, io_error, permission_denied, read_only_file_system, is_a_directory,
-// invalid_argument (not an array of 16-bit integers; neither a file nor a folder),
-// device_or_resource_busy (somebody else writes in it for long), resource_unavailable_try_again
-// (others came in between time and again) ...
+// is not written. Success, or why the file is what it was: no_space_on_device (a quota, too),
+// io_error, permission_denied, read_only_file_system, is_a_directory, invalid_argument (not an
+// array of 16-bit integers; neither a file nor a folder), device_or_resource_busy (somebody else
+// writes in it for long), resource_unavailable_try_again (others came in between time and again)...
 //
 // The new file is assembled beside the old one and takes its place, owner, mode, access list and
 // extended attributes in one step: whoever reads, or is left with the disk after a crash, has the

@@ -34,7 +34,7 @@ constexpr int kMostLinks = 40;                             // as many as the sys
 constexpr mode_t kPermissions = 07777;
 
 std::error_code LastError() noexcept {
-    return {errno, std::generic_category()};
+    return ErrorOf(errno);
 }
 
 std::error_code Made(std::errc failure) noexcept {
@@ -141,7 +141,7 @@ std::error_code SystemFile::Reserve(std::uint64_t size) const noexcept {
     int failure = EINTR;
     while (failure == EINTR) failure = ReserveSpace(Number(*this), static_cast<off_t>(size));
     if (failure == EOPNOTSUPP || failure == EINVAL) failure = 0;
-    return {failure, std::generic_category()};
+    return ErrorOf(failure);
 }
 
 std::error_code SystemFile::Sync() const noexcept {

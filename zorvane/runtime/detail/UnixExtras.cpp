@@ -4,6 +4,17 @@
 
 #include <cerrno>
 
+namespace zorvane {
+
+std::error_code ErrorOf(int number) noexcept {
+#ifdef EDQUOT
+    if (number == EDQUOT) number = ENOSPC;
+#endif
+    return {number, std::generic_category()};
+}
+
+}  // namespace zorvane
+
 #if defined(__linux__) && !defined(ZORVANE_PLAIN_UNIX)
 
 #include <sys/xattr.h>
@@ -17,10 +28,6 @@ namespace {
 
 constexpr const char* kAccessList = "system.posix_acl_access";
 
-std::error_code LastError() noexcept {
-    return {errno, std::generic_category()};
-}
-
 // What the system says of a file's bytes does not hold for others.
 bool SpeaksOfBytes(std::string_view name) noexcept {
     constexpr std::string_view kNames[] = {"security.capability", "security.evm", "security.ima"};
@@ -32,10 +39,10 @@ template <class Call>
 std::error_code Fetch(Call&& call, std::string& found) {
     found.clear();
     const ssize_t size = call(nullptr, 0);
-    if (size <= 0) return size == 0 ? std::error_code() : LastError();
+    if (size <= 0) return size == 0 ? std::error_code() : ErrorOf(errno);
     found.resize(static_cast<std::size_t>(size));
     const ssize_t got = call(found.data(), found.size());
-    if (got < 0) return LastError();
+    if (got < 0) return ErrorOf(errno);
     found.resize(static_cast<std::size_t>(got));
     return {};
 }
@@ -51,7 +58,7 @@ std::error_code Keep(int from, int to, const char* name) {
     // A label that the system gives by itself need not be set, which may take special rights.
     if (!ValueOf(to, name, present) && present == value) return {};
     const int set = ::fsetxattr(to, name, value.data(), value.size(), 0);
-    return set == 0 ? std::error_code() : LastError();
+    return set == 0 ? std::error_code() : ErrorOf(errno);
 }
 
 }  // namespace
@@ -74,7 +81,7 @@ std::error_code KeepExtendedAttributes(int from, int to) {
         restricted = restricted || std::string_view(name) == kAccessList;
     }
     if (restricted || ::fremovexattr(to, kAccessList) == 0) return {};
-    return errno == ENODATA || errno == EOPNOTSUPP ? std::error_code() : LastError();
+    return errno == ENODATA || errno == EOPNOTSUPP ? std::error_code() : ErrorOf(errno);
 }
 
 int NameUnnamed(int file, int folder, const char* name) {

@@ -18,6 +18,8 @@ inline constexpr int kSearchFolder = O_SEARCH;
 inline constexpr int kSearchFolder = O_RDONLY;
 #endif
 
+// An errno as callers compare it: a quota that is used up is a full disk to them.
+[[nodiscard]] std::error_code ErrorOf(int number) noexcept;
 // fsync(2), and past the disk's own cache where only another call goes there.
 [[nodiscard]] int FlushToDisk(int file) noexcept;
 // Access lists and extended attributes of `to` become those of `from`, but for what the system
