@@ -1,6 +1,7 @@
 #include "zorvane/platform/Object.h"
 
 #include "zorvane/platform/Error.h"
+#include "zorvane/platform/StackLeft.h"
 #include "zorvane/platform/Variant.h"
 
 namespace zorvane {
@@ -26,7 +27,22 @@ void Object::Set(std::u16string_view member, const Variant&, Arguments) {
 }
 
 void Object::Free() const noexcept {
-    delete this;
+    // This deep the system is not asked, and the order of ends is plainly that of references.
+    constexpr int kShallow = 32;
+    static thread_local int depth = 0;
+    static thread_local const Object* waiting = nullptr;
+    // Where the system tells nothing, nothing is left: an empty optional is less than any number.
+    if (depth >= kShallow && StackLeft() < kStackReserve) {
+        next_ = std::exchange(waiting, this);
+        return;
+    }
+    const Object* dying = this;
+    do {
+        ++depth;
+        delete dying;
+        --depth;
+        dying = depth == 0 && waiting ? std::exchange(waiting, waiting->next_) : nullptr;
+    } while (dying);
 }
 
 }  // namespace zorvane

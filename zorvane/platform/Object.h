@@ -2,7 +2,9 @@
 // Object: what a tagged value can refer to: counted, with members that can be reached by name.
 //
 // An object made by MakeObject lives until the last Ref lets go. An object that stands on the stack
-// or inside another is never freed by a Ref; whoever owns it outlives every Ref to it.
+// or inside another is never freed by a Ref; whoever owns it outlives every Ref to it. Objects may
+// hold objects however deep: one whose end would come with the stack nearly used up waits until the
+// outermost end on its thread is through.
 
 #include <cstdint>
 #include <functional>
@@ -48,7 +50,8 @@ class ZORVANE_EXPORT Object {
     void Free() const noexcept;  // out of line: a compiler that sees both cases takes them for one
 
     mutable std::uint32_t references_ = 0;
-    mutable bool counted_ = false;  // made by MakeObject: freed with its last reference
+    mutable bool counted_ = false;          // made by MakeObject: freed with its last reference
+    mutable const Object* next_ = nullptr;  // among those that wait for their end
 };
 
 // A counted reference; null is "no object".

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/zorvane/Containers.h"
@@ -101,6 +102,17 @@ TYPED_TEST(Release, MayAddAtTheContainersEnd) {
         AddTo(c, callingBack(callingBack(7)), u"key");
     }
     EXPECT_EQ(calls, 2);
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
+// Catches ends within ends that exhaust the stack, and one that never comes.
+TYPED_TEST(Release, OfANestHoweverDeepComesToTheInnermost) {
+    Variant nest = MakeObject<CountedObject>();
+    for (int depth = 0; depth < 50000; ++depth) {
+        const auto around = MakeObject<TypeParam>();
+        AddTo(*around, std::exchange(nest, around), u"key");
+    }
+    nest = Variant();
     EXPECT_EQ(CountedObject::Alive(), 0);
 }
 
