@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -103,12 +104,12 @@ Array::~Array() {
     }
 }
 
-// Takes the block of an array out of a value that is its only holder; null for any other value.
+// Takes an array out of a value: its block where nobody else holds it, null otherwise.
 Array::Block* Array::LastReferenceOf(Variant& value) noexcept {
-    if (!value.IsArray() || value.AsArray().block_->references != 1) return nullptr;
+    if (!value.IsArray()) return nullptr;
     Array taken = value.AsArray();
     value = Variant();
-    return std::exchange(taken.block_, nullptr);
+    return taken.IsShared() ? nullptr : std::exchange(taken.block_, nullptr);
 }
 
 void Array::Free(Block* block) noexcept {
@@ -172,6 +173,10 @@ std::size_t Array::ElementSize() const noexcept {
 
 VarType Array::ElementType() const noexcept {
     return block_ ? block_->element : VarType::Empty;
+}
+
+bool Array::IsShared() const noexcept {
+    return block_ && block_->references != 1;
 }
 
 std::int32_t Array::LowerBound() const noexcept {
@@ -290,9 +295,13 @@ bool Array::SameButInner(const Array& left, const Array& right, std::vector<Pair
 bool operator==(const Array& left, const Array& right) {
     std::vector<Array::Pair> inner;
     if (!Array::SameButInner(left, right, inner)) return false;
+    // Only two that are both held more than once can meet again.
+    std::set<std::pair<const void*, const void*>> met;
     while (!inner.empty()) {
         const auto [one, other] = inner.back();
         inner.pop_back();
+        const bool shared = one->IsShared() && other->IsShared();
+        if (shared && !met.emplace(one->block_, other->block_).second) continue;
         if (!Array::SameButInner(*one, *other, inner)) return false;
     }
     return true;

@@ -43,6 +43,8 @@ class ZORVANE_EXPORT Array {
     [[nodiscard]] std::int32_t Count() const noexcept;
     [[nodiscard]] std::size_t ElementSize() const noexcept;  // bytes in memory
     [[nodiscard]] VarType ElementType() const noexcept;
+    // Whether another array has the same elements in common with this one.
+    [[nodiscard]] bool IsShared() const noexcept;
     [[nodiscard]] std::int32_t LowerBound() const noexcept;
     // As Bytes, to be written: unshares first. The span lives until the array is copied or
     // assigned.
@@ -65,7 +67,8 @@ class ZORVANE_EXPORT Array {
         return {static_cast<T*>(const_cast<void*>(Data())), static_cast<std::size_t>(Count())};
     }
 
-    // Same element type, bounds and elements. Allocates for arrays within arrays only.
+    // Same element type, bounds and elements. Allocates for arrays within arrays only; two that
+    // meet again and again, as others hold them, are compared once.
     friend ZORVANE_EXPORT bool operator==(const Array& left, const Array& right);
 
   private:

@@ -87,11 +87,13 @@ TEST(Array_Copy, SharesUntilOneIsWrittenAndReleasesEveryElementOnce) {
     EXPECT_TRUE(outer.At(0).AsArray().At(0).IsEmpty());
 }
 
-// Catches recursion in the end of a nest or in a comparison, which misses the innermost value.
+// Catches recursion in the end of a nest or in a comparison, which misses the innermost value; and
+// one that goes every way to it, as many as 2^300000.
 TEST(Array_Nest, HoweverDeepNeedsNoStackAndEndsWithItsLastHolder) {
     const auto nestAround = [](Variant nest) {
         for (int depth = 0; depth < 300000; ++depth) {
             Array around(VarType::Variant, 0, 2);
+            around.SetAt(0, nest);
             around.SetAt(1, nest);
             nest = around;
         }
