@@ -18,12 +18,14 @@ void Classes::Register(const Text& className, Maker maker) {
 }
 
 Ref<Object> Classes::Create(const Text& className) const {
+    const auto refuse = [&](const char* why) {
+        throw Error(PlatformError::CannotCreateObject, {}, Text(why) + className);
+    };
     const auto found = makers_.find(className);
-    if (found == makers_.end()) {
-        throw Error(PlatformError::CannotCreateObject, {},
-                    Text("No class of this name can be created: ") + className);
-    }
-    return found->second();
+    if (found == makers_.end()) refuse("No class of this name can be created: ");
+    Ref<Object> made = found->second ? found->second() : nullptr;
+    if (!made) refuse("The maker of this class made nothing: ");
+    return made;
 }
 
 Classes& CreatableClasses() {

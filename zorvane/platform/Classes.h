@@ -22,7 +22,7 @@ class ZORVANE_EXPORT Classes {
 
     // Names are matched without regard to case; a later registration replaces an earlier one.
     void Register(const Text& className, Maker maker);
-    // A new instance; raises 429 for a name that is not registered.
+    // A new instance; raises 429 for a name that is not registered, or whose maker makes none.
     [[nodiscard]] Ref<Object> Create(const Text& className) const;
 
   private:

@@ -62,6 +62,7 @@ TEST(Classes_Create, FindsNamesWithoutCaseAndRefusesOthers) {
     const Text name = ClassIdentifier(u"Sample");
     EXPECT_EQ(name, Text(u"ZorvaneDemoProject.Sample"));
     classes.Register(name, [] { return Ref<Object>(); });
+    EXPECT_EQ(NumberRaisedBy([&] { return classes.Create(name); }), 429) << "it makes nothing";
     classes.Register(u"ZORVANEdemoPROJECT.sample", [] { return MakeObject<CountedObject>(); });
     EXPECT_TRUE(classes.Create(name));  // the later registration
     EXPECT_EQ(NumberRaisedBy([&] { return classes.Create(u"Sample"); }), 429);
