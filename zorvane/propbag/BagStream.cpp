@@ -34,6 +34,25 @@ void WriteTexts(StreamEncoder& encoder, const BagState& state, Text BagEntry::*c
     for (const BagEntry& entry : state.Entries) encoder.WriteText(entry.*column);
 }
 
+// The elements of an array of any kind as texts. Equal ones in a row share a text: an array may
+// hold any number of zeros that no words of the stream stand for.
+class TextsOf {
+  public:
+    explicit TextsOf(const Array& array) noexcept : array_(array) {}
+    [[nodiscard]] Text At(std::int32_t index) {
+        Variant element = array_.At(index);
+        if (text_ && element == element_) return *text_;
+        text_ = element.ToText();
+        element_ = std::move(element);
+        return *text_;
+    }
+
+  private:
+    const Array& array_;
+    Variant element_;
+    std::optional<Text> text_;  // of element_
+};
+
 // Reads one thing after the other and knows where the last one began.
 class BagReader {
   public:
@@ -92,10 +111,17 @@ class BagReader {
     }
     // The texts may be arrays of any kind and bounds; entries are whole as far as both go.
     void FillOneByOne(BagReading& reading, std::int32_t count) {
-        const Variant names = NextTexts(count);
-        const Variant objNames = NextTexts(count);
+        const Variant namesRead = NextTexts(count);
+        const Variant objNamesRead = NextTexts(count);
+        TextsOf names(namesRead.AsArray());
+        TextsOf objNames(objNamesRead.AsArray());
+        // At once, as growth step by step takes three times the memory.
+        const std::size_t most = decoder_.MostValues(
+            std::min({count, namesRead.AsArray().Count(), objNamesRead.AsArray().Count()}));
+        reading.State.Entries.reserve(most);
+        reading.ValueWords.reserve(most);
         for (std::int32_t i = 1; i <= count; ++i) {
-            BagEntry entry{{}, names.AsArray().At(i).ToText(), objNames.AsArray().At(i).ToText()};
+            BagEntry entry{{}, names.At(i), objNames.At(i)};
             entry.Value = NextValue(reading);
             reading.State.Entries.push_back(std::move(entry));
         }

@@ -5,13 +5,15 @@
 #include <cstring>
 #include <limits>
 
+#include "zorvane/platform/StackLeft.h"
 #include "zorvane/platform/Units.h"
 #include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::uint64_t kLeastValue = 2;  // words of the shortest encoded value, and of a text
+// What a level of arrays leaves of a small stack to the values in it.
+constexpr std::size_t kLeastStack = kStackReserve / 4;
 constexpr const char* kNoPad = "a byte that should pad a word is not 0";
 constexpr const char* kTooManyElements = "an array has more elements than the stream";
 
@@ -163,7 +165,9 @@ Text StreamDecoder::ReadUnits() {
 // Each element takes two words at least, and none may be promised twice: without that, every level
 // of nested arrays could claim the whole rest of the stream again.
 Array StreamDecoder::ReadValues(const ArrayHeader& header) {
-    if (depth_ == kStreamDepth) throw StreamDamage(header.Word, "arrays are nested too deep");
+    if (depth_ == kStreamDepth || StackLeft().value_or(kLeastStack) < kLeastStack) {
+        throw StreamDamage(header.Word, "arrays are nested too deep");
+    }
     if (header.Count == 0) {
         TakeSpare(header.Extent * sizeof(Variant), header.Word + 2);
         return {VarType::Variant, header.Lower, header.Elements()};

@@ -5,6 +5,7 @@
 // anything is allocated, so what is decoded takes a small multiple of the stream's size, however
 // its arrays are nested. Nothing in a stream ever becomes a pointer.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -60,6 +61,11 @@ class StreamDecoder {
         }
         return ReadUnits();
     }
+    // How many of so many values there can be in the words that are left.
+    [[nodiscard]] std::size_t MostValues(std::int32_t count) const noexcept {
+        const std::size_t left = words_.size() - std::min(words_.size(), position_);
+        return std::min(static_cast<std::size_t>(std::max(count, 0)), left / kLeastValue);
+    }
     // Whether `words` more can be read, beside those that enclosing arrays await.
     [[nodiscard]] bool Has(std::uint64_t words) const noexcept {
         const std::uint64_t taken = position_ + promised_;
@@ -68,6 +74,7 @@ class StreamDecoder {
 
   private:
     struct ArrayHeader;
+    static constexpr std::size_t kLeastValue = 2;  // words of the shortest value, and of a text
 
     // Damage at `word` unless the decoder has so many words.
     void Need(std::uint64_t words, std::size_t word, const char* what) const {
