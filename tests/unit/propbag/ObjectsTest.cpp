@@ -1,6 +1,9 @@
 // Objects in a bag: stored, restored in place, made anew by name; fonts; no object; what fails.
 
 #include <gtest/gtest.h>
+#ifdef __linux__
+#include <pthread.h>
+#endif
 
 #include <functional>
 
@@ -38,6 +41,7 @@ class Person : public IZVPropertyBag {
         if (OnWrite) OnWrite();
         bag.WriteProperty(u"Name", Name, {.Default = u""});
         bag.WriteProperty(u"Child", Child);
+        if (Twice) bag.WriteProperty(u"Again", Child);
     }
 
     Text Name;
@@ -45,6 +49,7 @@ class Person : public IZVPropertyBag {
     Text Type = u"Person";
     Text Class = u"ZorvaneDemoProject.Person";
     std::string Diary;
+    bool Twice = false;
     Ref<ZVPropertyBag> Given;
     std::function<void()> OnWrite;
     static inline std::function<void()> OnRead;
@@ -151,8 +156,36 @@ TEST_F(ZVPropertyBag_Objects, AsDeepAsAllowedTheyAreMadeAnewByNameAndDeeperTheyA
         EXPECT_EQ(read->Given->ReadProperty(u"Name"), read->Name) << "it may keep its bag";
     }
     EXPECT_FALSE(read);
+#ifdef __linux__
+    // A small stack takes fewer, whether they are written or read.
+    pthread_attr_t small;
+    pthread_attr_init(&small);
+    pthread_attr_setstacksize(&small, 256 << 10);
+    std::function<void()> both = [&] {
+        EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"P", top); }), 5);
+        EXPECT_EQ(NumberRaisedBy([&] { return bag_.ReadProperty(u"P"); }), 5);
+    };
+    pthread_t thread;
+    const auto run = [](void* body) -> void* {
+        return (*static_cast<std::function<void()>*>(body))(), nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &small, run, &both), 0);
+    pthread_join(thread, nullptr);
+#endif
     const auto tooDeep = MakeObject<Person>(u"one more", top);
     EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"Q", tooDeep); }), 5);
+    EXPECT_EQ(bag_.Count(), 1);
+}
+
+TEST_F(ZVPropertyBag_Objects, OnesThatManyHoldAreWrittenForEachOfThemButNotWithoutEnd) {
+    for (const auto& [levels, error] : {std::pair(10, 0), std::pair(40, 6)}) {
+        auto top = MakeObject<Person>(u"the one");
+        for (int i = 0; i < levels; ++i) {
+            top = MakeObject<Person>(u"twice", top);
+            top->Twice = true;
+        }
+        EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"P", top); }), error);
+    }
     EXPECT_EQ(bag_.Count(), 1);
 }
 

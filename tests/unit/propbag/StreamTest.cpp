@@ -231,6 +231,18 @@ TEST(Stream, ArraysNestedTooDeepAreRefusedBeforeTheyAreLost) {
     for (int depth = 0; depth < kStreamDepth; ++depth) value = ArrayOf(VarType::Variant, 0, value);
     EXPECT_EQ(RoundTrip(value), value);
     EXPECT_EQ(NumberRaisedBy([&] { RoundTrip(ArrayOf(VarType::Variant, 0, value)); }), 5);
+    // Known already, and too deep where it comes again.
+    const Variant twice = ArrayOf(VarType::Variant, 0, value.AsArray().At(0),
+                                  ArrayOf(VarType::Variant, 0, value.AsArray().At(0)));
+    EXPECT_EQ(NumberRaisedBy([&] { RoundTrip(twice); }), 5);
+}
+
+TEST(Stream, WhatComesAgainByEveryWayIsRefusedBeforeItFillsTheMemory) {
+    for (const auto& [levels, error] : {std::pair(12, 0), std::pair(40, 6)}) {
+        Variant value = 1;
+        for (int i = 0; i < levels; ++i) value = ArrayOf(VarType::Variant, 0, value, value);
+        EXPECT_EQ(NumberRaisedBy([&] { EXPECT_EQ(RoundTrip(value), value); }), error);
+    }
 }
 
 TEST(Contents_Read, MoreWordsThanAnArrayCanCountRaise) {

@@ -1,12 +1,18 @@
 #include "zorvane/propbag/detail/PropertyObjects.h"
 
 #include <array>
+#include <cstdint>
+#include <memory>
+#include <unordered_set>
+#include <utility>
 
 #include "zorvane/platform/Classes.h"
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Font.h"
+#include "zorvane/platform/StackLeft.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
 
 namespace zorvane {
 namespace {
@@ -16,7 +22,10 @@ class Nesting {
   public:
     explicit Nesting(const Object* written) : written_(written), outer_(innermost) {
         if (outer_) depth_ = outer_->depth_ + 1;
-        if (depth_ > kObjectDepth) Refuse(u"Objects are nested too deep");
+        top_ = outer_ && outer_->top_ ? outer_->top_ : written_ ? this : nullptr;
+        if (depth_ > kObjectDepth || StackLeft().value_or(kStackReserve) < kStackReserve) {
+            Refuse(u"Objects are nested too deep");
+        }
         innermost = this;
     }
     Nesting(const Nesting&) = delete;
@@ -30,7 +39,24 @@ class Nesting {
         }
     }
 
+    // Notes the words of the object. One that was written before, for another that holds it too,
+    // has its words again; raises 6 when these are too many.
+    void NoteWords(std::int32_t words) const {
+        if (top_ == this) return;  // nobody holds the outermost
+        if (!top_->inner_) top_->inner_ = std::make_unique<Inner>();
+        if (top_->inner_->Written.insert(written_).second) return;
+        top_->inner_->Repeated += static_cast<std::uint64_t>(words);
+        RequireFewRepeated(top_->inner_->Repeated);
+    }
+
   private:
+    // What was written within the outermost object. (An address may stand for several, one after
+    // the other, that an object makes for the time of its own writing.)
+    struct Inner {
+        std::unordered_set<const Object*> Written;
+        std::uint64_t Repeated = 0;  // words
+    };
+
     [[noreturn]] static void Refuse(const char16_t* why) {
         throw Error(PlatformError::InvalidCall, ZVPropertyBag::ClassName(), why);
     }
@@ -39,6 +65,8 @@ class Nesting {
 
     const Object* written_;  // null while reading
     const Nesting* outer_;
+    const Nesting* top_;  // the outermost that is written, if any is
+    mutable std::unique_ptr<Inner> inner_;
     int depth_ = 1;
 };
 
@@ -113,7 +141,9 @@ StoredObject StoreObject(const Ref<Object>& object) {
     const Nesting nesting(object.Get());
     const Ref<ZVPropertyBag> bag = MakeObject<ZVPropertyBag>();
     persistable.WriteProperties(*bag);
-    return {bag->Contents(), persistable.ClassName()};
+    Array words = bag->Contents();
+    nesting.NoteWords(words.Count());
+    return {std::move(words), persistable.ClassName()};
 }
 
 void RestoreObject(Object& object, const Variant& words) {

@@ -1,52 +1,99 @@
 #include "zorvane/propbag/detail/StreamEncoder.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
+#include <unordered_map>
 
 #include "zorvane/platform/Error.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 namespace {
 
-std::uint64_t WordsOf(const Variant& value, int depth);
+// What a value takes in a stream: its words, and how deep arrays of tagged values lie in it.
+struct Extent {
+    std::uint64_t Words = 0;
+    int Depth = 0;
+};
 
 std::uint64_t TextWords(const Text& text) {
     return 2 + static_cast<std::uint64_t>(text.Length());
 }
 
-std::uint64_t ArrayWords(const Array& array, int depth) {
-    std::uint64_t words = kStreamArrayHeader;
-    switch (array.ElementType()) {
-        case VarType::String:
-            for (const Text& text : array.Elements<Text>()) words += TextWords(text);
-            return words;
-        case VarType::Variant:
-            if (depth == kStreamDepth) {
-                throw Error(PlatformError::InvalidCall, {},
-                            u"Arrays are nested too deep to be stored");
-            }
-            for (const Variant& element : array.Elements<Variant>()) {
-                words += WordsOf(element, depth + 1);
-            }
-            return words;
-        default:
-            return words + (static_cast<std::uint64_t>(array.Count()) *
-                                StreamElementSize(array.ElementType()) +
-                            1) /
-                               2;
-    }
-}
-
-std::uint64_t WordsOf(const Variant& value, int depth) {
-    if (value.IsArray()) return ArrayWords(value.AsArray(), depth);
+std::uint64_t PlainWords(const Variant& value) {
     if (value.IsText()) return 2 + TextWords(value.TextUnchecked());
     return 2 + (StreamWidth(value.Type()) + 1u) / 2;
 }
 
+// Looks at an array that several hold only once, however many ways lead to it.
+class Measure {
+  public:
+    // `above`: the arrays of tagged values that it lies in.
+    Extent Of(const Array& array, int above) {
+        Extent extent{kStreamArrayHeader};
+        switch (array.ElementType()) {
+            case VarType::String:
+                for (const Text& text : array.Elements<Text>()) extent.Words += TextWords(text);
+                return extent;
+            case VarType::Variant:
+                return OfValues(array, above);
+            default:
+                extent.Words += (static_cast<std::uint64_t>(array.Count()) *
+                                     StreamElementSize(array.ElementType()) +
+                                 1) /
+                                2;
+                return extent;
+        }
+    }
+
+  private:
+    Extent OfShared(const Array& array, int above) {
+        const void* const elements = array.Elements<std::byte>().data();
+        if (const auto known = shared_.find(elements); known != shared_.end()) {
+            repeated_ += known->second.Words;
+            RequireFewRepeated(repeated_);
+            RequireDepth(above + known->second.Depth);
+            return known->second;
+        }
+        return shared_[elements] = Of(array, above);
+    }
+    Extent OfValues(const Array& array, int above) {
+        RequireDepth(above + 1);
+        Extent extent{kStreamArrayHeader, 1};
+        for (const Variant& element : array.Elements<Variant>()) {
+            if (!element.IsArray()) {
+                extent.Words += PlainWords(element);
+                continue;
+            }
+            const Array& inner = element.AsArray();
+            const auto [words, depth] =
+                inner.IsShared() ? OfShared(inner, above + 1) : Of(inner, above + 1);
+            extent.Words += words;
+            extent.Depth = std::max(extent.Depth, depth + 1);
+        }
+        return extent;
+    }
+    static void RequireDepth(int depth) {
+        if (depth <= kStreamDepth) return;
+        throw Error(PlatformError::InvalidCall, {}, u"Arrays are nested too deep to be stored");
+    }
+
+    std::unordered_map<const void*, Extent> shared_;  // by where their elements lie
+    std::uint64_t repeated_ = 0;
+};
+
 }  // namespace
 
 std::uint64_t StreamWordsOf(const Variant& value) {
-    return WordsOf(value, 0);
+    return value.IsArray() ? Measure().Of(value.AsArray(), 0).Words : PlainWords(value);
+}
+
+void RequireFewRepeated(std::uint64_t words) {
+    if (words <= kRepeatedWords) return;
+    throw Error(PlatformError::Overflow, {},
+                Text("What several hold is written for each of them, and takes more words than ") +
+                    LongText(kRepeatedWords));
 }
 
 void StreamEncoder::Write(const Variant& value) {

@@ -14,9 +14,13 @@
 
 namespace zorvane {
 
-// Words that the encoded value takes. O(1) for scalars and arrays of numbers, else O(elements).
-// Raises 5 for arrays within arrays deeper than kStreamDepth: no reader would take them.
+// Words that the encoded value takes. O(1) for scalars and arrays of numbers, else O(elements), and
+// an array that several others hold counts once. Raises 5 for arrays within arrays deeper than
+// kStreamDepth: no reader would take them; and as RequireFewRepeated.
 [[nodiscard]] std::uint64_t StreamWordsOf(const Variant& value);
+
+// Raises 6 when what is written for the second time and more takes above kRepeatedWords.
+void RequireFewRepeated(std::uint64_t words);
 
 // What the format cannot hold is written as its reader expects it: Null and Decimal as a type
 // without data, objects as Empty. Arrays of types that no reader knows (Error, Object, Decimal) are

@@ -16,6 +16,10 @@ inline constexpr std::uint16_t kGreatestStreamType = 0x2011;
 // Arrays of tagged values may hold arrays, and so on: this deep and no deeper.
 inline constexpr int kStreamDepth = 256;
 
+// A stream cannot refer to what it holds already, so whatever several arrays or objects of a value
+// hold is written for each of them; all that comes again may take so many words in all.
+inline constexpr std::uint64_t kRepeatedWords = std::uint64_t{1} << 26;
+
 // Words in front of the elements of an array.
 inline constexpr std::uint64_t kStreamArrayHeader = 8;
 
