@@ -1,5 +1,6 @@
 #include "tests/support/AllocationFaults.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <new>
 
@@ -13,13 +14,18 @@ bool hasFailed = false;
 }  // namespace
 
 void* operator new(std::size_t size) {
+    return ::operator new(size, std::align_val_t(alignof(std::max_align_t)));
+}
+// Large blocks ask this way.
+void* operator new(std::size_t size, std::align_val_t alignment) {
     ++allocations;
     bytes += static_cast<std::int64_t>(size);
     if (failingOne != 0 && --failingOne == 0) {
         hasFailed = true;
         throw std::bad_alloc();
     }
-    if (void* block = std::malloc(size != 0 ? size : 1)) return block;
+    void* block = nullptr;
+    if (posix_memalign(&block, static_cast<std::size_t>(alignment), size) == 0) return block;
     throw std::bad_alloc();
 }
 // The library's stable sort asks this way, and gets by with nothing.
@@ -34,6 +40,9 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::align_val_t) noexcept {
     std::free(block);
 }
 
