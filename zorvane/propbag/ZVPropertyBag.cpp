@@ -1,7 +1,9 @@
 #include "zorvane/propbag/ZVPropertyBag.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <stdexcept>
 
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Classes.h"
@@ -155,8 +157,8 @@ Variant ZVPropertyBag::ReadProperty(const Text& Name, const PropertyOptions& Opt
         return byDefault;
     }
     if (entry.ObjName == Text(kNoObjectMark)) return Ref<Object>();
-    if (!entry.ObjName.Empty()) return MakeStoredObject({entry.Value, entry.ObjName});
-    return entry.Value;
+    if (entry.ObjName.Empty()) return entry.Value;
+    return MakeStoredObject({entry.Value, entry.ObjName}, entry.Name).value_or(byDefault);
 }
 
 void ZVPropertyBag::Remove(const Variant& KeyIndex) {
@@ -227,6 +229,7 @@ ZVPropertyBag::Found ZVPropertyBag::FindName(const Text& name) const noexcept {
 std::int32_t ZVPropertyBag::Insert(std::int32_t position, BagEntry entry) {
     std::vector<BagEntry>& entries = state_.Entries;
     if (entries.size() == entries.capacity()) {
+        if (Count() == INT32_MAX) throw std::length_error("ZVPropertyBag: too many entries");
         const auto step = static_cast<std::size_t>(ClampGranularity(Granularity()));
         entries.reserve(entries.size() + std::max(step, entries.size() / 2));
     }

@@ -61,7 +61,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     // The whole bag but Changed as words, bounds from 0, in one block of just that size. Null and
     // decimal values have no form there and come back as Empty. Arrays of Error, Decimal or Object
     // can be written and not read: what stands behind one is lost as well (FORMAT.md).
-    // Raises 5 for a value whose arrays are nested too deep to be read again. O(size).
+    // Raises 5 for a value whose arrays are nested too deep to be read again, and 6 for too many
+    // words. O(size).
     [[nodiscard]] Array Contents() const;
     // Clears the bag and rebuilds it. Whatever is no stream leaves it empty; of a damaged stream
     // the entries before the damage stay, and settings that were not reached are 16, True and True.
@@ -107,7 +108,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     // restored by its ReadProperties, or given InitProperties when nothing is stored, and returned;
     // a font is made anew, and so is, by CreatableClasses(), any other object that was stored with
     // a class name. Raises 13 for an object without IZVPropertyBag, 429 for a class that cannot be
-    // made, 5 for objects nested too deep, and what ReadProperties raises.
+    // made (TolerantReading.h skips it), 5 for objects nested too deep, and what ReadProperties
+    // raises.
     [[nodiscard]] Variant ReadProperty(const Text& Name, const PropertyOptions& Options = {}) const;
 
     // Removes the entry. Raises 28500.
@@ -125,8 +127,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     // Kept: writing with an Index ends Sorted() and unique names, and by name nothing is written or
     // read any more.
     // Raises 13 for an object without IZVPropertyBag, 5 for one that is already being written
-    // (objects that contain one another) or nested too deep, and what WriteProperties raises; then
-    // no entry has changed.
+    // (objects that contain one another) or nested too deep, 6 where objects that many others hold
+    // would take too many words, and what WriteProperties raises; then no entry has changed.
     void WriteProperty(Text Name, Variant Value, const PropertyOptions& Options = {});
 
     // Late-bound: every member; CopyItemValue and ItemFn give the value back, NewEnum is missing.

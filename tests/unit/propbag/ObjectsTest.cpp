@@ -1,18 +1,17 @@
 // Objects in a bag: stored, restored in place, made anew by name; fonts; no object; what fails.
 
 #include <gtest/gtest.h>
-#ifdef __linux__
-#include <pthread.h>
-#endif
 
 #include <functional>
 
 #include "tests/support/Outcome.h"
+#include "tests/support/SmallStack.h"
 #include "tests/unit/CountedObject.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/platform/Classes.h"
 #include "zorvane/platform/Font.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/TolerantReading.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/PropertyObjects.h"
 
@@ -126,6 +125,22 @@ TEST_F(ZVPropertyBag_Objects, WhatCannotBeStoredOrMadeRaisesAndChangesNothing) {
     EXPECT_EQ(CountedObject::Alive(), 1);
 }
 
+TEST_F(ZVPropertyBag_Objects, ATolerantReadingLacksWhatCannotBeMadeAndSaysSo) {
+    const auto stranger = MakeObject<Person>(u"Bea");
+    stranger->Class = u"Of.Tomorrow";
+    bag_.WriteProperty(u"P", MakeObject<Person>(u"Ann", stranger));
+    {
+        const TolerantReading reading;
+        const Ref<Person> read = PersonIn(bag_.ReadProperty(u"P"));
+        EXPECT_EQ(read->Name, u"Ann");
+        EXPECT_FALSE(read->Child);
+        ASSERT_EQ(reading.Skipped().size(), 1u);
+        EXPECT_EQ(reading.Skipped()[0].Name, u"Child");
+        EXPECT_EQ(reading.Skipped()[0].ClassName, stranger->Class);
+    }
+    EXPECT_EQ(NumberRaisedBy([&] { return bag_.ReadProperty(u"P"); }), 429);
+}
+
 TEST_F(ZVPropertyBag_Objects, ObjectsThatContainOneAnotherRaiseInsteadOfEndingTheProgram) {
     const auto ann = MakeObject<Person>(u"Ann");
     const auto bea = MakeObject<Person>(u"Bea", ann);
@@ -156,22 +171,11 @@ TEST_F(ZVPropertyBag_Objects, AsDeepAsAllowedTheyAreMadeAnewByNameAndDeeperTheyA
         EXPECT_EQ(read->Given->ReadProperty(u"Name"), read->Name) << "it may keep its bag";
     }
     EXPECT_FALSE(read);
-#ifdef __linux__
     // A small stack takes fewer, whether they are written or read.
-    pthread_attr_t small;
-    pthread_attr_init(&small);
-    pthread_attr_setstacksize(&small, 256 << 10);
-    std::function<void()> both = [&] {
+    RunOnStackOf(256 << 10, [&] {
         EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"P", top); }), 5);
         EXPECT_EQ(NumberRaisedBy([&] { return bag_.ReadProperty(u"P"); }), 5);
-    };
-    pthread_t thread;
-    const auto run = [](void* body) -> void* {
-        return (*static_cast<std::function<void()>*>(body))(), nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &small, run, &both), 0);
-    pthread_join(thread, nullptr);
-#endif
+    });
     const auto tooDeep = MakeObject<Person>(u"one more", top);
     EXPECT_EQ(NumberRaisedBy([&] { bag_.WriteProperty(u"Q", tooDeep); }), 5);
     EXPECT_EQ(bag_.Count(), 1);
@@ -250,9 +254,11 @@ TEST_F(ZVPropertyBag_Fonts, ValuesThatNoFontTakesFallBackToTheDefaults) {
     nested.WriteProperty(u"Italic", u"True");
     nested.WriteProperty(u"Underline", MakeObject<Person>(u"x"));
     const FontValue odd{.Name = u"Roman", .Weight = 0, .Italic = true};
-    EXPECT_EQ(ViewAs<Font>(MakeStoredObject({nested.Contents(), u"Font"}).AsObject())->Value, odd);
+    EXPECT_EQ(ViewAs<Font>(MakeStoredObject({nested.Contents(), u"Font"}, u"")->AsObject())->Value,
+              odd);
     const FontValue plain{.Name = u"Roman", .Weight = 0};
-    EXPECT_EQ(ViewAs<Font>(MakeStoredObject({u"no words", u"Font"}).AsObject())->Value, plain);
+    EXPECT_EQ(ViewAs<Font>(MakeStoredObject({u"no words", u"Font"}, u"")->AsObject())->Value,
+              plain);
 }
 
 TEST_F(ZVPropertyBag_Fonts, AnyObjectOfThatTypeNameIsAskedByName) {

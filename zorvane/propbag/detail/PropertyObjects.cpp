@@ -11,6 +11,7 @@
 #include "zorvane/platform/Font.h"
 #include "zorvane/platform/StackLeft.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
+#include "zorvane/propbag/TolerantReading.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/StreamEncoder.h"
 
@@ -153,9 +154,17 @@ void RestoreObject(Object& object, const Variant& words) {
     AsPersistable(object).ReadProperties(*bag);
 }
 
-Variant MakeStoredObject(const StoredObject& stored) {
+std::optional<Variant> MakeStoredObject(const StoredObject& stored, const Text& name) {
     if (stored.ObjName == Text(kFontMark)) return MakeFont(stored.Words);
-    const Ref<Object> made = CreatableClasses().Create(stored.ObjName);
+    Ref<Object> made;
+    try {
+        made = CreatableClasses().Create(stored.ObjName);
+    } catch (const Error& error) {
+        const bool unknown =
+            error.Number == static_cast<std::int32_t>(PlatformError::CannotCreateObject);
+        if (unknown && TolerantReading::Skip(name, stored.ObjName)) return std::nullopt;
+        throw;
+    }
     RestoreObject(*made, stored.Words);
     return made;
 }
