@@ -1,5 +1,7 @@
 #include "zorvane/platform/Collection.h"
 
+#include <cstdint>
+#include <stdexcept>
 #include <utility>
 
 #include "zorvane/platform/CaseMapping.h"
@@ -28,6 +30,7 @@ Collection::~Collection() {
 void Collection::Add(Variant item, CollectionAdd options) {
     if (options.Before && options.After) RaisePlatform(PlatformError::InvalidCall);
     if (options.Key && FindKey(*options.Key)) RaisePlatform(PlatformError::DuplicateKey);
+    if (Count() == INT32_MAX) throw std::length_error("Collection: too many entries");
     std::size_t at = order_.size();
     if (options.Before) at = IndexOf(Find(*options.Before));
     if (options.After) at = IndexOf(Find(*options.After)) + 1;

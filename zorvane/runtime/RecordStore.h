@@ -13,6 +13,7 @@
 #include <cstring>
 #include <limits>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -159,6 +160,8 @@ class RecordStore {
 
   private:
     static constexpr std::uint32_t kLeast = 16;
+    // The most records: places are a power of two, and positions have 31 bits.
+    static constexpr std::uint32_t kMost = std::uint32_t{1} << 30;
 
     // Positions count from 1, those of the order from 0.
     [[nodiscard]] static std::uint32_t Index(std::int32_t position) noexcept {
@@ -295,6 +298,7 @@ void RecordStore<Record>::Reserve(std::int32_t count) {
 
 template <class Record>
 void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::uint32_t used) {
+    if (places > kMost) throw std::length_error("RecordStore: too many records");
     const std::uint32_t wanted = std::bit_ceil(places < kLeast ? kLeast : places);
     // First, as removals, which must not fail, count on room for every number there is.
     if (!order_.IsRun()) vacant_.reserve(wanted);
