@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/SmallStack.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/detail/StreamWords.h"
 
@@ -28,6 +29,9 @@ TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
         const std::string nest = Repeated("200C 0010 0001 0000 0000 0000 0000 0000 ", depth);
         const std::int32_t count = BagFrom(OneEntry(nest + "0003 0004 0001 0000")).Count();
         EXPECT_EQ(count, depth == kStreamDepth ? 1 : 0);
+        RunOnStackOf(40 << 10, [&] {
+            EXPECT_TRUE(DecodeBag(OneEntry(nest + "0003 0004 0001 0000")).Damage);
+        });
     }
     // Beside one another there may be any number.
     const std::string wide =

@@ -26,25 +26,24 @@ std::uint64_t PlainWords(const Variant& value) {
     return 2 + (StreamWidth(value.Type()) + 1u) / 2;
 }
 
+// Of an array of anything but tagged values.
+std::uint64_t FlatWords(const Array& array) {
+    std::uint64_t words = kStreamArrayHeader;
+    if (array.ElementType() == VarType::String) {
+        for (const Text& text : array.Elements<Text>()) words += TextWords(text);
+        return words;
+    }
+    const std::uint64_t size = StreamElementSize(array.ElementType());
+    return words + (static_cast<std::uint64_t>(array.Count()) * size + 1) / 2;
+}
+
 // Looks at an array that several hold only once, however many ways lead to it.
 class Measure {
   public:
     // `above`: the arrays of tagged values that it lies in.
     Extent Of(const Array& array, int above) {
-        Extent extent{kStreamArrayHeader};
-        switch (array.ElementType()) {
-            case VarType::String:
-                for (const Text& text : array.Elements<Text>()) extent.Words += TextWords(text);
-                return extent;
-            case VarType::Variant:
-                return OfValues(array, above);
-            default:
-                extent.Words += (static_cast<std::uint64_t>(array.Count()) *
-                                     StreamElementSize(array.ElementType()) +
-                                 1) /
-                                2;
-                return extent;
-        }
+        if (array.ElementType() == VarType::Variant) return OfValues(array, above);
+        return {FlatWords(array)};
     }
 
   private:
@@ -86,7 +85,10 @@ class Measure {
 }  // namespace
 
 std::uint64_t StreamWordsOf(const Variant& value) {
-    return value.IsArray() ? Measure().Of(value.AsArray(), 0).Words : PlainWords(value);
+    if (!value.IsArray()) return PlainWords(value);
+    const Array& array = value.AsArray();
+    const bool flat = array.ElementType() != VarType::Variant;
+    return flat ? FlatWords(array) : Measure().Of(array, 0).Words;
 }
 
 void RequireFewRepeated(std::uint64_t words) {
