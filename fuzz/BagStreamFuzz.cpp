@@ -1,11 +1,13 @@
 // Any words at all, assigned to a bag: nothing may be raised, little memory taken, and what was
-// understood must come back the same from the bag's own words.
+// understood must come back the same from the bag's own words. Bytes that begin with an M are made
+// into a stream that is nearly sound (StreamMaker); others are the words themselves.
 
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
 #include "fuzz/Require.h"
+#include "fuzz/StreamMaker.h"
 #include "tests/support/AllocationFaults.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/platform/Error.h"
@@ -71,14 +73,20 @@ void RequireWhatStandsBeforeACut(std::span<const std::int16_t> words) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::vector<std::int16_t> words(size / 2);
     if (!words.empty()) std::memcpy(words.data(), data, words.size() * 2);
+    bool sound = false;
+    if (size != 0 && data[0] == 'M') {
+        StreamMaker maker({data + 1, size - 1});
+        words = maker.Make();
+        sound = maker.IsSound();
+    }
     const Array given = Array::OfWords(words);
 
     ZVPropertyBag bag;
     const std::int64_t before = AllocatedBytes();
     bag.SetContents(given);
-    Require(
-        AllocatedBytes() - before <= kMemoryFloor + kMemoryFactor * static_cast<std::int64_t>(size),
-        "words take memory as they are many, whatever they say");
+    const auto bytes = static_cast<std::int64_t>(2 * words.size());
+    Require(AllocatedBytes() - before <= kMemoryFloor + kMemoryFactor * bytes,
+            "words take memory as they are many, whatever they say");
     UseEverything(bag);
     const Array once = bag.Contents();
     const Array twice = BagFrom(once).Contents();
@@ -87,6 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BagReading checked = DecodeBag(words, StreamCare::Checker);
     Require(checked.State.Entries.size() <= static_cast<std::size_t>(bag.Count()),
             "a checker reads no further than a reader");
+    Require(!sound || !checked.Damage, "a checker has nothing against what a bag writes");
     if (!checked.Damage && bag.Count() > 0) RequireSameWords(words, once.Words());
     if (given == twice && bag.Count() > 0) RequireWhatStandsBeforeACut(words);
     return 0;

@@ -1,0 +1,184 @@
+#include "fuzz/StreamMaker.h"
+
+#include <string>
+
+#include "zorvane/platform/Array.h"
+#include "zorvane/propbag/BagStream.h"
+#include "zorvane/propbag/detail/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamWords.h"
+
+namespace zorvane {
+namespace {
+
+constexpr VarType kNumbers[] = {VarType::Long,     VarType::Byte,   VarType::Integer,
+                                VarType::Boolean,  VarType::Double, VarType::Single,
+                                VarType::Currency, VarType::Date};
+constexpr int kDepth = 4;
+
+// Where a value seems to begin.
+bool IsHeader(std::span<const std::int16_t> words, std::size_t at) {
+    const auto type = static_cast<std::uint16_t>(words[at]);
+    const auto size = static_cast<std::uint16_t>(words[at + 1]);
+    const auto plain = static_cast<VarType>(type & ~static_cast<std::uint16_t>(VarType::ArrayFlag));
+    return type > 1 && (IsArrayType(static_cast<VarType>(type)) ? StreamElementSize(plain)
+                                                                : StreamWidth(plain)) == size;
+}
+
+}  // namespace
+
+std::vector<std::int16_t> StreamMaker::Make() {
+    std::int32_t count = static_cast<std::int32_t>(1 + Below(8));
+    if (Below(8) == 7) count *= 50;
+    words_ = {-1, -1};
+    Put(count);
+    for (int column = 0; column < 2; ++column) PutColumn(count);
+    for (std::int32_t i = 0; i < count; ++i) Put(SomeValue(0));
+    Put(static_cast<std::int32_t>(16 + Below(3)));
+    Put(Below(2) == 0);
+    Put(Below(2) == 0);
+    while (!bytes_.empty()) Alter();
+    return words_;
+}
+
+std::uint32_t StreamMaker::Below(std::uint32_t limit) noexcept {
+    if (bytes_.empty()) return 0;
+    const std::uint32_t chosen = bytes_[0] % limit;
+    bytes_ = bytes_.subspan(1);
+    return chosen;
+}
+
+std::int16_t StreamMaker::Word() noexcept {
+    const std::uint32_t low = Below(256);
+    return static_cast<std::int16_t>(low | Below(256) << 8);
+}
+
+// What a reader goes by are types, sizes, counts, bounds and lengths; it finds them in headers.
+void StreamMaker::Alter() {
+    constexpr std::int16_t kTelling[] = {0,      1,      2,      -1,        4,      8,
+                                         16,     100,    0x7FFF, INT16_MIN, 0x2011, 0x2002,
+                                         0x2008, 0x200C, 0x200A, 0x6003,    0x0008, 0x000E};
+    if (words_.size() < 3) return bytes_ = {}, void();
+    sound_ = false;
+    std::size_t at = static_cast<std::uint16_t>(Word()) % (words_.size() - 1);
+    if (const std::uint32_t field = Below(9); field != 8) {
+        for (std::size_t i = 0; i < words_.size() && !IsHeader(words_, at); ++i) {
+            at = (at + 1) % (words_.size() - 1);
+        }
+        at = std::min(at + field, words_.size() - 1);
+    }
+    const auto place = words_.begin() + static_cast<std::ptrdiff_t>(at);
+    switch (Below(8)) {
+        default:
+            *place = kTelling[Below(std::size(kTelling))];
+            break;
+        case 4:
+            *place = Word();
+            break;
+        case 5:
+            *place = static_cast<std::int16_t>(*place + (Below(2) == 0 ? 1 : -1));
+            break;
+        case 6:
+            words_.erase(place);
+            break;
+        case 7:
+            words_.insert(place, Word());
+            break;
+    }
+}
+
+void StreamMaker::Put(const Variant& value) {
+    const std::size_t at = words_.size();
+    words_.resize(at + StreamWordsOf(value));
+    StreamEncoder(std::span(words_).subspan(at)).Write(value);
+}
+
+// Names and classes are texts, and need not be; nor need there be data for all that bounds hold.
+void StreamMaker::PutColumn(std::int32_t count) {
+    const std::size_t at = words_.size();
+    const std::uint32_t kind = Below(8);
+    if (kind < 4) return Put(SomeTexts(count));
+    sound_ = false;
+    if (kind == 4) return Put(SomeValue(0));
+    Put(Array(kNumbers[Below(std::size(kNumbers))], 1, count));
+    if (kind == 5) return;
+    words_.resize(at + kStreamArrayHeader);
+    PutLong(&words_[at + 2], 0);
+}
+
+Variant StreamMaker::SomeArray(int depth) {
+    const auto count = static_cast<std::int32_t>(Below(6));
+    const auto lower = static_cast<std::int32_t>(Below(3)) - 1;
+    const std::uint32_t kind = Below(std::size(kNumbers) + 2);
+    if (kind == std::size(kNumbers)) {
+        Array values(VarType::Variant, lower, count);
+        for (Variant& value : values.MutableElements<Variant>()) value = SomeValue(depth + 1);
+        return values;
+    }
+    const VarType element = kind < std::size(kNumbers) ? kNumbers[kind] : VarType::String;
+    Array array(element, lower, count);
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (element == VarType::String) {
+            array.SetAt(lower + i, SomeText());
+        } else {
+            array.SetAt(lower + i, static_cast<std::uint8_t>(Below(256)));
+        }
+    }
+    return array;
+}
+
+Variant StreamMaker::SomeNumber() {
+    const VarType type = kNumbers[Below(std::size(kNumbers))];
+    if (type == VarType::Boolean) return Below(2) == 0;
+    std::uint64_t bits = 0;
+    for (std::uint32_t bytes = Below(9); bytes > 0; --bytes) bits = bits << 8 | Below(256);
+    return Variant::FromScalarBits(type, bits);
+}
+
+Variant StreamMaker::SomeText() {
+    std::u16string text(Below(10) == 9 ? 100 : Below(5), u'n');
+    for (std::size_t i = 0; i < text.size() && i < 3; ++i) {
+        text[i] = static_cast<char16_t>(u'a' + Below(26));
+    }
+    return text;
+}
+
+Variant StreamMaker::SomeTexts(std::int32_t count) {
+    Array texts(VarType::String, 1, count);
+    if (Below(2) == 0) return texts;
+    for (Text& text : texts.MutableElements<Text>()) text = SomeText().AsText();
+    return texts;
+}
+
+Variant StreamMaker::SomeValue(int depth) {
+    switch (Below(depth < kDepth ? 8 : 4)) {
+        case 0:
+            return SomeNumber();
+        case 1:
+            return SomeText();
+        case 2:
+            return Variant();
+        case 3:
+            return Variant::FromError(static_cast<std::int32_t>(Below(256)));
+        case 4:
+        case 5:
+            return SomeArray(depth);
+        case 6: {  // an object's own bag
+            BagState state;
+            for (std::uint32_t entries = Below(3); entries > 0; --entries) {
+                state.Entries.push_back({SomeValue(depth + 1), SomeText().AsText(), {}});
+            }
+            return EncodeBag(state);
+        }
+        default: {  // nests as deep as may be, and deeper than a stack is high
+            Variant nest = SomeValue(kDepth);
+            for (std::uint32_t levels = Below(256 - kDepth); levels > 0; --levels) {
+                Array around(VarType::Variant, 0, 1);
+                around.SetAt(0, nest);
+                nest = around;
+            }
+            return nest;
+        }
+    }
+}
+
+}  // namespace zorvane
