@@ -7,6 +7,7 @@
 
 #include "tests/models/StepRun.h"
 #include "tests/support/ScriptedSource.h"
+#include "tests/unit/CountedObject.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/AddOptions.h"
 
@@ -142,7 +143,7 @@ class KeyedRun : public StepRun {
         if (chosen < 2) return OperateSpecially(v, key);
         if (chosen > 15) return OperateOnSettings();
         if (chosen > 13) return SortBy();
-        if (chosen == 13) return OperateOnItself();
+        if (chosen == 13) return Chance(50) ? OperateOnItself() : LetGo(v, key, item);
         DoChosen(chosen, {{3, "Item", {v}, [&] { return model_.Item(v); }},
                           Both(4, "SetItem", [&](auto& c) { c.SetItem(v, item); }),
                           {5, "ItemLong", {v}, [&] { return model_.ItemLong(v); }},
@@ -180,6 +181,40 @@ class KeyedRun : public StepRun {
                 if (chosen == 1) return model_.Remove(v);
                 if (chosen == 0) model_.SetItem(v, v);
                 return model_.Item(v);
+            });
+    }
+
+    // Lets go of an object whose end comes back to the container.
+    void LetGo(const Variant& v, const Text& key, const Variant& item) {
+        if (container_.Count() == 0 || key.Empty()) return;
+        const auto at = static_cast<std::int32_t>(1 + Below(unsigned(model_.count())));
+        const unsigned chosen = Below(8), within = Below(8);
+        const auto letGo = [=](auto& c) {
+            if (chosen < 4) return c.Remove(at);
+            chosen == 7 ? c.Clear() : c.SetItem(at, item);
+            return Variant();
+        };
+        const auto comeBack = [=](auto& c) {
+            if (within < 3) return c.Add(item, key, {});
+            if (within < 5) return c.Remove(v);
+            if (within == 5) return c.Sort(), Variant();
+            if (within == 6) return c.SetItemLong(v, 7), Variant();
+            return c.Clear(), Variant();
+        };
+        const auto back = [=](auto& c) { return OutcomeOf([&] { return comeBack(c); }); };
+        DoAtOnce(
+            "let go",
+            [&] {
+                std::string outcome = "never came";
+                container_.SetItem(at,
+                                   MakeObject<CountedObject>([&] { outcome = back(container_); }));
+                const std::string done = OutcomeOf([&] { return letGo(container_); });
+                return done + ", " + outcome;
+            },
+            [&] {
+                model_.SetItem(at, item);
+                const std::string done = OutcomeOf([&] { return letGo(model_); });
+                return done + ", " + back(model_);
             });
     }
 
