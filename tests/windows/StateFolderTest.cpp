@@ -22,8 +22,10 @@ TEST(StateFolder_PerUser, AnInstalledProgramWritesToItsUsersFolderAndNoOther) {
     EXPECT_EQ(StateFolder(program), states / "zorvane");
     EXPECT_TRUE(std::filesystem::exists(states / "zorvane"));
     qputenv("XDG_STATE_HOME", "not absolute");
+    const QByteArray home = qgetenv("HOME");
     qputenv("HOME", prefix.path().toUtf8());
     EXPECT_EQ(StateFolder(program), folder / ".local/state/zorvane");
+    qputenv("HOME", home);
     qunsetenv("XDG_STATE_HOME");
 }
 
