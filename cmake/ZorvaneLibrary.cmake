@@ -17,7 +17,7 @@ function(zorvane_library name)
         set_target_properties(zorvane_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
     else()
         # A shared library of someone else may hold this one, and does not export it.
-        set_target_properties(zorvane_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON
+        set_target_properties(zorvane_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON ZORVANE_FLOOR ON
             CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
     endif()
 endfunction()
