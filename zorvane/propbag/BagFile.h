@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
@@ -20,7 +21,7 @@ struct BagLoading {
 // need: of a file that does not begin as a bag, or is damaged where its rest would not mend it, no
 // more than that, and of one that begins with a bag at most four times its words. O(words read).
 // Raises nothing but std::bad_alloc; then the bag is what it was.
-BagLoading LoadBagFile(const std::filesystem::path& path, ZVPropertyBag& bag,
-                       std::int32_t atFirst = 1 << 16);
+ZORVANE_EXPORT BagLoading LoadBagFile(const std::filesystem::path& path, ZVPropertyBag& bag,
+                                      std::int32_t atFirst = 1 << 16);
 
 }  // namespace zorvane

@@ -13,6 +13,7 @@
 
 #include <vector>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Text.h"
 
 namespace zorvane {
@@ -22,7 +23,7 @@ struct SkippedObject {
     Text ClassName;  // as it was stored
 };
 
-class TolerantReading {
+class ZORVANE_EXPORT TolerantReading {
   public:
     TolerantReading() noexcept;
     TolerantReading(const TolerantReading&) = delete;
