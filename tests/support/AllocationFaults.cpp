@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 namespace {
@@ -11,22 +12,31 @@ std::int64_t bytes = 0;
 std::int64_t failingOne = 0;  // counted down; 0: none
 bool hasFailed = false;
 
+void Note(std::size_t size) {
+    ++allocations;
+    bytes += static_cast<std::int64_t>(size);
+    if (failingOne == 0 || --failingOne != 0) return;
+    hasFailed = true;
+    throw std::bad_alloc();
+}
+
 }  // namespace
 
 void* operator new(std::size_t size) {
-    return ::operator new(size, std::align_val_t(alignof(std::max_align_t)));
-}
-// Large blocks ask this way.
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    ++allocations;
-    bytes += static_cast<std::int64_t>(size);
-    if (failingOne != 0 && --failingOne == 0) {
-        hasFailed = true;
-        throw std::bad_alloc();
-    }
-    void* block = nullptr;
-    if (posix_memalign(&block, static_cast<std::size_t>(alignment), size) == 0) return block;
+    Note(size);
+    if (void* block = std::malloc(size != 0 ? size : 1)) return block;
     throw std::bad_alloc();
+}
+// Large blocks ask this way. In front of one stands what malloc gave.
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    Note(size);
+    std::size_t room = size + static_cast<std::size_t>(alignment);
+    void* const given = std::malloc(room + sizeof given);
+    if (!given) throw std::bad_alloc();
+    void* block = static_cast<void**>(given) + 1;
+    std::align(static_cast<std::size_t>(alignment), size, block, room);
+    static_cast<void**>(block)[-1] = given;
+    return block;
 }
 // The library's stable sort asks this way, and gets by with nothing.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
@@ -43,7 +53,7 @@ void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::align_val_t) noexcept {
-    std::free(block);
+    if (block) std::free(static_cast<void**>(block)[-1]);
 }
 
 namespace zorvane {

@@ -143,6 +143,26 @@ template <class Container>
 class Behaviour : public testing::Test {};
 TYPED_TEST_SUITE(Behaviour, Containers);
 
+// Catches growth to a block that asks for its memory another way, and is not undone where that
+// fails.
+TYPED_TEST(Behaviour, GrowthToALargeBlockMayFailAndChangesNothing) {
+    if (kPlain<TypeParam> || kBag<TypeParam>) return;  // no large blocks of their own
+    TypeParam c;
+    const int many = 1 << 17;
+    for (int i = 0; i < many; ++i) AddTo(c, i, KeyOf(i));
+    const Text key = KeyOf(many);
+    for (std::int64_t number = 1; c.Count() == many; ++number) {
+        FailAllocation(number);
+        try {
+            AddTo(c, many, key);
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(c.Count(), many);
+        }
+    }
+    FailAllocation(0);
+    for (const int i : {0, 5, many - 1, many}) EXPECT_EQ(c.Item(KeyOf(i)), Variant(i));
+}
+
 // Catches a key or an item that is read after growth has moved the entry in which it lives.
 TYPED_TEST(Behaviour, ArgumentsMayLiveInTheContainer) {
     for (const int count : {1, 2, 15, 16, 31, 32, 127, 128, 999, 1000}) {
