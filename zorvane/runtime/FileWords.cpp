@@ -58,7 +58,8 @@ std::error_code Read(const Path& path, std::int64_t most, LoadedWords& loaded) {
         return std::make_error_code(std::errc::file_too_large);
     Array words = Array::Uninitialised(VarType::Integer, 0, static_cast<std::int32_t>(count));
     const std::span<std::byte> bytes = words.MutableBytes();
-    const std::size_t due = std::min<std::uint64_t>(bytes.size(), loaded.FileBytes);
+    const auto due =
+        static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), loaded.FileBytes));
     std::size_t got = 0;
     const std::error_code error = file.ReadAt(bytes.first(due), 0, got);
     std::ranges::fill(bytes.subspan(got), std::byte{0});

@@ -25,8 +25,7 @@ TEST(LoadFileWords, WhatIsNoFileSaysWhyAndReadsAsEmpty) {
     const Folder folder;
     folder.Put("file", "abcd");
     const std::tuple<const char*, std::string, std::errc> cases[] = {
-        {"missing", folder.At("missing"), std::errc::no_such_file_or_directory},
-        {"empty path", "", std::errc::no_such_file_or_directory},
+        {"no such folder", folder.At("none/file"), std::errc::no_such_file_or_directory},
         {"directory", folder.Path(), std::errc::is_a_directory},
         {"device", kDevice, std::errc::invalid_argument},
         {"U+0000 must not cut the path short", folder.At("file") + std::string("\0x", 2),
@@ -35,7 +34,10 @@ TEST(LoadFileWords, WhatIsNoFileSaysWhyAndReadsAsEmpty) {
     for (const auto& [what, path, why] : cases) {
         EXPECT_TRUE(LoadFileWords(path).Error == why) << what;
         EXPECT_TRUE(ReadFileWords(path).IsEmpty()) << what;
+        EXPECT_TRUE(SaveFileWords(path, WordsOf("WXYZ")) == why) << what;
+        EXPECT_TRUE(modZorvane::CheckFileWords(path) == why) << what;
     }
+    EXPECT_TRUE(LoadFileWords("").Error == std::errc::no_such_file_or_directory);
 }
 
 TEST(LoadFileWords, NoMoreIsReadThanWasAskedFor) {
@@ -67,20 +69,6 @@ TEST(SaveFileWords, TheNewWordsStandInFrontOfTheOldTail) {
     EXPECT_EQ(folder.Bytes("name"), "0123456789") << "in place";
     std::filesystem::remove(path);
     EXPECT_EQ(folder.Others({"name"}), std::vector<std::string>());
-}
-
-TEST(SaveFileWords, WhatCannotBeSavedSaysWhy) {
-    const Folder folder;
-    const std::tuple<const char*, std::string, std::errc> cases[] = {
-        {"no such folder", folder.At("none/file"), std::errc::no_such_file_or_directory},
-        {"a folder", folder.Path(), std::errc::is_a_directory},
-        {"a separator at the end", folder.At("none/"), std::errc::is_a_directory},
-        {"a device", kDevice, std::errc::invalid_argument},
-    };
-    for (const auto& [what, path, why] : cases) {
-        EXPECT_TRUE(SaveFileWords(path, WordsOf("WXYZ")) == why) << what;
-        EXPECT_TRUE(modZorvane::CheckFileWords(path) == why) << what;
-    }
 }
 
 TEST(WriteFileWords, OnlyAnArrayOfWordsIsWrittenAndNoWordsCutNoFile) {

@@ -99,7 +99,8 @@ std::error_code WriteInPlace(SavePlace& place, Bytes bytes) {
     if (!file.Await(SystemFile::Turn::Write))
         return std::make_error_code(std::errc::device_or_resource_busy);
     if (const std::error_code error = place.LookAgain()) return error;
-    std::vector<std::byte> before(std::min<std::uint64_t>(bytes.size(), place.OldSize));
+    std::vector<std::byte> before(
+        static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), place.OldSize)));
     if (const std::error_code error = ReadAll(file, before, 0)) return error;
     std::error_code failure = file.Reserve(bytes.size());
     if (!failure) {
