@@ -2,9 +2,7 @@
 
 #include <new>
 
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
+#include "zorvane/platform/detail/System.h"
 
 namespace zorvane {
 namespace {
@@ -16,10 +14,7 @@ constexpr std::size_t kLargePage = std::size_t{2} << 20;
 void* AllocateBlock(std::size_t bytes) {
     if (bytes < kLargeBlock) return ::operator new(bytes);
     void* const block = ::operator new(bytes, std::align_val_t(kLargePage));
-#ifdef MADV_HUGEPAGE
-    // A wish: where the system has no large pages, nothing else changes.
-    static_cast<void>(madvise(block, bytes, MADV_HUGEPAGE));
-#endif
+    WishForLargePages(block, bytes);
     return block;
 }
 
