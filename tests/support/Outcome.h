@@ -2,6 +2,7 @@
 // An operation's outcome as one line, so that a container and its model can be compared at once.
 
 #include <cstdint>
+#include <new>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -25,6 +26,8 @@ std::string OutcomeOf(Operation&& operation) {
         }
     } catch (const Error& error) {
         line << "raised " << error.Number << " | " << error.Source << " | " << error.Description;
+    } catch (const std::ios_base::failure&) {
+        throw std::bad_alloc();  // what some streams make of it
     }
     return line.str();
 }

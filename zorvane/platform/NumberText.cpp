@@ -10,6 +10,7 @@
 #include <string>
 
 #include "zorvane/platform/Variant.h"
+#include "zorvane/platform/detail/ReadDouble.h"
 
 namespace zorvane {
 namespace {
@@ -128,7 +129,7 @@ Parsed Parse(const std::string& narrow) {
     }
     Parsed parsed;
     const char* begin = narrow.data();
-    const auto [end, error] = std::from_chars(begin, begin + narrow.size(), parsed.value);
+    const auto [end, error] = ReadDouble(begin, begin + narrow.size(), parsed.value);
     if (error == std::errc::invalid_argument) return {};
     parsed.used = static_cast<std::size_t>(end - begin);
     if (error == std::errc::result_out_of_range) {

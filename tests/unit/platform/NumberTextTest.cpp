@@ -5,8 +5,12 @@
 #include <clocale>
 #include <cstdint>
 #include <limits>
+#include <random>
+#include <string>
+#include <tuple>
 
 #include "zorvane/platform/Variant.h"
+#include "zorvane/platform/detail/ReadDouble.h"
 
 namespace zorvane {
 namespace {
@@ -72,6 +76,21 @@ TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
         }
     }
     std::setlocale(LC_NUMERIC, "C");
+}
+
+// Catches a number that another standard library reads otherwise, in value, length or range.
+TEST(ReadDouble, AStreamReadsWhatTheStandardReaderReads) {
+    std::mt19937 random(1);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        while (random() % 12 != 0) text += "0012345678999..e-+ "[random() % 19];
+        if (round % 2 != 0) text += "e-" + std::to_string(290 + random() % 40);
+        double ours = 0.5;
+        double theirs = 0.5;
+        const auto [end, error] = ReadDoubleByStream(text.data(), text.data() + text.size(), ours);
+        const auto wanted = ReadDouble(text.data(), text.data() + text.size(), theirs);
+        ASSERT_EQ(std::tie(end, error, ours), std::tie(wanted.ptr, wanted.ec, theirs)) << text;
+    }
 }
 
 TEST(RoundHalfEven, RoundsHalvesToTheEvenNeighbourAndKeepsTheLimits) {
