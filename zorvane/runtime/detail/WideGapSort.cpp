@@ -4,7 +4,8 @@
 
 #include "zorvane/runtime/detail/GapSort.h"
 
-#if defined(__x86_64__) && defined(__GNUC__)
+// Not by GCC for Windows: it keeps wide vectors on a stack that is aligned for narrow ones.
+#if defined(__x86_64__) && defined(__GNUC__) && (defined(__clang__) || !defined(_WIN32))
 #define ZORVANE_WIDE 1
 #include <immintrin.h>
 #endif
