@@ -1,5 +1,7 @@
 # What a build of this project can be asked for, and the flags that every target shares.
 
+include(CheckCXXCompilerFlag)
+
 # Whoever adds this project to their own wants the library alone.
 if(PROJECT_IS_TOP_LEVEL)
     find_package(Qt6 6.2 QUIET COMPONENTS Widgets)
@@ -27,9 +29,18 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_library(zorvane_flags INTERFACE)
-target_compile_options(zorvane_flags INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wcast-align -Wformat=2 -Wno-missing-field-initializers)
+foreach(flag -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+        -Woverloaded-virtual -Wcast-align -Wformat=2 -Wno-missing-field-initializers)
+    # Who takes these is known; every other compiler is asked.
+    if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$")
+        string(MAKE_C_IDENTIFIER "ZORVANE_TAKES${flag}" taken)
+        check_cxx_compiler_flag(${flag} ${taken})
+        if(NOT ${taken})
+            continue()
+        endif()
+    endif()
+    target_compile_options(zorvane_flags INTERFACE ${flag})
+endforeach()
 # GCC 12 sees an overlap in `"x" + std::string` that is not there (mended in 13).
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(zorvane_flags INTERFACE -Wno-restrict)

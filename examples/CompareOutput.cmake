@@ -1,4 +1,4 @@
-# cmake -DPROGRAM=... -DEXPECTED=... -P CompareOutput.cmake: fails unless the program ends well and
+# cmake -DPROGRAM="[<emulator>;]..." -DEXPECTED=... -P CompareOutput.cmake: fails unless the program ends well and
 # prints just what the file holds.
 execute_process(COMMAND ${PROGRAM} RESULT_VARIABLE status OUTPUT_VARIABLE printed
     ERROR_VARIABLE complaints)
