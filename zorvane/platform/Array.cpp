@@ -1,6 +1,7 @@
 #include "zorvane/platform/Array.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -148,8 +149,11 @@ Variant Array::At(std::int32_t index) const {
         default:
             break;
     }
+    const std::size_t size = ElementSize();
     std::uint64_t bits = 0;
-    std::memcpy(&bits, static_cast<const std::byte*>(Data()) + at * ElementSize(), ElementSize());
+    auto* const low = reinterpret_cast<std::byte*>(&bits) +
+                      (std::endian::native == std::endian::big ? sizeof bits - size : 0);
+    std::memcpy(low, static_cast<const std::byte*>(Data()) + at * size, size);
     return Variant::FromScalarBits(block_->element, bits);
 }
 

@@ -1,5 +1,6 @@
 #include "zorvane/platform/Variant.h"
 
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -28,6 +29,12 @@ double DecimalValue(const Decimal& value) {
         std::ldexp(static_cast<double>(value.High), 64) + static_cast<double>(value.Low);
     const double scaled = whole / std::pow(10.0, value.Scale);
     return value.Negative ? -scaled : scaled;
+}
+
+// How far from a number's low end the scalar stands whose bytes a payload begins with.
+int ShiftOf(VarType type) noexcept {
+    const auto width = static_cast<int>(ScalarWidth(type));
+    return std::endian::native == std::endian::big && width != 0 ? 64 - 8 * width : 0;
 }
 
 // The counted value whose bytes a payload begins with.
@@ -71,7 +78,7 @@ Variant Variant::FromScalarBits(VarType type, std::uint64_t bits) noexcept {
     const std::size_t width = ScalarWidth(type);
     if (width == 0) return type == VarType::Null ? Variant(VarType::Null, 0) : Variant();
     bits &= ~std::uint64_t{0} >> (64 - 8 * width);
-    return {type, static_cast<std::int64_t>(bits)};
+    return {type, static_cast<std::int64_t>(bits << ShiftOf(type))};
 }
 
 void Variant::Retain(VarType type, std::int64_t payload) noexcept {
@@ -240,7 +247,7 @@ Object& Variant::TheObject() const {
 }
 
 std::uint64_t Variant::ScalarBits() const noexcept {
-    return Owns() ? 0 : static_cast<std::uint64_t>(bits_);
+    return Owns() ? 0 : static_cast<std::uint64_t>(bits_) >> ShiftOf(Type());
 }
 
 bool operator==(const Variant& left, const Variant& right) {
