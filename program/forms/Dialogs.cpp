@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QTextDocument>
 #include <utility>
 
@@ -89,6 +90,15 @@ std::optional<QString> Dialogs::SaveFileName(QWidget* owner, const QString& titl
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QFileInfo(suggested).suffix());
     dialog.selectFile(suggested);
+    // Another kind of file brings its ending along: "Pictures (*.png)".
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& kind) {
+        static const QRegularExpression ending(QStringLiteral("\\*\\.(\\w+)"));
+        const QString wanted = ending.match(kind).captured(1);
+        const QFileInfo named(dialog.selectedFiles().value(0));
+        if (wanted.isEmpty() || named.suffix() != dialog.defaultSuffix()) return;
+        dialog.setDefaultSuffix(wanted);
+        dialog.selectFile(named.completeBaseName() + QLatin1Char('.') + wanted);
+    });
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.selectedFiles().value(0);
 }

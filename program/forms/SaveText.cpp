@@ -1,6 +1,7 @@
 #include "program/forms/SaveText.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QWidget>
@@ -8,22 +9,45 @@
 #include "program/forms/Dialogs.h"
 
 namespace zorvane {
+namespace {
 
-std::optional<QString> SaveText(QWidget* owner, const SaveTextWords& words, const QString& text) {
+QString& LastFolder() {
+    static QString folder;
+    return folder;
+}
+
+QDir Folder() {
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QDir folder(QDir(documents).exists() ? documents : QDir::homePath());
+    for (const QString& folder : {LastFolder(), documents}) {
+        if (!folder.isEmpty() && QDir(folder).exists()) return QDir(folder);
+    }
+    return QDir::home();
+}
+
+}  // namespace
+
+std::optional<QString> SaveFile(QWidget* owner, const SaveTextWords& words,
+                                const std::function<void(QFileDevice& file)>& write) {
     const auto path = Dialogs::Current().SaveFileName(owner, words.Title,
-                                                      folder.filePath(words.Name), words.Filter);
+                                                      Folder().filePath(words.Name), words.Filter);
     if (!path) return std::nullopt;
     QSaveFile file(*path);
     if (file.open(QIODevice::WriteOnly)) {
-        file.write(text.toUtf8());
-        if (file.commit()) return path;
+        write(file);
+        if (file.commit()) {
+            LastFolder() = QFileInfo(*path).absolutePath();
+            return path;
+        }
     }
     Dialogs::Current().Message(owner, owner->windowTitle(),
-                               words.Failure + QLatin1Char('\n') + file.errorString(),
+                               words.Failure + QLatin1Char('\n') + QDir::toNativeSeparators(*path) +
+                                   QLatin1Char('\n') + file.errorString(),
                                Dialogs::Kind::Warning);
     return std::nullopt;
+}
+
+std::optional<QString> SaveText(QWidget* owner, const SaveTextWords& words, const QString& text) {
+    return SaveFile(owner, words, [&](QFileDevice& file) { file.write(text.toUtf8()); });
 }
 
 }  // namespace zorvane

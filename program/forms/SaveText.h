@@ -1,9 +1,11 @@
 #pragma once
-// Saving a text under a name that the person picks.
+// Saving under a name that the person picks, in the folder where the last one went.
 
 #include <QString>
+#include <functional>
 #include <optional>
 
+class QFileDevice;
 class QWidget;
 
 namespace zorvane {
@@ -12,11 +14,13 @@ struct SaveTextWords {
     QString Title;    // of the dialog
     QString Name;     // suggested; its ending is added to a name that comes without one
     QString Filter;   // of the names shown
-    QString Failure;  // said when the text could not be written, before the reason
+    QString Failure;  // said when it could not be written, before the file's name and the reason
 };
 
-// The path that the text was saved as; nothing when the person has cancelled, or when it could not
-// be written, which is said in a message.
+// The path that was saved as; nothing when the person has cancelled, or when it could not be
+// written, which is said in a message and leaves what was there. `write` may ask the file its name.
+[[nodiscard]] std::optional<QString> SaveFile(QWidget* owner, const SaveTextWords& words,
+                                              const std::function<void(QFileDevice& file)>& write);
 [[nodiscard]] std::optional<QString> SaveText(QWidget* owner, const SaveTextWords& words,
                                               const QString& text);
 

@@ -26,13 +26,13 @@ class AnsweringDialogs : public Dialogs {
     bool Print(QWidget*, const QString&, const QString& text) override {
         return Printed = text, true;
     }
-    std::optional<QString> SaveFileName(QWidget*, const QString&, const QString&,
+    std::optional<QString> SaveFileName(QWidget*, const QString&, const QString& suggested,
                                         const QString&) override {
-        return Answer;
+        return Suggested = suggested, Answer;
     }
 
     QStringList Said;
-    QString Asked, Printed;
+    QString Asked, Printed, Suggested;
     std::optional<QString> Answer;
     std::optional<OleColour> ColourShown, ColourAnswer;
     std::optional<FontChoice> FontShown, FontAnswer;
