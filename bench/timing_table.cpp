@@ -39,7 +39,7 @@ void Print(const TimingTable& table) {
         std::printf("%-32s", description.c_str());
         for (int column = 1; column < TimingTable::kColumns; ++column) {
             const FineTime fine = table.Fine(row, column).value_or(FineTime());
-            std::printf("%15.3f ms %6.0f", fine.Seconds * 1000, fine.NanosecondsEach());
+            std::printf("%15.3f ms %6.0f", fine.Seconds * 1000, fine.SecondsEach() * 1e9);
         }
         std::printf("\n");
     }

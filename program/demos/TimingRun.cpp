@@ -30,7 +30,9 @@ TimingResult TimingRun::Run(Contender contender, std::int32_t items, const ShowC
     result_ = {.Items = items};
     // A text remembers its hash: each run has texts of its own, lest it live on an earlier one's.
     keys_.clear();
-    for (const Text& key : data_.Keys) keys_.emplace_back(key.Units());
+    for (std::int32_t i = 0; i < items; ++i) {
+        keys_.emplace_back(data_.Keys[static_cast<std::size_t>(i)].Units());
+    }
     switch (contender) {
         case Contender::Collection:
             RunTests(CollectionContender());
@@ -96,7 +98,7 @@ void TimingRun::Time(int test, int row, std::int32_t operations, bool reported, 
     const double fineStart = clocks_.Fine();
     loop();
     const FineTime fine{clocks_.Fine() - fineStart, operations};
-    Variant value = u"Not Applicable";
+    Variant value = Text(kNotApplicable);
     if (reported) {
         value = static_cast<float>(static_cast<double>(clocks_.Seconds()) - startTime_);
     }

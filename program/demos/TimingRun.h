@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,11 +25,12 @@ using FineClock = std::function<double()>;  // seconds, from any start, never ba
 struct FineTime {
     double Seconds = 0;
     std::int32_t Operations = 0;
-    [[nodiscard]] double NanosecondsEach() const {
-        return Operations > 0 ? Seconds * 1e9 / Operations : 0;
-    }
+    [[nodiscard]] double SecondsEach() const { return Operations > 0 ? Seconds / Operations : 0; }
     friend bool operator==(const FineTime&, const FineTime&) = default;
 };
+
+// What a result shows that is not reported.
+inline constexpr std::u16string_view kNotApplicable = u"Not Applicable";
 
 // A result that has just come in.
 struct TimingCell {
@@ -59,8 +61,11 @@ class TimingRun {
     // Each result is shown as it comes, in order of rows. An operation that raises is skipped: its
     // cost is part of the time. Reads the clock of seconds 16 times, for the platform's collection
     // 15 times.
-    TimingResult Run(Contender contender, std::int32_t items, const ShowCell& show);
+    TimingResult Run(
+        Contender contender, std::int32_t items, const ShowCell& show = [](const TimingCell&) {});
 
+    // What the fine clock says now.
+    [[nodiscard]] double FineSeconds() const { return clocks_.Fine(); }
     [[nodiscard]] static double MonotonicSeconds();
 
   private:

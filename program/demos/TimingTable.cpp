@@ -99,14 +99,29 @@ void TimingTable::Set(int column, std::int32_t items, const TimingCell& cell) {
     const auto at = static_cast<std::size_t>(column);
     cells_.at(static_cast<std::size_t>(cell.Row)).at(at) = {cell.Shown, cell.Fine};
     items_.at(at) = items;
+    lastItems_ = items;
+}
+
+Text TimingTable::FinerShown(int row, int column) const {
+    const auto fine = Fine(row, column);
+    return fine ? DurationText(fine->Seconds) : Text();
+}
+
+bool TimingTable::FineAlone(int row, int column) const {
+    const Cell& cell = At(row, column);
+    return cell.Fine && cell.Shown.Units() == kNotApplicable;
 }
 
 Text TimingTable::ToolTip(int row, int column) const {
     const Cell& cell = At(row, column);
     if (!cell.Fine) return {};
-    return ColumnCaption(column) + u", " + Description(row) + u"\n" +
-           DurationText(cell.Fine->Seconds) + u" for " + GroupedText(cell.Fine->Operations) +
-           u" operations, " + DurationText(cell.Fine->NanosecondsEach() / 1e9) + u" each";
+    return ColumnCaption(column) + u", " + Description(row) + u"\n" + FineTimeText(*cell.Fine) +
+           (FineAlone(row, column) ? u"\nTimed by the finer clock alone" : u"");
+}
+
+Text TimingTable::ColumnToolTip(int column) const {
+    if (column < 1 || column >= kColumns || Items(column) == 0) return {};
+    return ColumnCaption(column) + u", with " + GroupedText(Items(column)) + u" items";
 }
 
 std::vector<std::vector<Text>> TimingTable::Lines() const {
@@ -129,10 +144,15 @@ std::vector<std::vector<Text>> TimingTable::Lines() const {
         }
         for (int column = 1; column < kColumns; ++column) {
             const auto fine = Fine(row, column);
-            line.push_back(fine ? FormatNumber(fine->NanosecondsEach(), u"0.0") : Text());
+            line.push_back(fine ? FormatNumber(fine->SecondsEach() * 1e9, u"0.0") : Text());
         }
         lines.push_back(std::move(line));
     }
+    lines.push_back({u"Number of items"});
+    for (int column = 1; column < kColumns; ++column) {
+        lines.back().push_back(Items(column) == 0 ? Text() : LongText(Items(column)));
+    }
+    lines.back().resize(lines.front().size());
     return lines;
 }
 
@@ -168,6 +188,11 @@ Text DurationText(double seconds) {
         if (size / unit.seconds < 999.5) return sign + ThreeDigits(size / unit.seconds) + unit.name;
     }
     return sign + FormatNumber(size, u"0") + u" s";
+}
+
+Text FineTimeText(const FineTime& fine) {
+    return DurationText(fine.Seconds) + u" for " + GroupedText(fine.Operations) + u" operations, " +
+           DurationText(fine.SecondsEach()) + u" each";
 }
 
 Text GroupedText(std::int64_t value) {

@@ -15,8 +15,8 @@ namespace zorvane {
 
 // What one test is called, where there is room for a line and where there is not.
 struct TimingTest {
-    int Number;  // 1..8, as TimingResult counts
-    int Row;
+    int Number;                 // 1..8, as TimingResult counts
+    int Row;                    // which describes it in one line
     const char16_t* ShortName;  // with a line break
 };
 inline constexpr std::array<TimingTest, 8> kTimingTests{{
@@ -48,15 +48,24 @@ class TimingTable {
     [[nodiscard]] std::optional<FineTime> Fine(int row, int column) const {
         return At(row, column).Fine;
     }
+    // The fine time with its unit; empty where there is none.
+    [[nodiscard]] Text FinerShown(int row, int column) const;
     // How many items the results of a column stand for; 0 while it has none.
     [[nodiscard]] std::int32_t Items(int column) const {
         return items_.at(static_cast<std::size_t>(column));
     }
-    // What a pointer resting on a result tells; empty where there is none.
+    // How many items the run that began last was for; 0 before the first.
+    [[nodiscard]] std::int32_t LastItems() const noexcept { return lastItems_; }
+    // Whether a result is known to the fine clock alone.
+    [[nodiscard]] bool FineAlone(int row, int column) const;
+    // What a pointer resting on a result, or on the heading of a column, tells; empty where there
+    // is none.
     [[nodiscard]] Text ToolTip(int row, int column) const;
+    [[nodiscard]] Text ColumnToolTip(int column) const;
 
-    // For other programs: a heading and a line per described row, with the results as shown, the
-    // fine milliseconds and the nanoseconds per operation of every contender.
+    // For other programs: a heading and a line per described row, with the results as stated, the
+    // fine milliseconds and the nanoseconds per operation of every contender; then their numbers of
+    // items.
     [[nodiscard]] std::vector<std::vector<Text>> Lines() const;
     [[nodiscard]] Text AsCsv() const;     // quoted where needed, lines end in CR LF
     [[nodiscard]] Text AsHtml() const;    // one table
@@ -73,10 +82,13 @@ class TimingTable {
 
     std::array<std::array<Cell, kColumns>, kRows + 1> cells_;
     std::array<std::int32_t, kColumns> items_{};
+    std::int32_t lastItems_ = 0;
 };
 
 // A duration with three digits and a unit that suits it: "843 ns", "12.4 ms", "1.60 s".
 [[nodiscard]] Text DurationText(double seconds);
+// "2.00 ms for 1,000 operations, 2.00 µs each".
+[[nodiscard]] Text FineTimeText(const FineTime& fine);
 // A whole number with commas between thousands.
 [[nodiscard]] Text GroupedText(std::int64_t value);
 

@@ -8,7 +8,7 @@ namespace {
 TEST(TimingTable, AnExportHasALinePerDescribedRowAndQuotesWhatNeedsIt) {
     TimingTable table;
     table.Set(1, 2000, {10, u"Not Applicable", {0.0015, 1000}});
-    table.Set(4, 2000, {1, u"1,5 \"x\"", {0.25, 2000}});
+    table.Set(4, 50, {1, u"1,5 \"x\"", {0.25, 2000}});
     table.Set(1, 2000, {2, u"1\r2", {0.0015, 1000}});
     table.Set(2, 2000, {11, u"0.0000", {0, 0}});
     Text described;
@@ -16,7 +16,8 @@ TEST(TimingTable, AnExportHasALinePerDescribedRowAndQuotesWhatNeedsIt) {
     EXPECT_EQ(described,
               u"Description;Add method;Item method (by string);Item method (by index);"
               "Item method (non-existing key);Sub-Total.. Add & Item methods;For .. Each Loop;"
-              "For .. Next Loop;Remove method (by string);Remove method (by index);");
+              "For .. Next Loop;Remove method (by string);Remove method (by index);"
+              "Number of items;");
     const std::string csv = table.AsCsv().ToUtf8();
     const std::string html = table.AsHtml().ToUtf8();
     const std::string tabbed = table.AsTabbed().ToUtf8();
@@ -28,6 +29,7 @@ TEST(TimingTable, AnExportHasALinePerDescribedRowAndQuotesWhatNeedsIt) {
         {csv, "\r\nItem method (by string),\"1\r2\","},
         {csv, "\r\nRemove method (by string),Not Applicable,,,,1.500000,,,,1500.0,,,\r\n"},
         {csv, "\r\nRemove method (by index),,0.0000,,,,0.000000,,,,0.0,,\r\n"},
+        {csv, "\r\nNumber of items,2000,2000,,50,,,,,,,,\r\n"},
         {html, "<tr><td>Sub-Total.. Add &amp; Item methods</td><td></td>"},
         {tabbed, "\nAdd method\t\t\t\t1,5 \"x\"\t"}};
     for (const auto& [written, line] : rows) {
