@@ -79,7 +79,7 @@ double ChartScale::HeightOf(double seconds) const noexcept {
 
 std::uint32_t ContenderColour(int column, bool onDark) noexcept {
     constexpr std::array<std::uint32_t, 4> kOnLight{0x1F3A6E, 0xE8650A, 0x2A9D84, 0xB04FD8};
-    constexpr std::array<std::uint32_t, 4> kOnDark{0x628DB2, 0xE67022, 0x66F0A0, 0xD426FF};
+    constexpr std::array<std::uint32_t, 4> kOnDark{0x5A86AE, 0xB86E48, 0x7FDDAF, 0xEDB9F0};
     const auto at = static_cast<std::size_t>(std::clamp(column, 1, 4) - 1);
     return onDark ? kOnDark[at] : kOnLight[at];
 }

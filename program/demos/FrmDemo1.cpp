@@ -1,21 +1,24 @@
 #include "program/demos/FrmDemo1.h"
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
+#include <QFileDevice>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHeaderView>
+#include <QImage>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
-#include <QStyleOptionHeader>
-#include <QStyledItemDelegate>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "program/demos/ChartPane.h"
 #include "program/demos/TimingChart.h"
-#include "program/forms/FontRecord.h"
+#include "program/demos/TimingList.h"
 #include "program/forms/Label.h"
-#include "program/forms/ListView.h"
 #include "program/forms/SaveText.h"
 #include "program/forms/Screen.h"
 #include "program/forms/Strings.h"
@@ -24,35 +27,8 @@
 namespace zorvane {
 namespace {
 
-// The stated columns are narrower than the longest caption: it may break behind a low line.
-class BreakingHeader : public QHeaderView {
-  public:
-    explicit BreakingHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
-        setSectionsMovable(false);
-        setHighlightSections(false);
-    }
-
-  protected:
-    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
-        QHeaderView::initStyleOptionForIndex(option, section);
-        option->text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
-        option->textAlignment |= static_cast<Qt::Alignment>(Qt::TextWordWrap);
-    }
-    [[nodiscard]] QSize sectionSizeFromContents(int section) const override {
-        const QSize one = QHeaderView::sectionSizeFromContents(section);
-        return {one.width(), one.height() + fontMetrics().lineSpacing()};
-    }
-};
-
-// Rows with a little air, so that fourteen of them can be told apart.
-class AiryRows : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
-                                 const QModelIndex& index) const override {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
-    }
-};
+constexpr int kMargin = 12;
+constexpr int kSpacing = 8;
 
 }  // namespace
 
@@ -63,15 +39,32 @@ FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
       text1_(new QLineEdit(this)),
       label2_(new Label(this)),
       lblStatus_(new Label(this)),
-      list_(new ListView(this)),
-      chart_(new TimingChart(table_, this)),
-      copyBtn_(Button("CopyBtn", QStringLiteral("Cop&y Table"))),
-      saveBtn_(Button("SaveBtn", QStringLiteral("&Save As CSV..."))),
-      orderBtn_(Button("OrderBtn", QStringLiteral("&Order Zorvane"))),
-      closeBtn_(Button("CloseBtn", QStringLiteral("&Close"))) {
+      list_(new TimingList(table_, this)),
+      pane_(new ChartPane(table_, growth_, this)),
+      runAllBtn_(Button("RunAllBtn", QStringLiteral("Run &All Four"),
+                        QStringLiteral("Times the four containers one after the other (Alt+A)"),
+                        &FrmDemo1::RunAllBtn_Click)),
+      fineBox_(new QCheckBox(QStringLiteral("&Finer Times"), this)),
+      copyBtn_(Button("CopyBtn", QStringLiteral("Cop&y Table"),
+                      QStringLiteral("Copies all times, the finer ones among them"),
+                      &FrmDemo1::CopyBtn_Click)),
+      saveBtn_(Button("SaveBtn", QStringLiteral("&Save As CSV..."),
+                      QStringLiteral("Saves all times for a spreadsheet"),
+                      &FrmDemo1::SaveBtn_Click)),
+      copyPictureBtn_(Button("CopyPictureBtn", QStringLiteral("Copy &Picture"),
+                             QStringLiteral("Copies the chart as it is shown"),
+                             &FrmDemo1::CopyPictureBtn_Click)),
+      savePictureBtn_(Button("SavePictureBtn", QStringLiteral("Sa&ve Picture..."),
+                             QStringLiteral("Saves the chart as it is shown, as PNG or SVG"),
+                             &FrmDemo1::SavePictureBtn_Click)),
+      orderBtn_(Button("OrderBtn", QStringLiteral("&Order Zorvane"),
+                       QStringLiteral("Opens the order form"), &FrmDemo1::OrderBtn_Click)),
+      closeBtn_(Button("CloseBtn", QStringLiteral("&Close"),
+                       QStringLiteral("Closes this window (Esc)"), &FrmDemo1::CloseBtn_Click)) {
     SetCaption(u"Zorvane - Class Code Generator Demonstration");
     label1_->setObjectName(QStringLiteral("Label1"));
     label1_->SetCaption(u"Number of Items In Collection:");
+    label1_->setText(QStringLiteral("&Number of Items In Collection:"));  // for the keyboard alone
     label1_->setBuddy(text1_);
     label2_->setObjectName(QStringLiteral("Label2"));
     label2_->SetCaption(u"Min: 2000  .....  Max: 10000 Items");
@@ -80,41 +73,43 @@ FrmDemo1::FrmDemo1(TimingRun::Clocks clocks)
     text1_->setObjectName(QStringLiteral("Text1"));
     text1_->setAccessibleName(QStringLiteral("Number of items in collection"));
     text1_->setMaxLength(12);
-    list_->setObjectName(QStringLiteral("LV"));
-    list_->setAccessibleName(QStringLiteral("Times of each container in seconds"));
-    list_->setFont(CompactFont(8.25));
-    list_->setHeader(new BreakingHeader(list_));
-    list_->setItemDelegate(new AiryRows(list_));
+    text1_->setToolTip(QStringLiteral("50 to 10,000 (Alt+N). Enter runs what was run last."));
+    fineBox_->setObjectName(QStringLiteral("FineBox"));
+    fineBox_->setToolTip(QStringLiteral("Fills the table with the times of a finer clock (Alt+F)"));
+    constexpr std::array kClicks{&FrmDemo1::Command1_Click, &FrmDemo1::Command2_Click,
+                                 &FrmDemo1::Command5_Click, &FrmDemo1::Command3_Click};
     for (std::size_t i = 0; i < kContenders.size(); ++i) {
         const ContenderInfo& contender = kContenders.at(i);
-        QPushButton* const button = Button(contender.Button, ToQString(contender.ButtonCaption));
         const QString digit = QString::number(i + 1);
-        button->setShortcut(QKeySequence(QStringLiteral("Alt+") + digit));
-        button->setToolTip(QStringLiteral("Times this container (Alt+%1)").arg(digit));
-        contenders_.at(i) = button;
+        contenders_.at(i) =
+            Button(contender.Button, ToQString(contender.ButtonCaption),
+                   QStringLiteral("Times this container (Alt+%1)").arg(digit), kClicks.at(i));
+        contenders_.at(i)->setShortcut(QKeySequence(QStringLiteral("Alt+") + digit));
     }
-    On(contenders_[0], &QPushButton::clicked, [this] { Command1_Click(); });
-    On(contenders_[1], &QPushButton::clicked, [this] { Command2_Click(); });
-    On(contenders_[2], &QPushButton::clicked, [this] { Command5_Click(); });
-    On(contenders_[3], &QPushButton::clicked, [this] { Command3_Click(); });
-    On(copyBtn_, &QPushButton::clicked, [this] { CopyBtn_Click(); });
-    On(saveBtn_, &QPushButton::clicked, [this] { SaveBtn_Click(); });
-    On(orderBtn_, &QPushButton::clicked, [this] { OrderBtn_Click(); });
-    On(closeBtn_, &QPushButton::clicked, [this] { CloseBtn_Click(); });
+    On(fineBox_, &QCheckBox::clicked, [this] { FineBox_Click(); });
+    On(pane_, &ChartPane::MeasureRequested, [this] { MeasureBtn_Click(); });
+    On(text1_, &QLineEdit::returnPressed, [this] { Text1_Enter(); });
+    // What was said of a number does not hold for another one.
+    On(text1_, &QLineEdit::textEdited, [this] { Say({}); });
     SetCancelButton(closeBtn_);
     LayOut();
 }
 
-QPushButton* FrmDemo1::Button(const char* name, const QString& caption) {
+QPushButton* FrmDemo1::Button(const char* name, const QString& caption, const QString& toolTip,
+                              void (FrmDemo1::*click)()) {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(QLatin1String(name));
+    button->setToolTip(toolTip);
+    On(button, &QPushButton::clicked, [this, click] { (this->*click)(); });
     return button;
 }
 
 void FrmDemo1::LayOut() {
     label1_->setWordWrap(false);
     label2_->setWordWrap(false);
+    // It says more than there is room for rather than making the window wider.
     lblStatus_->setWordWrap(false);
+    lblStatus_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* count = new QHBoxLayout;
     count->addWidget(label1_);
     text1_->setFixedWidth(ToPixels(1100));
@@ -122,18 +117,20 @@ void FrmDemo1::LayOut() {
     count->addSpacing(12);
     count->addWidget(label2_);
     count->addSpacing(12);
-    count->addWidget(lblStatus_);
-    count->addStretch();
+    count->addWidget(lblStatus_, 1);
 
+    constexpr int kUsualWidth = 197;  // beside the stated columns in a window of the usual width
     auto* runs = new QVBoxLayout;
-    for (QPushButton* button : contenders_) {
-        button->setMinimumHeight(ToPixels(450));
-        runs->addWidget(button);
-    }
+    runs->setSpacing(5);
+    runs->addItem(new QSpacerItem(kUsualWidth, 0, QSizePolicy::Maximum, QSizePolicy::Fixed));
+    for (QPushButton* button : contenders_) runs->addWidget(button);
+    runs->addWidget(runAllBtn_);
+    runs->addWidget(fineBox_, 0, Qt::AlignLeft);
     runs->addStretch();
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(copyBtn_);
-    buttons->addWidget(saveBtn_);
+    for (QPushButton* button : {copyBtn_, saveBtn_, copyPictureBtn_, savePictureBtn_}) {
+        buttons->addWidget(button);
+    }
     buttons->addStretch();
     buttons->addWidget(orderBtn_);
     buttons->addWidget(closeBtn_);
@@ -141,20 +138,21 @@ void FrmDemo1::LayOut() {
     auto* upper = new QHBoxLayout(box);
     upper->setContentsMargins(0, 0, 0, 0);
     upper->setSpacing(10);
-    upper->addWidget(list_, 1000);
-    upper->addLayout(runs, 1);
+    upper->addWidget(list_, 1);
+    upper->addLayout(runs);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
-    layout->setSpacing(10);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setSpacing(kSpacing);
     layout->addLayout(count);
-    layout->addWidget(box, 1000);  // as high as the list may be, and the chart what is left
-    layout->addWidget(chart_, 1);
+    layout->addWidget(box, 3);  // up to what the list needs
+    layout->addWidget(pane_, 2);
     layout->addLayout(buttons);
 
     QWidget* previous = text1_;
-    for (QWidget* next : std::initializer_list<QWidget*>{
-             contenders_[0], contenders_[1], contenders_[2], contenders_[3], list_, copyBtn_,
-             saveBtn_, orderBtn_, closeBtn_}) {
+    QList<QWidget*> order(contenders_.begin(), contenders_.end());
+    order << runAllBtn_ << fineBox_ << list_ << pane_->Controls() << copyBtn_ << saveBtn_
+          << copyPictureBtn_ << savePictureBtn_ << orderBtn_ << closeBtn_;
+    for (QWidget* next : order) {
         setTabOrder(previous, next);
         previous = next;
     }
@@ -165,63 +163,62 @@ void FrmDemo1::LayOut() {
 void FrmDemo1::Form_Load() {
     run_.emplace(BuildTestData(ProgramRandom()), clocks_);
     text1_->setText(ToQString(LongText(TestData::kItems / 5)));
-    for (int column = 0; column < TimingTable::kColumns; ++column) {
-        list_->AddColumn(ToQString(TimingTable::ColumnCaption(column)),
-                         TimingTable::ColumnWidth(column),
-                         column == 0 ? Qt::AlignLeft : Qt::AlignRight);
-    }
-    for (int row = 1; row <= TimingTable::kRows; ++row) {
-        list_->AddRow({ToQString(TimingTable::Description(row))});
-    }
-    // All columns and rows without scrolling; on a small screen a third of the rows, two
-    // containers.
-    const int frame = 2 * list_->frameWidth();
-    const int heading = list_->header()->sizeHint().height();
-    const int row = list_->sizeHintForRow(0);
-    const int all = list_->header()->length() + frame;
-    list_->setMinimumWidth(all - 2 * list_->header()->sectionSize(TimingTable::kColumns - 1));
-    list_->setMaximumWidth(all);
-    list_->setMinimumHeight(heading + row * TimingTable::kRows / 3 + frame);
-    list_->parentWidget()->setMaximumHeight(heading + row * TimingTable::kRows + frame);
+    QWidget* const box = list_->parentWidget();
+    const int others = box->layout()->spacing() + box->layout()->itemAt(1)->minimumSize().width();
+    const QMargins borders = FramePlacement::UsualBorders();
+    list_->Fill(screen()->availableSize().width() - borders.left() - borders.right() - 2 * kMargin -
+                others);
+    box->setMinimumWidth(list_->LeastWidth() + others);
+    box->setMaximumHeight(list_->FullHeight());
     Refresh();
     Screen::The().SetMousePointer(Pointer::Default);
+}
+
+void FrmDemo1::RunContenders(const std::vector<Contender>& contenders) {
+    lastRun_ = contenders;
+    Say({});
+    for (const Contender contender : contenders) RunContender(contender);
 }
 
 void FrmDemo1::RunContender(Contender contender) {
     const int column = static_cast<int>(contender);
     Screen::The().SetMousePointer(Pointer::Hourglass);
     ClearColumn(column);
-    const ItemCount count = ReadItemCount(ToText(text1_->text()));
-    lblStatus_->SetCaption(Text());
-    if (count.Corrected) {
-        const bool most = count.Items == TestData::kItems;
-        lblStatus_->SetCaption((most ? u"Lowered to " : u"Raised to ") + *count.Corrected +
-                               (most ? u", the most." : u", the least."));
-        text1_->setText(ToQString(*count.Corrected));
-    }
-    run_->Run(contender, count.Items, [&](const TimingCell& cell) {
-        table_.Set(column, count.Items, cell);
-        AddToList(cell.Row, column, cell.Shown);
+    const std::int32_t items = ReadCount();
+    run_->Run(contender, items, [&](const TimingCell& cell) {
+        table_.Set(column, items, cell);
+        AddToList(cell.Row, column);
         Refresh();
     });
     Screen::The().SetMousePointer(Pointer::Default);
 }
 
-void FrmDemo1::AddToList(int row, int column, const Text& value) {
-    list_->SetCell(row, column, ToQString(value));
-    list_->SetCellToolTip(row, column, ToQString(table_.ToolTip(row, column)));
+// Corrects what is out of bounds, and says so.
+std::int32_t FrmDemo1::ReadCount() {
+    const ItemCount count = ReadItemCount(ToText(text1_->text()));
+    if (count.Corrected) {
+        const bool most = count.Items == TestData::kItems;
+        Say((most ? u"Lowered to " : u"Raised to ") + *count.Corrected +
+            (most ? u", the most." : u", the least."));
+        text1_->setText(ToQString(*count.Corrected));
+    }
+    return count.Items;
+}
+
+void FrmDemo1::AddToList(int row, int column) {
+    list_->ShowCell(row, column, fineBox_->isChecked());
 }
 
 void FrmDemo1::ClearColumn(int column) {
     table_.ClearColumn(column);
-    for (int row = 1; row <= TimingTable::kClearedRows; ++row) AddToList(row, column, {});
+    for (int row = 1; row <= TimingTable::kClearedRows; ++row) AddToList(row, column);
     Refresh();
 }
 
 // At once and without letting other input in: a run fills the table row by row.
 void FrmDemo1::Refresh() {
     list_->viewport()->repaint();
-    chart_->repaint();
+    pane_->Chart().repaint();
 }
 
 void FrmDemo1::CloseBtn_Click() {
@@ -233,19 +230,83 @@ void FrmDemo1::CopyBtn_Click() {
     both->setText(ToQString(table_.AsTabbed()));
     both->setHtml(ToQString(table_.AsHtml()));
     QGuiApplication::clipboard()->setMimeData(both);
+    Say(u"The table is copied.");
+}
+
+void FrmDemo1::CopyPictureBtn_Click() {
+    QGuiApplication::clipboard()->setImage(pane_->Chart().Picture());
+    Say(u"The chart is copied.");
+}
+
+void FrmDemo1::FineBox_Click() {
+    for (int column = 1; column < TimingTable::kColumns; ++column) {
+        for (int row = 1; row <= TimingTable::kClearedRows; ++row) AddToList(row, column);
+    }
+}
+
+void FrmDemo1::MeasureBtn_Click() {
+    Screen::The().SetMousePointer(Pointer::Hourglass);
+    Say({});
+    growth_.Measure(*run_, [this] { Refresh(); });
+    Screen::The().SetMousePointer(Pointer::Default);
 }
 
 void FrmDemo1::OrderBtn_Click() {
     Q_EMIT OrderRequested();
 }
 
+void FrmDemo1::RunAllBtn_Click() {
+    std::vector<Contender> all;
+    for (const ContenderInfo& contender : kContenders) all.push_back(contender.Is);
+    RunContenders(all);
+}
+
 void FrmDemo1::SaveBtn_Click() {
-    (void)SaveText(this,
-                   {.Title = QStringLiteral("Save the Times"),
-                    .Name = QStringLiteral("Zorvane times.csv"),
-                    .Filter = QStringLiteral("Tables (*.csv);;All files (*)"),
-                    .Failure = QStringLiteral("The times could not be saved.")},
-                   ToQString(table_.AsCsv()));
+    SaySavedAs(SaveText(this,
+                        {.Title = QStringLiteral("Save the Times"),
+                         .Name = QStringLiteral("Zorvane times.csv"),
+                         .Filter = QStringLiteral("Tables (*.csv);;All files (*)"),
+                         .Failure = QStringLiteral("The times could not be saved.")},
+                        ToQString(table_.AsCsv())));
+}
+
+void FrmDemo1::SavePictureBtn_Click() {
+    SaySavedAs(
+        SaveFile(this,
+                 {.Title = QStringLiteral("Save the Chart"),
+                  .Name = QStringLiteral("Zorvane chart.png"),
+                  .Filter = QStringLiteral("Pictures (*.png);;Drawings (*.svg);;All files (*)"),
+                  .Failure = QStringLiteral("The chart could not be saved.")},
+                 [this](QFileDevice& file) {
+                     const bool drawing =
+                         file.fileName().endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
+                     if (drawing) {
+                         pane_->Chart().WriteDrawing(file);
+                     } else {
+                         pane_->Chart().Picture().save(&file, "PNG");
+                     }
+                 }));
+}
+
+// As much of it as there is room for beside the number.
+void FrmDemo1::Say(const Text& what, const QString& toolTip) {
+    lblStatus_->SetCaption(what);
+    lblStatus_->setText(
+        fontMetrics().elidedText(lblStatus_->text(), Qt::ElideMiddle, lblStatus_->width()));
+    lblStatus_->setToolTip(toolTip);
+}
+
+void FrmDemo1::SaySavedAs(const std::optional<QString>& path) {
+    if (!path) return;
+    Say(u"Saved as " + ToText(QFileInfo(*path).fileName()) + u".", QDir::toNativeSeparators(*path));
+}
+
+void FrmDemo1::Text1_Enter() {
+    if (lastRun_.empty()) {
+        RunAllBtn_Click();
+    } else {
+        RunContenders(std::vector<Contender>(lastRun_));
+    }
 }
 
 }  // namespace zorvane

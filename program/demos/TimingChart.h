@@ -1,25 +1,40 @@
 #pragma once
-// TimingChart: the fine times of a TimingTable as bars, one group per test and one colour per
-// contender. It only looks at the table; whoever changes the table calls update().
+// TimingChart: the chart of the timing window, on one of two pages: the times in the table, or how
+// one test grows with the number of items. It only looks at both; whoever changes them calls
+// update().
 
-#include <QRectF>
 #include <QWidget>
-#include <cstdint>
-#include <set>
+#include <memory>
 
-#include "program/demos/ChartScale.h"
+#include "program/demos/ChartFrame.h"
+
+class QIODevice;
+class QImage;
 
 namespace zorvane {
 
+class Growth;
 class TimingTable;
 
 class TimingChart : public QWidget {
     Q_OBJECT
   public:
-    explicit TimingChart(const TimingTable& table, QWidget* parent = nullptr);
+    enum class Page { Tests, Growth };
 
-    // Where the bar of a result stands (test 1..8, column 1..4); empty when there is no result.
+    TimingChart(const TimingTable& table, const Growth& growth, QWidget* parent = nullptr);
+
+    // As shown, with two pixels for one.
+    [[nodiscard]] QImage Picture() const;
+    // Where the bar of a result stands on the page of tests (test 1..8, column 1..4); empty when
+    // there is no result.
     [[nodiscard]] QRectF BarOf(int test, int column) const;
+    void SetGrowthTest(int test);  // 1..8
+    void SetPage(Page page);
+    void SetUnit(ChartUnit unit);
+    [[nodiscard]] Page ShownPage() const noexcept { return page_; }
+    // Writes what is shown as scalable vector graphics.
+    void WriteDrawing(QIODevice& to) const;
+
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -28,17 +43,14 @@ class TimingChart : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    [[nodiscard]] QColor ColourOf(int column) const;
-    [[nodiscard]] QRectF GroupOf(int test) const;
-    [[nodiscard]] bool HasResults() const;
-    [[nodiscard]] std::set<std::int32_t> ItemCounts() const;
-    void PaintAxis(QPainter& painter, const ChartScale& scale) const;
-    void PaintBars(QPainter& painter) const;
-    void PaintLegend(QPainter& painter, const ChartScale& scale) const;
-    [[nodiscard]] QRectF Plot() const;
-    [[nodiscard]] ChartScale Scale() const;
+    [[nodiscard]] ChartLook Look() const;
+    [[nodiscard]] std::unique_ptr<ChartPage> Shown() const;
 
     const TimingTable& table_;
+    const Growth& growth_;
+    Page page_ = Page::Tests;
+    ChartUnit unit_ = ChartUnit::Total;
+    int growthTest_ = 1;
 };
 
 }  // namespace zorvane

@@ -1,7 +1,11 @@
 #include <QClipboard>
+#include <QDir>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
+#include <QTemporaryDir>
 #include <QToolTip>
 #include <set>
 
@@ -9,6 +13,7 @@
 #include "program/demos/TimingChart.h"
 #include "program/forms/Colour.h"
 #include "program/forms/Label.h"
+#include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {
@@ -65,7 +70,9 @@ TEST_F(FrmDemo1Test, CorrectsTheItemCountAndKeepsWhatIsWithinItsBounds) {
     EXPECT_EQ(At<Label>("Label2")->Caption(), u"Min: 2000  .....  Max: 10000 Items");
     for (const auto& [typed, shown, operations, said] : rows) {
         SCOPED_TRACE(typed);
-        count->setText(typed);
+        count->selectAll();
+        QTest::keyClicks(count, typed);
+        EXPECT_EQ(At<QLabel>("lblStatus")->text(), "") << "said of another number";
         Press("Command3");
         EXPECT_EQ(count->text(), shown);
         EXPECT_EQ(At<QLabel>("lblStatus")->text(), said);
@@ -109,7 +116,8 @@ TEST_F(FrmDemo1Test, TheChartHasABarForEveryResultWithItsFineTime) {
     QCoreApplication::sendEvent(chart_, &help);
     EXPECT_EQ(QToolTip::text(),
               QString::fromUtf8("Vesk Collection, Remove method (by string)\n"
-                                "2.00 ms for 1,000 operations, 2.00 \xC2\xB5s each"));
+                                "2.00 ms for 1,000 operations, 2.00 \xC2\xB5s each\n"
+                                "Timed by the finer clock alone"));
     QToolTip::hideText();
 }
 
@@ -119,6 +127,54 @@ TEST_F(FrmDemo1Test, TheTableGoesToTheClipboardWithItsFineTimes) {
     const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
     EXPECT_TRUE(copied->text().contains("\nAdd method\t\t\t0.2500\t\t\t\t2.000000\t"));
     EXPECT_TRUE(copied->html().contains("<td>Add method</td><td></td><td></td><td>0.2500</td>"));
+}
+
+// Both scroll bars once stayed, each for the sake of the other.
+TEST_F(FrmDemo1Test, EveryColumnIsWholeAtEverySizeAndHasItsStatedWidthAtTheUsualOne) {
+    const QSize usual = window_->size();
+    for (const QSize size : {QSize(720, 500), QSize(1270, 680), QSize(1, 1), usual}) {
+        window_->resize(size);
+        QTest::qWait(1);
+        EXPECT_GE(list_->viewport()->width(), list_->header()->length()) << size.width();
+    }
+    EXPECT_EQ(list_->header()->length(), 167 + 4 * 80) << "2500 and four times 1200 twips";
+    EXPECT_FALSE(list_->verticalScrollBar()->isVisible());
+}
+
+TEST_F(FrmDemo1Test, EnterInTheBoxRunsWhatWasRunLastAndFinerTimesFillTheCells) {
+    auto* count = At<QLineEdit>("Text1");
+    Press("FineBox");
+    count->setFocus();
+    QTest::keyClick(count, Qt::Key_Return);
+    for (const QString& column : Columns()) {
+        EXPECT_EQ(column,
+                  "2.00 ms;2.00 ms;2.00 ms;2.00 ms;8.00 ms;;2.00 ms;2.00 ms;;2.00 ms;"
+                  "2.00 ms;;;");
+    }
+    Press("Command5");
+    secondsRead_ = 0;
+    count->setFocus();
+    QTest::keyClick(count, Qt::Key_Return);
+    EXPECT_EQ(secondsRead_, 16) << "one container alone";
+    Press("FineBox");
+    EXPECT_TRUE(Columns().at(0).contains("Not Applicable") && Columns().at(2).startsWith("0.25"));
+}
+
+TEST_F(FrmDemo1Test, ThePictureIsOfTheKindThatItsNameSaysAndAFailureNamesTheFile) {
+    AnsweringDialogs dialogs;
+    const QTemporaryDir folder;
+    for (const auto& [name, begin] : {std::pair("a.png", "\x89PNG"), {"a.SVG", "<?xml"}}) {
+        dialogs.Answer = folder.filePath(name);
+        Press("SavePictureBtn");
+        QFile saved(*dialogs.Answer);
+        EXPECT_TRUE(saved.open(QIODevice::ReadOnly) && saved.readAll().startsWith(begin)) << name;
+    }
+    EXPECT_EQ(At<Label>("lblStatus")->Caption(), u"Saved as a.SVG.");
+    Press("SaveBtn");
+    EXPECT_EQ(QFileInfo(dialogs.Suggested).absolutePath(), QDir(folder.path()).absolutePath());
+    dialogs.Answer = folder.filePath("none/times.csv");
+    Press("SaveBtn");
+    EXPECT_TRUE(dialogs.Said.join("").contains(*dialogs.Answer));
 }
 
 TEST(ContenderColour, BarsStandOutFromEachOtherAndFromALightAndADarkBackground) {
