@@ -247,7 +247,7 @@ void FrmDemo1::FineBox_Click() {
 void FrmDemo1::MeasureBtn_Click() {
     Screen::The().SetMousePointer(Pointer::Hourglass);
     Say({});
-    growth_.Measure(*run_, [this] { Refresh(); });
+    growth_.Measure(*run_, [this] { pane_->Chart().repaint(); });
     Screen::The().SetMousePointer(Pointer::Default);
 }
 

@@ -15,19 +15,29 @@ void KeepFastest(TimingResult& kept, const TimingResult& other) {
 
 void Growth::Measure(TimingRun& run, const std::function<void()>& timed) {
     const double start = run.FineSeconds();
-    for (sizes_ = 0; sizes_ < kSizes.size() && run.FineSeconds() - start < kPatience;) {
-        const std::int32_t items = kSizes.at(sizes_);
-        const int rounds = items > 1000 ? 5 : 20;
-        for (const ContenderInfo& contender : kContenders) {
-            TimingResult& kept = results_.at(sizes_).at(static_cast<std::size_t>(contender.Is) - 1);
-            kept = run.Run(contender.Is, items);
-            for (int round = 1; round < rounds; ++round) {
-                KeepFastest(kept, run.Run(contender.Is, items));
-            }
+    sizes_ = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        for (std::size_t size = 0; size < kSizes.size(); ++size) {
+            if (run.FineSeconds() - start >= kPatience) return timed();
+            MeasureSize(run, size);
+            if (round == 0) timed();
         }
-        ++sizes_;
         timed();
     }
+}
+
+void Growth::MeasureSize(TimingRun& run, std::size_t size) {
+    const bool first = size >= sizes_;
+    for (const ContenderInfo& contender : kContenders) {
+        const TimingResult result = run.Run(contender.Is, kSizes.at(size));
+        TimingResult& kept = results_.at(size).at(static_cast<std::size_t>(contender.Is) - 1);
+        if (first) {
+            kept = result;
+        } else {
+            KeepFastest(kept, result);
+        }
+    }
+    if (first) sizes_ = size + 1;
 }
 
 std::optional<FineTime> Growth::At(int test, int column, std::size_t size) const {
