@@ -13,9 +13,9 @@ TEST(Growth, KeepsTheFastestOfItsRoundsAndBeginsNoSizeAfterItsPatience) {
     }
     double now = 0, step = 0.01;
     int readings = 0;
-    // Every 500th reading lasts: what else a machine does.
+    // Every 37th reading lasts: what else a machine does.
     TimingRun run(std::move(data),
-                  {[] { return 0.0F; }, [&] { return now += ++readings % 500 == 0 ? 0.1 : step; }});
+                  {[] { return 0.0F; }, [&] { return now += ++readings % 37 == 0 ? 0.02 : step; }});
     Growth growth;
     const auto measure = [&] { growth.Measure(run, [] {}); };
     measure();
