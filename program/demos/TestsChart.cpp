@@ -1,6 +1,7 @@
 #include "program/demos/TestsChart.h"
 
 #include <QPainter>
+#include <algorithm>
 #include <set>
 
 #include "program/demos/TimingTable.h"
@@ -47,12 +48,23 @@ QString TitleOf(const TimingTable& table, ChartUnit unit) {
 
 enum class Fill { Solid, Hatched, Outline };
 
+// Lines of our own: a brush's pattern is too fine where pixels are small.
+void PaintHatches(QPainter& painter, const QRectF& bar, const QColor& colour) {
+    constexpr double kApart = 6;
+    painter.setPen(QPen(colour, 1));
+    for (double c = kApart / 2; c < bar.width() + bar.height(); c += kApart) {
+        const QPointF from(std::max(0.0, c - bar.height()), -std::min(c, bar.height()));
+        const QPointF to(std::min(c, bar.width()), -std::max(0.0, c - bar.width()));
+        painter.drawLine(bar.bottomLeft() + from, bar.bottomLeft() + to);
+    }
+}
+
 void PaintBar(QPainter& painter, const QRectF& bar, const QColor& colour, Fill fill) {
     if (fill == Fill::Solid) {
         painter.fillRect(bar, colour);
         return;
     }
-    if (fill == Fill::Hatched) painter.fillRect(bar, QBrush(colour, Qt::BDiagPattern));
+    if (fill == Fill::Hatched) PaintHatches(painter, bar, colour);
     painter.setPen(QPen(colour, 1, fill == Fill::Outline ? Qt::DashLine : Qt::SolidLine));
     painter.drawRect(bar.adjusted(0.5, 0.5, -0.5, -0.5));
 }
