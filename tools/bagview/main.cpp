@@ -11,7 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "tools/bagview/BagReport.h"
+#include "tools/bagview/BagJson.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/platform/Version.h"
 #include "zorvane/runtime/FileWords.h"
@@ -67,7 +67,7 @@ int Show(const std::string& file, bool json, bool quiet) {
         std::cerr << kName << file << " cannot be read: " << Reason(loaded.Error) << '\n';
         return kUnread;
     }
-    const Json report = ReportBag(loaded.Words.AsArray().Words());
+    const Json report = ToJson(ReportBag(loaded.Words.AsArray().Words()));
     if (json) {
         std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
     } else if (quiet) {
