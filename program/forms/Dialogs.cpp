@@ -9,6 +9,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
+#include <QPushButton>
 #include <QTextDocument>
 #include <utility>
 
@@ -36,6 +37,18 @@ QMessageBox::Icon IconOf(Dialogs::Kind kind) {
 Dialogs& Dialogs::Current() {
     static Dialogs toolkit;
     return replacement ? *replacement : toolkit;
+}
+
+bool Dialogs::Agree(QWidget* owner, const QString& title, const QString& question,
+                    const QString& lose, const QString& keep) {
+    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::NoButton, owner);
+    box.setTextFormat(Qt::PlainText);
+    box.addButton(lose, QMessageBox::AcceptRole);
+    QPushButton* stay = box.addButton(keep, QMessageBox::RejectRole);
+    box.setDefaultButton(stay);
+    box.setEscapeButton(stay);
+    box.exec();
+    return box.clickedButton() != stay;  // none was clicked where the whole program is being ended
 }
 
 std::optional<OleColour> Dialogs::Colour(QWidget* owner, OleColour shown) {

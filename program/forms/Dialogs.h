@@ -13,10 +13,11 @@ class QWidget;
 
 namespace zorvane {
 
-// What the font dialog offers: a font and the colour of the text.
+// What the font dialog offers: a font and the colour of the text, shown on a background.
 struct FontChoice {
     FontRecord Font;
     OleColour Colour = kButtonText;
+    OleColour Back = kButtonFace;
 };
 
 class Dialogs {
@@ -28,6 +29,10 @@ class Dialogs {
     // The dialogs in use: the toolkit's, or those of the innermost ScopedDialogs.
     static Dialogs& Current();
 
+    // A question with two answers, of which the first loses something and the other one, which Escape
+    // gives too, does not; true for the first.
+    virtual bool Agree(QWidget* owner, const QString& title, const QString& question,
+                       const QString& lose, const QString& keep);
     // No value: the person has cancelled.
     virtual std::optional<OleColour> Colour(QWidget* owner, OleColour shown);
     virtual std::optional<FontChoice> FontAndColour(QWidget* owner, const FontChoice& shown);

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -27,28 +28,33 @@ FontDialog::FontDialog(const FontChoice& shown, QWidget* owner)
       colour_(new QPushButton(QStringLiteral("Text &color..."))) {
     setWindowTitle(QStringLiteral("Font"));
     fonts_->setWindowFlags(Qt::Widget);
+    fonts_->setSizeGripEnabled(false);
     fonts_->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
 
     fonts_->installEventFilter(this);
 
     colour_->setObjectName(QStringLiteral("TextColorBtn"));
     connect(colour_, &QPushButton::clicked, this, [this] { PickColour(); });
+    colour_->setToolTip(QStringLiteral("Pick the color of the window's text"));
     ShowColour();
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->addButton(colour_, QDialogButtonBox::ActionRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(fonts_);
-    layout->addWidget(buttons);
+    auto* below = new QHBoxLayout;
+    below->addWidget(colour_);
+    below->addWidget(buttons);
+    layout->addLayout(below);
     fonts_->show();
     opened_ = fonts_->currentFont();  // as the dialog understands it, not as it was asked
 }
 
 FontChoice FontDialog::Choice() const {
-    return {WithChanges(choice_.Font, opened_, fonts_->currentFont()), choice_.Colour};
+    return {WithChanges(choice_.Font, opened_, fonts_->currentFont()), choice_.Colour,
+            choice_.Back};
 }
 
 // The part inside takes itself for a dialog: Enter would do nothing, as it has no button, and
@@ -79,6 +85,12 @@ void FontDialog::ShowColour() {
     QPixmap patch(16, 16);
     patch.fill(ToQColor(choice_.Colour, palette()));
     colour_->setIcon(patch);
+    auto* sample = fonts_->findChild<QWidget*>(QStringLiteral("qt_fontDialog_sampleEdit"));
+    if (!sample) return;  // a later toolkit may call it otherwise
+    QPalette colours = palette();
+    colours.setColor(QPalette::Text, ToQColor(choice_.Colour, palette()));
+    colours.setColor(QPalette::Base, ToQColor(choice_.Back, palette()));
+    sample->setPalette(colours);
 }
 
 }  // namespace zorvane

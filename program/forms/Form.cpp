@@ -9,6 +9,7 @@
 #include <QWindow>
 #include <utility>
 
+#include "program/forms/SmallScreen.h"
 #include "program/forms/Strings.h"
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Error.h"
@@ -164,17 +165,18 @@ void Form::SetDefaultButton(QPushButton* button) {
 
 void Form::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) placement_.Noticed();
+    // Whoever has the keyboard has its borders, however soon it is closed.
+    if (event->type() == QEvent::WindowStateChange || event->type() == QEvent::ActivationChange) {
+        placement_.Noticed();
+    }
 }
 
 void Form::closeEvent(QCloseEvent* event) {
     const Ref<Form> alive(this);
-    if (!CloseOwned()) {
-        event->ignore();
-        return;
-    }
-    event->accept();
-    if (!loaded_) return;
+    bool closes = CloseOwned();
+    if (closes && loaded_) RunGuarded(this, [&] { closes = Form_QueryUnload(); });
+    event->setAccepted(closes);
+    if (!closes || !loaded_) return;
     loaded_ = false;
     RunGuarded(this, [this] { Form_Unload(); });
     ReleaseWhenIdle();
@@ -223,12 +225,13 @@ bool Form::CloseOwned() {
     return true;
 }
 
-// No larger than the screen, as far as its minimum size lets it; over the owner, or in the middle
-// of the screen; one more window beside its owner stands aside.
+// No larger than the screen; over the owner, or in the middle of the screen; one more window beside
+// its owner stands aside.
 void Form::Place(const Form* owner) {
     constexpr int kAside = 28;
     const QRect room = (owner ? owner->screen() : screen())->availableGeometry();
     const QMargins borders = FramePlacement::UsualBorders();
+    FitSmallScreen(*this, room.size().shrunkBy(borders));
     resize(size().boundedTo(room.size().shrunkBy(borders)));
     const bool beside = owner && owner->isVisible();
     QRect frame(QPoint(), size().grownBy(borders));

@@ -58,7 +58,8 @@ class Form : public QWidget, public virtual Object {
     void ShowModal(Form* owner = nullptr);
     // Loads if need be, shows the window and returns at once.
     void ShowOwned(Form* owner = nullptr);
-    // Closes what this form has opened, runs Form_Unload and takes the window off the screen.
+    // Closes what this form has opened, runs Form_Unload and takes the window off the screen, unless
+    // Form_QueryUnload keeps it.
     void Unload();
 
     // By name: Caption, Height, Left, ScaleHeight, ScaleWidth, Top, Visible, Width.
@@ -68,6 +69,8 @@ class Form : public QWidget, public virtual Object {
 
   protected:
     virtual void Form_Load() {}
+    // Asked before the window closes, by whatever hand; false keeps it.
+    virtual bool Form_QueryUnload() { return true; }
     virtual void Form_Resize() {}
     virtual void Form_Unload() {}
 

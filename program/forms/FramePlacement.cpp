@@ -26,7 +26,6 @@ QMargins BordersOf(const QWidget& window) {
     for (const int side : {borders.left(), borders.top(), borders.right(), borders.bottom()}) {
         if (side < 0 || side > kThickest) return {};
     }
-    if (!borders.isNull()) usualBorders = borders;
     return borders;
 }
 
@@ -49,16 +48,25 @@ QRect WithinReach(QRect frame) {
     constexpr int kTitleHeight = 24;
     const QScreen* primary = QGuiApplication::primaryScreen();
     if (!primary) return frame;
-    frame.setSize(frame.size().boundedTo(2 * primary->virtualSize()));
+    const QRect desktop = primary->availableVirtualGeometry();
+    const auto into = [](int from, int room, int length, int wish) {
+        return std::clamp(wish, from, std::max(from, from + room - length));
+    };
+    // Its far edges could not be reached to make it smaller.
+    if (frame.width() > desktop.width()) {
+        frame.setWidth(desktop.width());
+        frame.moveLeft(desktop.left());
+    }
+    if (frame.height() > desktop.height()) {
+        frame.setHeight(desktop.height());
+        frame.moveTop(desktop.top());
+    }
     const QRect title(frame.x(), frame.y(), frame.width(), kTitleHeight);
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QRect seen = title & screen->availableGeometry();
         if (seen.width() >= 64 && seen.height() >= 16) return frame;
     }
     const QRect area = primary->availableGeometry();
-    const auto into = [](int from, int room, int length, int wish) {
-        return std::clamp(wish, from, std::max(from, from + room - length));
-    };
     frame.moveLeft(into(area.left(), area.width(), frame.width(), frame.left()));
     frame.moveTop(into(area.top(), area.height(), frame.height(), frame.top()));
     return frame;
@@ -90,14 +98,15 @@ TwipRect FramePlacement::Frame() const {
 // The toolkit's own memory of it takes a maximised frame that comes before its state for an
 // ordinary one.
 void FramePlacement::Noticed() {
-    if (!IsPlain(window_)) return;
-    const Pixels now = Now();
-    if (!FillsScreen(window_, now.Outer)) ordinary_ = now.Inner;
+    if (!IsPlain(window_) || FillsScreen(window_, Now().Outer)) return;
+    ordinary_ = window_.geometry();
+    const QMargins borders = BordersOf(window_);
+    if (!borders.isNull()) ordinaryBorders_ = usualBorders = borders;
 }
 
 void FramePlacement::Shown() {
     if (!wanted_.Any()) {
-        QTimer::singleShot(kSteps * kStepTime, &window_, [this] { BordersOf(window_); });
+        QTimer::singleShot(kSteps * kStepTime, &window_, [this] { Noticed(); });
         return;
     }
     stepsLeft_ = kSteps;
@@ -155,7 +164,10 @@ void FramePlacement::Step() {
     }
     --stepsLeft_;
     const QMargins borders = BordersOf(window_);
-    if (!borders.isNull()) Apply(borders);
+    if (!borders.isNull()) {
+        Apply(borders);
+        Noticed();
+    }
     if (borders.isNull() && stepsLeft_ == 0) Apply(usualBorders);  // they come, but late
     const bool heard = !borders.isNull() && stepsLeft_ < kSteps - 5;
     if (heard && applied_.Outer.size() == Now().Inner.size().grownBy(borders)) stepsLeft_ = 0;
@@ -163,8 +175,10 @@ void FramePlacement::Step() {
 }
 
 FramePlacement::Pixels FramePlacement::Now() const {
-    const QRect inner = IsPlain(window_) || ordinary_.isNull() ? window_.geometry() : ordinary_;
-    const QMargins borders = BordersOf(window_);
+    const bool asItIs = IsPlain(window_) || ordinary_.isNull();
+    const QRect inner = asItIs ? window_.geometry() : ordinary_;
+    // A maximised window has borders of its own, which say nothing of the ordinary frame.
+    const QMargins borders = asItIs ? BordersOf(window_) : ordinaryBorders_;
     return {inner.marginsAdded(borders.isNull() ? usualBorders : borders), inner};
 }
 

@@ -28,7 +28,7 @@ class FramePlacement {
 
     // Left or Top has been assigned: nobody else places the window.
     [[nodiscard]] bool Placed() const noexcept { return wanted_.Left || wanted_.Top; }
-    // The window has been moved or sized, or its state has changed.
+    // The window has been moved, sized or activated, or its state has changed.
     void Noticed();
     // The window has been shown: the thickness of its borders can now be learnt.
     void Shown();
@@ -58,12 +58,14 @@ class FramePlacement {
     QWidget& window_;
     Sides wanted_;
     Pixels applied_;  // what the assignment came down to
-    QRect ordinary_;  // the inner rectangle while last neither maximised nor minimised
+    // The inner rectangle and what was around it while last neither maximised nor minimised.
+    QRect ordinary_;
+    QMargins ordinaryBorders_;
     int stepsLeft_ = 0;
 };
 
 // Where a frame is really put: moved onto a screen when too little of its title bar would be seen,
-// and never so large that the desktop could not bear it.
+// and no larger than all screens together.
 [[nodiscard]] QRect WithinReach(QRect frame);
 
 }  // namespace zorvane

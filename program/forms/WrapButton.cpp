@@ -9,7 +9,9 @@
 namespace zorvane {
 namespace {
 
-constexpr int kInset = 6;  // pixels between the style's contents rectangle and the caption
+// Pixels between the style's contents rectangle and the caption.
+constexpr int kInset = 6;
+constexpr int kInsetAbove = 3;
 
 }  // namespace
 
@@ -41,7 +43,7 @@ void WrapButton::paintEvent(QPaintEvent*) {
     painter.drawControl(QStyle::CE_PushButton, option);  // bevel and focus frame alone
 
     QRect box = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
-    box.adjust(kInset, 0, -kInset, 0);
+    box.adjust(kInset, kInsetAbove, -kInset, -kInsetAbove);
     if (isDown()) {
         box.translate(style()->pixelMetric(QStyle::PM_ButtonShiftHorizontal, &option, this),
                       style()->pixelMetric(QStyle::PM_ButtonShiftVertical, &option, this));

@@ -1,0 +1,30 @@
+#include "program/forms/HouseStyle.h"
+
+#include <QDialogButtonBox>
+#include <QStyleOptionHeader>
+
+namespace zorvane {
+
+void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+    const auto* heading = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (element != PE_IndicatorHeaderArrow || !heading) {
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    QStyleOptionHeader turned(*heading);
+    if (heading->sortIndicator == QStyleOptionHeader::SortDown) {
+        turned.sortIndicator = QStyleOptionHeader::SortUp;
+    } else if (heading->sortIndicator == QStyleOptionHeader::SortUp) {
+        turned.sortIndicator = QStyleOptionHeader::SortDown;
+    }
+    QProxyStyle::drawPrimitive(element, &turned, painter, widget);
+}
+
+int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    if (hint == SH_DialogButtonLayout) return QDialogButtonBox::WinLayout;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+}  // namespace zorvane

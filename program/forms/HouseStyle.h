@@ -1,0 +1,22 @@
+#pragma once
+// HouseStyle: the desktop's style, with the toolkit's dialogs brought into line with our own forms.
+
+#include <QProxyStyle>
+
+namespace zorvane {
+
+class HouseStyle : public QProxyStyle {
+    Q_OBJECT
+  public:
+    // The name of the style that it follows in all else.
+    explicit HouseStyle(const QString& name) : QProxyStyle(name) {}
+
+    // A heading's mark points up where values ascend, towards the least.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    // Buttons without pictures, and OK before Cancel.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
+};
+
+}  // namespace zorvane
