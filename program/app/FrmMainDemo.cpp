@@ -1,6 +1,7 @@
 #include "program/app/FrmMainDemo.h"
 
 #include <QPushButton>
+#include <algorithm>
 
 #include "program/app/Contact.h"
 #include "program/app/FrmThank.h"
@@ -9,8 +10,10 @@
 #include "program/demos/FrmDemo1.h"
 #include "program/demos/frmDemo0.h"
 #include "program/demos/frmDemo2.h"
+#include "program/forms/FitText.h"
 #include "program/forms/FontRecord.h"
 #include "program/forms/Label.h"
+#include "program/forms/Mirror.h"
 #include "program/forms/Screen.h"
 #include "program/forms/Strings.h"
 #include "program/forms/WrapButton.h"
@@ -20,8 +23,16 @@ namespace {
 
 constexpr float kMargin = 200;  // twips
 
+constexpr float kWidth = 9600;  // of the window as it opens
+constexpr float kHeight = 7680;
+
 void Move(QWidget* control, float left, float top, float width, float height) {
-    control->setGeometry(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height));
+    PlaceControl(control, QRect(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height)));
+}
+
+// The largest letters, up to those points, in which a label shows all of its text.
+void FitFont(QLabel* label, double points) {
+    label->setFont(FittingFont(CompactFont(points), label->text(), label->size()));
 }
 
 }  // namespace
@@ -33,12 +44,11 @@ FrmMainDemo::FrmMainDemo()
       orderBtn_(new QPushButton(QStringLiteral("&Order Zorvane"), this)),
       closeBtn_(new QPushButton(QStringLiteral("&Close"), this)) {
     SetCaption(u"Zorvane - Class Code Generator Demonstration");
-    resize(ToPixels(9600), ToPixels(7680));
-    setMinimumSize(ToPixels(9300), ToPixels(6300));
+    resize(ToPixels(kWidth), ToPixels(kHeight));
+    setMinimumSize(ToPixels(9300), ToPixels(6600));
 
     editLabel1_->setObjectName(QStringLiteral("EditLabel1"));
     editLabel1_->setAlignment(Qt::AlignCenter);
-    editLabel1_->setFont(CompactFont(13));
     label1_->setObjectName(QStringLiteral("Label1"));
     label1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     QWidget* previous = nullptr;
@@ -46,13 +56,17 @@ FrmMainDemo::FrmMainDemo()
         auto* button = new WrapButton(this);
         button->setObjectName(QStringLiteral("Command1"));
         button->setProperty("Index", static_cast<int>(index));
-        button->setFont(CompactFont(10));
         On(button, &QPushButton::clicked,
            [this, index] { Command1_Click(static_cast<std::int16_t>(index)); });
         if (previous) setTabOrder(previous, button);
         previous = button;
         command1_.at(index) = button;
     }
+    command1_[0]->setToolTip(QStringLiteral("A thousand records, re-sorted by any column"));
+    command1_[1]->setToolTip(QStringLiteral("Four containers, timed one by one"));
+    command1_[2]->setToolTip(QStringLiteral("Windows that come back as they were left"));
+    orderBtn_->setToolTip(QStringLiteral("Fill in an order form; nothing is sent by itself"));
+    closeBtn_->setToolTip(QStringLiteral("End the program"));
     orderBtn_->setObjectName(QStringLiteral("OrderBtn"));
     closeBtn_->setObjectName(QStringLiteral("CloseBtn"));
     On(orderBtn_, &QPushButton::clicked, [this] { OrderBtn_Click(); });
@@ -88,20 +102,33 @@ void FrmMainDemo::Form_Resize() {
 void FrmMainDemo::LayOut() {
     const float width = ScaleWidth();
     const float height = ScaleHeight();
+    // The buttons take whatever room there is; their captions grow along, within reason.
+    const float growth = std::clamp(std::min(width / kWidth, height / kHeight), 1.0F, 2.0F);
     const float step = height * 3 / 16;
     Move(editLabel1_, kMargin, 0, width - 2 * kMargin, step);
+    FitFont(editLabel1_, 13 * static_cast<double>(growth));
     float top = step;
     for (WrapButton* button : command1_) {
         Move(button, kMargin, top, width - 2 * kMargin, step - kMargin);
+        button->setFont(CompactFont(10 * static_cast<double>(growth)));
         top += step;
     }
-    constexpr float kButtonWidth = 1800;
-    constexpr float kButtonHeight = 450;
-    const float buttonLeft = width - kMargin - kButtonWidth;
-    Move(label1_, kMargin, top, buttonLeft - 2 * kMargin, height - top - kMargin);
-    const float closeTop = height - kMargin - kButtonHeight;
-    Move(closeBtn_, buttonLeft, closeTop, kButtonWidth, kButtonHeight);
-    Move(orderBtn_, buttonLeft, closeTop - 120 - kButtonHeight, kButtonWidth, kButtonHeight);
+    const float buttonWidth = 1800 * growth;
+    const float buttonHeight = 450 * growth;
+    const float gap = 120 * growth;
+    const float closeLeft = width - kMargin - buttonWidth;
+    const float closeTop = height - kMargin - buttonHeight;
+    // One above the other, unless a small screen leaves no room for that.
+    const bool beside = closeTop - gap - buttonHeight < top;
+    const float orderLeft = beside ? closeLeft - gap - buttonWidth : closeLeft;
+    const float orderTop = beside ? closeTop : closeTop - gap - buttonHeight;
+    Move(closeBtn_, closeLeft, closeTop, buttonWidth, buttonHeight);
+    Move(orderBtn_, orderLeft, orderTop, buttonWidth, buttonHeight);
+    for (QPushButton* button : {orderBtn_, closeBtn_}) {
+        button->setFont(CompactFont(9 * static_cast<double>(growth)));
+    }
+    Move(label1_, kMargin, top, orderLeft - 2 * kMargin, height - top - kMargin);
+    FitFont(label1_, 9 * static_cast<double>(growth));
 }
 
 void FrmMainDemo::CloseBtn_Click() {

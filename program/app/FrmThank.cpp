@@ -32,9 +32,11 @@ FrmThank::FrmThank() : Form("FrmThank") {
 
     auto* order = new QPushButton(QStringLiteral("&Order Zorvane"), this);
     order->setObjectName(QStringLiteral("OrderBtn"));
+    order->setToolTip(QStringLiteral("Fill in an order form; nothing is sent by itself"));
     On(order, &QPushButton::clicked, [this] { OrderBtn_Click(); });
     auto* close = new QPushButton(QStringLiteral("&Close"), this);
     close->setObjectName(QStringLiteral("CloseBtn"));
+    close->setToolTip(QStringLiteral("End the program"));
     On(close, &QPushButton::clicked, [this] { CloseBtn_Click(); });
     SetDefaultButton(close);
     SetCancelButton(close);

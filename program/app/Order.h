@@ -34,6 +34,10 @@ struct Order {
 
     // The first field without an answer. Kept: blanks alone are an answer.
     [[nodiscard]] std::optional<std::size_t> FirstEmpty() const;
+    // No box has anything in it.
+    [[nodiscard]] bool Blank() const;
+    // What a person may have meant otherwise, in a few words; empty where there is nothing to say.
+    [[nodiscard]] Text Remark(std::size_t field) const;
     // Plain lines, ready to be sent: what is ordered, the day, and every answer after its name.
     [[nodiscard]] Text Summary(const Text& version, const Text& day) const;
 };

@@ -60,16 +60,34 @@ frmOrder::frmOrder() : Form("frmOrder") {
         box->setAccessibleName(ToQString(field.Name));
         box->setPlaceholderText(ToQString(field.Hint));
         box->setInputMethodHints(HintsFor(field.Is));
-        form->addRow(ToQString(field.Caption), box);  // the label becomes the box's buddy
+        auto* remark = new Label(this);
+        remark->setObjectName(box->objectName() + QStringLiteral("Remark"));
+        remark->setWordWrap(false);
+        remark->hide();
+        On(box, &QLineEdit::editingFinished, [this, at] { ShowRemark(at); });
+        // What is being corrected is looked at as it is typed; what is being entered, at its end.
+        On(box, &QLineEdit::textEdited, [this, at] {
+            if (!remarks_[at]->isHidden()) ShowRemark(at);
+        });
+        auto* both = new QHBoxLayout;
+        both->setSpacing(8);
+        both->addWidget(box, 1);
+        both->addWidget(remark);
+        auto* label = new QLabel(ToQString(field.Caption), this);
+        label->setBuddy(box);
+        form->addRow(label, both);
+        remarks_[at] = remark;
         if (at > 0) setTabOrder(boxes_[at - 1], box);
         boxes_[at] = box;
     }
 
     auto* ok = new QPushButton(QStringLiteral("&OK"), this);
     ok->setObjectName(QStringLiteral("OkBtn"));
+    ok->setToolTip(QStringLiteral("See the order as it can be sent"));
     On(ok, &QPushButton::clicked, [this] { OkBtn_Click(); });
     auto* cancel = new QPushButton(QStringLiteral("&Cancel"), this);
     cancel->setObjectName(QStringLiteral("CancelBtn"));
+    cancel->setToolTip(QStringLiteral("Leave without an order"));
     On(cancel, &QPushButton::clicked, [this] { CancelBtn_Click(); });
     SetDefaultButton(ok);
     SetCancelButton(cancel);
@@ -127,7 +145,22 @@ void frmOrder::OkBtn_Click() {
     }
     const Ref<frmOrderSummary> summary = MakeObject<frmOrderSummary>(order);
     summary->ShowModal(this);
-    if (summary->Finished()) Unload();
+    ordered_ = summary->Finished();
+    if (ordered_) Unload();
+}
+
+bool frmOrder::Form_QueryUnload() {
+    return ordered_ || Entered().Blank() ||
+           Dialogs::Current().Agree(this, windowTitle(),
+                                    QStringLiteral("What has been entered would be lost."),
+                                    QStringLiteral("&Leave"), QStringLiteral("&Stay"));
+}
+
+void frmOrder::ShowRemark(std::size_t at) {
+    const Text remark = Entered().Remark(at);
+    remarks_[at]->SetCaption(remark);
+    remarks_[at]->setVisible(!remark.Empty());
+    boxes_[at]->setAccessibleDescription(ToQString(remark));
 }
 
 Order frmOrder::Entered() const {

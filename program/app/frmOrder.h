@@ -11,6 +11,8 @@ class QPushButton;
 
 namespace zorvane {
 
+class Label;
+
 class frmOrder : public Form {
     Q_OBJECT
   public:
@@ -20,13 +22,17 @@ class frmOrder : public Form {
     void OkBtn_Click();
 
   protected:
+    bool Form_QueryUnload() override;
     void changeEvent(QEvent* event) override;
 
   private:
     [[nodiscard]] Order Entered() const;
     void ShowHints();
+    void ShowRemark(std::size_t at);
 
     std::array<QLineEdit*, Order::kFields.size()> boxes_{};
+    std::array<Label*, Order::kFields.size()> remarks_{};
+    bool ordered_ = false;
 };
 
 }  // namespace zorvane

@@ -38,8 +38,9 @@ frmOrderSummary::frmOrderSummary(const Order& order)
 
     auto* buttons = new QHBoxLayout;
     QWidget* previous = text_;
-    const auto add = [&](const char* name, const QString& caption, auto handler) {
+    const auto add = [&](const char* name, const QString& caption, const char* tip, auto handler) {
         auto* button = new QPushButton(caption, this);
+        button->setToolTip(QLatin1String(tip));
         button->setObjectName(QLatin1String(name));
         On(button, &QPushButton::clicked, [this, handler] { (this->*handler)(); });
         buttons->addWidget(button);
@@ -47,14 +48,18 @@ frmOrderSummary::frmOrderSummary(const Order& order)
         previous = button;
         return button;
     };
-    add("CopyBtn", QStringLiteral("&Copy"), &frmOrderSummary::CopyBtn_Click);
-    add("PrintBtn", QStringLiteral("&Print..."), &frmOrderSummary::PrintBtn_Click);
-    add("SaveBtn", QStringLiteral("&Save As..."), &frmOrderSummary::SaveBtn_Click);
+    auto* copy = add("CopyBtn", QStringLiteral("&Copy"), "Copy the order to the clipboard",
+                     &frmOrderSummary::CopyBtn_Click);
+    add("PrintBtn", QStringLiteral("&Print..."), "Print the order",
+        &frmOrderSummary::PrintBtn_Click);
+    add("SaveBtn", QStringLiteral("&Save As..."), "Save the order as a text",
+        &frmOrderSummary::SaveBtn_Click);
     buttons->addStretch();
-    auto* back = add("BackBtn", QStringLiteral("&Back"), &frmOrderSummary::BackBtn_Click);
-    auto* close = add("CloseBtn", QStringLiteral("C&lose"), &frmOrderSummary::CloseBtn_Click);
+    auto* back = add("BackBtn", QStringLiteral("&Back"), "Correct the answers",
+                     &frmOrderSummary::BackBtn_Click);
+    add("CloseBtn", QStringLiteral("C&lose"), "End the order", &frmOrderSummary::CloseBtn_Click);
     SetCancelButton(back);
-    SetDefaultButton(close);
+    SetDefaultButton(copy);  // Enter, pressed once too often, loses nothing
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(16, 16, 16, 16);
@@ -79,12 +84,12 @@ void frmOrderSummary::CloseBtn_Click() {
 
 void frmOrderSummary::CopyBtn_Click() {
     QGuiApplication::clipboard()->setText(SummaryText());
-    status_->SetCaption(u"The order has been copied to the clipboard.");
+    Keep(u"The order has been copied to the clipboard.");
 }
 
 void frmOrderSummary::PrintBtn_Click() {
     if (Dialogs::Current().Print(this, windowTitle(), SummaryText())) {
-        status_->SetCaption(u"The order has been sent to the printer.");
+        Keep(u"The order has been sent to the printer.");
     }
 }
 
@@ -95,7 +100,20 @@ void frmOrderSummary::SaveBtn_Click() {
                                 .Filter = QStringLiteral("Text files (*.txt);;All files (*)"),
                                 .Failure = QStringLiteral("The order could not be saved.")},
                                SummaryText());
-    if (path) status_->SetCaption(Text(u"Saved as ") + ToText(QDir::toNativeSeparators(*path)));
+    if (path) Keep(Text(u"Saved as ") + ToText(QDir::toNativeSeparators(*path)));
+}
+
+bool frmOrderSummary::Form_QueryUnload() {
+    return kept_ || !finished_ ||
+           Dialogs::Current().Agree(
+               this, windowTitle(),
+               QStringLiteral("The order has been neither copied nor printed nor saved."),
+               QStringLiteral("C&lose"), QStringLiteral("&Stay"));
+}
+
+void frmOrderSummary::Keep(const Text& status) {
+    kept_ = true;
+    status_->SetCaption(status);
 }
 
 QString frmOrderSummary::SummaryText() const {

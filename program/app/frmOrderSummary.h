@@ -24,12 +24,17 @@ class frmOrderSummary : public Form {
     void PrintBtn_Click();
     void SaveBtn_Click();
 
+  protected:
+    bool Form_QueryUnload() override;
+
   private:
+    void Keep(const Text& status);
     [[nodiscard]] QString SummaryText() const;
 
     QPlainTextEdit* text_;
     Label* status_;
     bool finished_ = true;
+    bool kept_ = false;  // copied, printed or saved
 };
 
 }  // namespace zorvane

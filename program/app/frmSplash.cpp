@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 #include <array>
 
 #include "program/app/Contact.h"
@@ -11,6 +13,7 @@
 #include "program/forms/FitText.h"
 #include "program/forms/FontRecord.h"
 #include "program/forms/Label.h"
+#include "program/forms/Mirror.h"
 #include "program/forms/Screen.h"
 #include "program/forms/Strings.h"
 #include "zorvane/platform/CaseMapping.h"
@@ -23,10 +26,18 @@ namespace {
 constexpr QSize kInner(600, 356);
 constexpr QRect kFrame(10, 10, 580, 336);
 
+// 1, or the part of its size at which the window has room on a screen.
+double SizeOn(const QScreen& screen) {
+    constexpr QSize kBorders(12, 32);
+    const QSizeF room = screen.availableSize() - kBorders;
+    return std::min({1.0, room.width() / kInner.width(), room.height() / kInner.height()});
+}
+
 }  // namespace
 
 frmSplash::frmSplash()
     : Form("frmSplash"),
+      size_(SizeOn(*screen())),
       fraMainFrame_(new QFrame(this)),
       picLogo_(new LogoBox(fraMainFrame_)),
       closeBtn_(new QPushButton(QStringLiteral("&Close"), fraMainFrame_)),
@@ -34,13 +45,13 @@ frmSplash::frmSplash()
       progressBar1_(new QProgressBar(picture1_)),
       label3_(new Label(picture1_)) {
     SetCaption(u"Splash Form");
-    setFixedSize(kInner);
+    setFixedSize(kInner * size_);
     fraMainFrame_->setObjectName(QStringLiteral("fraMainFrame"));
     fraMainFrame_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) |
                                  static_cast<int>(QFrame::Sunken));
-    fraMainFrame_->setGeometry(kFrame);
+    Move(fraMainFrame_, kFrame);
     picLogo_->setObjectName(QStringLiteral("picLogo"));
-    picLogo_->setGeometry(24, 24, 128, 128);
+    Move(picLogo_, {24, 24, 128, 128});
 
     lblCompanyProduct_ = AddLabel("lblCompanyProduct", 11);
     lblProductName_ = AddLabel("lblProductName", 18, true);
@@ -57,15 +68,16 @@ frmSplash::frmSplash()
         u"uses it does so at their own risk.");
     constexpr int kLeft = 176;
     constexpr int kWide = 384;
-    lblCompanyProduct_->setGeometry(kLeft, 24, kWide, 20);
-    lblProductName_->setGeometry(kLeft, 46, kWide, 34);
-    lblVersion_->setGeometry(kLeft, 84, kWide, 20);
-    lblPlatform_->setGeometry(kLeft, 106, kWide, 20);
-    lblSourceCode_->setGeometry(kLeft, 132, kWide, 20);
-    lblContact_->setGeometry(24, 162, 536, 50);
-    lblWarning_->setGeometry(24, 226, 536, 34);
+    Move(lblCompanyProduct_, {kLeft, 24, kWide, 20});
+    Move(lblProductName_, {kLeft, 46, kWide, 34});
+    Move(lblVersion_, {kLeft, 84, kWide, 20});
+    Move(lblPlatform_, {kLeft, 106, kWide, 20});
+    Move(lblSourceCode_, {kLeft, 132, kWide, 20});
+    Move(lblContact_, {24, 162, 536, 50});
+    Move(lblWarning_, {24, 226, 536, 34});
 
     closeBtn_->setObjectName(QStringLiteral("CloseBtn"));
+    closeBtn_->setToolTip(QStringLiteral("Go on to the demonstrations"));
     closeBtn_->resize(110, 30);
     closeBtn_->hide();
     On(closeBtn_, &QPushButton::clicked, [this] { CloseBtn_Click(); });
@@ -74,7 +86,7 @@ frmSplash::frmSplash()
 
     picture1_->setObjectName(QStringLiteral("Picture1"));
     picture1_->setAccessibleName(QStringLiteral("Progress"));
-    picture1_->setGeometry(24, 266, 532, 60);
+    Move(picture1_, {24, 266, 532, 60});
     progressBar1_->setObjectName(QStringLiteral("ProgressBar1"));
     progressBar1_->setAccessibleName(QStringLiteral("Progress"));
     progressBar1_->setRange(0, 100);
@@ -83,10 +95,15 @@ frmSplash::frmSplash()
     label3_->setAccessibleName(QStringLiteral("What is being done"));
 }
 
+void frmSplash::Move(QWidget* control, const QRect& at) const {
+    const QRectF placed(QPointF(at.topLeft()) * size_, QSizeF(at.size()) * size_);
+    PlaceControl(control, placed.toRect());
+}
+
 Label* frmSplash::AddLabel(const char* name, double points, bool bold) {
     auto* label = new Label(fraMainFrame_);
     label->setObjectName(QLatin1String(name));
-    QFont font = CompactFont(points);
+    QFont font = CompactFont(points * size_);
     font.setBold(bold);
     label->setFont(font);
     return label;

@@ -44,8 +44,10 @@ class frmSplash : public Form {
   private:
     Label* AddLabel(const char* name, double points, bool bold = false);
     void LayOutProgress();
+    void Move(QWidget* control, const QRect& at) const;  // pixels, as where there is room for all
     void PlaceCloseButton();
 
+    double size_;  // 1, or less on a small screen
     QFrame* fraMainFrame_;
     LogoBox* picLogo_;
     Label* lblProductName_;

@@ -8,6 +8,7 @@
 #include "program/app/modStartUp.h"
 #include "program/forms/FontRecord.h"
 #include "program/forms/Guard.h"
+#include "program/forms/HouseStyle.h"
 #include "program/forms/Strings.h"
 
 namespace {
@@ -41,6 +42,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationVersion(zorvane::ToQString(zorvane::ProgramVersion()));
     QApplication::setDesktopFileName(QStringLiteral("zorvane"));
     QApplication::setWindowIcon(zorvane::LogoIcon());
+    QApplication::setStyle(new zorvane::HouseStyle(QApplication::style()->objectName()));
     QApplication::setFont(zorvane::CompactFont());
     // The modal shows end by themselves; a quit in between would end the next one at once.
     QApplication::setQuitOnLastWindowClosed(false);

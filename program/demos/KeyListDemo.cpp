@@ -59,7 +59,7 @@ int KeyListDemo::ColumnOfButton(int button) noexcept {
 }
 
 int KeyListDemo::ButtonOfColumn(int column) noexcept {
-    return column >= 1 && column <= 4 ? column - 1 : -1;
+    return column >= 1 && column <= 4 ? column - 1 : 0;
 }
 
 }  // namespace zorvane

@@ -27,7 +27,8 @@ class KeyListDemo {
     [[nodiscard]] Row RowAt(std::int32_t position);
     [[nodiscard]] std::int32_t Count() const noexcept { return list_.Count(); }
 
-    // The list column that a button orders by, and the button for a column; -1: none.
+    // The list column that a button orders by, and the button for a column; for the positions it is
+    // that of the keys, whose order they count.
     [[nodiscard]] static int ColumnOfButton(int button) noexcept;
     [[nodiscard]] static int ButtonOfColumn(int column) noexcept;
 

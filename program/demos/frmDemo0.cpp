@@ -1,21 +1,30 @@
 #include "program/demos/frmDemo0.h"
 
+#include <QAction>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "program/forms/Label.h"
 #include "program/forms/ListView.h"
+#include "program/forms/SaveText.h"
 #include "program/forms/Screen.h"
 #include "program/forms/Strings.h"
+#include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
 
 frmDemo0::frmDemo0()
     : Form("frmDemo0"),
       description_(new Label(this)),
+      txtFind_(new QLineEdit(this)),
+      shown_(new Label(this)),
       list_(new ListView(this)),
+      saveBtn_(new QPushButton(QStringLiteral("Save &As..."), this)),
       orderBtn_(new QPushButton(QStringLiteral("&Order"), this)),
       closeBtn_(new QPushButton(QStringLiteral("&Close"), this)) {
     constexpr std::array kCaptions{"By &Key", "By &Item", "By &String Item", "By &Long Item"};
@@ -29,17 +38,35 @@ frmDemo0::frmDemo0()
         button->setProperty("Index", static_cast<int>(index));
         On(button, &QPushButton::clicked,
            [this, index] { Command1_Click(static_cast<std::int16_t>(index)); });
+        button->setToolTip(QStringLiteral("Re-sort the key list; its heading does so too"));
         command1_.at(index) = button;
     }
+    txtFind_->setObjectName(QStringLiteral("txtFind"));
+    txtFind_->setAccessibleName(QStringLiteral("Find"));
+    txtFind_->setToolTip(QStringLiteral("Show only rows that hold this (Ctrl+F; Esc shows all)"));
+    txtFind_->setClearButtonEnabled(true);
+    On(txtFind_, &QLineEdit::textChanged, [this] { txtFind_Change(); });
+    auto* find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    On(find, &QAction::triggered, [this] {
+        txtFind_->setFocus(Qt::ShortcutFocusReason);
+        txtFind_->selectAll();
+    });
+    addAction(find);
+    shown_->setObjectName(QStringLiteral("lblShown"));
+    shown_->setWordWrap(false);
+    saveBtn_->setObjectName(QStringLiteral("SaveBtn"));
+    saveBtn_->setToolTip(QStringLiteral("Save the rows shown, in the order shown"));
+    On(saveBtn_, &QPushButton::clicked, [this] { SaveBtn_Click(); });
+    orderBtn_->setToolTip(QStringLiteral("Fill in an order form; nothing is sent by itself"));
     orderBtn_->setObjectName(QStringLiteral("OrderBtn"));
     closeBtn_->setObjectName(QStringLiteral("CloseBtn"));
     On(orderBtn_, &QPushButton::clicked, [this] { OrderBtn_Click(); });
     On(closeBtn_, &QPushButton::clicked, [this] { CloseBtn_Click(); });
     // A heading does what its button does, and the other way round when it is clicked again.
     On(list_, &ListView::ColumnClick, [this](int column) {
-        const int button = KeyListDemo::ButtonOfColumn(column);
         const bool again = list_->SortColumn() == column && !list_->SortDescending();
-        if (button >= 0) ReSort(button, again);
+        ReSort(KeyListDemo::ButtonOfColumn(column), again);
     });
     SetCancelButton(closeBtn_);
     LayOut();
@@ -48,22 +75,32 @@ frmDemo0::frmDemo0()
 void frmDemo0::LayOut() {
     resize(ToPixels(10200), ToPixels(8100));
     setMinimumSize(ToPixels(9150), ToPixels(5400));
+    auto* findLabel = new QLabel(QStringLiteral("&Find:"), this);
+    findLabel->setBuddy(txtFind_);
+    auto* above = new QHBoxLayout;
+    above->addWidget(findLabel);
+    above->addWidget(txtFind_, 1);
+    above->addSpacing(16);
+    above->addWidget(shown_);
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : command1_) buttons->addWidget(button);
     buttons->addStretch();
     buttons->addSpacing(16);
+    buttons->addWidget(saveBtn_);
     buttons->addWidget(orderBtn_);
     buttons->addWidget(closeBtn_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
     layout->addWidget(description_);
+    layout->addLayout(above);
     layout->addWidget(list_, 1);
     layout->addLayout(buttons);
 
     QWidget* previous = list_;
+    setTabOrder(txtFind_, list_);
     for (QPushButton* button :
-         {command1_[0], command1_[1], command1_[2], command1_[3], orderBtn_, closeBtn_}) {
+         {command1_[0], command1_[1], command1_[2], command1_[3], saveBtn_, orderBtn_, closeBtn_}) {
         setTabOrder(previous, button);
         previous = button;
     }
@@ -109,15 +146,56 @@ void frmDemo0::ReSort(int button, bool descending) {
     Screen::The().SetMousePointer(Pointer::Default);
 }
 
+void frmDemo0::SaveBtn_Click() {
+    // No cell holds a comma, a quotation mark or a line break.
+    const QString rows = list_->AsText(ListView::Rows::All, true)
+                             .replace(QLatin1Char('\t'), QLatin1Char(','))
+                             .replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    const auto path =
+        SaveText(this,
+                 {.Title = QStringLiteral("Save the Records"),
+                  .Name = QStringLiteral("Zorvane records.csv"),
+                  .Filter = QStringLiteral("Comma-separated values (*.csv);;All files (*)"),
+                  .Failure = QStringLiteral("The records could not be saved.")},
+                 rows);
+    if (path) ShowCount(Text(u", saved as ") + ToText(QFileInfo(*path).fileName()));
+}
+
+void frmDemo0::txtFind_Change() {
+    ShowList();
+}
+
+// Escape in a search leaves the search first, and the window next.
+void frmDemo0::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || txtFind_->text().isEmpty()) {
+        return Form::keyPressEvent(event);
+    }
+    txtFind_->clear();
+    list_->setFocus();
+}
+
+void frmDemo0::ShowCount(const Text& more) {
+    Text count = LongText(list_->RowCount());
+    if (!txtFind_->text().isEmpty()) count = count + Text(u" of ") + LongText(Demo().Count());
+    shown_->SetCaption(count + Text(u" records") + more);
+}
+
 void frmDemo0::ShowList() {
+    const QString wanted = txtFind_->text();
     std::vector<QStringList> rows;
     rows.reserve(static_cast<std::size_t>(Demo().Count()));
     for (std::int32_t position = 1; position <= Demo().Count(); ++position) {
         QStringList cells;
-        for (const Text& cell : Demo().RowAt(position)) cells << ToQString(cell);
-        rows.push_back(std::move(cells));
+        bool found = wanted.isEmpty();
+        for (const Text& cell : Demo().RowAt(position)) {
+            found = found ||
+                    (!cells.isEmpty() && ToQString(cell).contains(wanted, Qt::CaseInsensitive));
+            cells << ToQString(cell);
+        }
+        if (found) rows.push_back(std::move(cells));
     }
     list_->SetRows(std::move(rows));
+    ShowCount();
 }
 
 }  // namespace zorvane

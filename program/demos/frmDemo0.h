@@ -1,5 +1,6 @@
 #pragma once
-// frmDemo0: the key-list demonstration: a thousand records in five columns, re-sorted on request.
+// frmDemo0: the key-list demonstration: a thousand records in five columns, re-sorted and
+// narrowed on request.
 
 #include <array>
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include "program/demos/KeyListDemo.h"
 #include "program/forms/Form.h"
 
+class QLineEdit;
 class QPushButton;
 
 namespace zorvane {
@@ -23,6 +25,9 @@ class frmDemo0 : public Form {
     void CloseBtn_Click();
     void Command1_Click(std::int16_t Index) { ReSort(Index, false); }
     void OrderBtn_Click();
+    void SaveBtn_Click();
+    // Only rows that hold this text in a cell beside their position are shown, in whatever case.
+    void txtFind_Change();
 
   Q_SIGNALS:
     void OrderRequested();
@@ -30,16 +35,22 @@ class frmDemo0 : public Form {
   protected:
     void Form_Load() override;
 
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     KeyListDemo& Demo();  // created on first use, kept for the window's life
     void LayOut();
     void ReSort(int button, bool descending);
+    void ShowCount(const Text& more = {});
     void ShowList();
 
     std::optional<KeyListDemo> demo_;
     Label* description_;
+    QLineEdit* txtFind_;
+    Label* shown_;  // how many
     ListView* list_;
     std::array<QPushButton*, 4> command1_{};
+    QPushButton* saveBtn_;
     QPushButton* orderBtn_;
     QPushButton* closeBtn_;
 };

@@ -9,11 +9,13 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <algorithm>
-#include <vector>
+#include <utility>
 
 #include "program/demos/PropBagSession.h"
+#include "program/demos/frmKept.h"
 #include "program/forms/Dialogs.h"
-#include "program/forms/Label.h"
+#include "program/forms/IndentLabel.h"
+#include "program/forms/Mirror.h"
 #include "program/forms/Screen.h"
 #include "program/forms/Strings.h"
 #include "zorvane/platform/Error.h"
@@ -38,26 +40,9 @@ constexpr char16_t kExplanation[] =
 
 constexpr QPoint kAside(28, 28);
 
-struct ShownColours {
-    QColor Back, Fore;
-};
-
-// Under another palette than the one that a colour was chosen under, text would vanish where only
-// one of the two was chosen: then the other one gives way. Two chosen colours are the user's will.
-ShownColours Readable(OleColour back, OleColour fore, const QPalette& palette) {
-    constexpr double kEnough = 4.5;
-    ShownColours shown{ToQColor(back, palette), ToQColor(fore, palette)};
-    if (Contrast(shown.Back, shown.Fore) >= kEnough) return shown;
-    const auto against = [](const QColor& other) {
-        const bool black = Contrast(other, Qt::black) > Contrast(other, Qt::white);
-        return QColor(black ? Qt::black : Qt::white);
-    };
-    if (IsSystemColour(fore)) {
-        shown.Fore = against(shown.Back);
-    } else if (IsSystemColour(back)) {
-        shown.Back = against(shown.Fore);
-    }
-    return shown;
+// The inner size of a window that was never stored.
+QSize UsualSize() {
+    return {ToPixels(6000), ToPixels(4500)};
 }
 
 struct Notice {
@@ -127,12 +112,11 @@ frmDemo2::frmDemo2(PropBagSession& session)
       session_(session),
       menu_(new QMenuBar(this)),
       label1_(new Label(this)),
-      label2_(new Label),
+      label2_(new IndentLabel),
       label3_(new Label(this)),
       explanation_(new QScrollArea(this)),
       cmdShowNext_(new QPushButton(QStringLiteral("Show &Next Form"), this)) {
-    SetCaption(u"Zorvane - Property Bag Demonstration");
-    resize(ToPixels(6000), ToPixels(4500));
+    resize(UsualSize());
     setMinimumSize(ToPixels(4200), ToPixels(3000));
 
     label1_->setObjectName(QStringLiteral("Label1"));
@@ -150,31 +134,52 @@ frmDemo2::frmDemo2(PropBagSession& session)
     explanation_->viewport()->setAutoFillBackground(false);
     cmdShowNext_->setObjectName(QStringLiteral("cmdShowNext"));
     On(cmdShowNext_, &QPushButton::clicked, [this] { cmdShowNext_Click(); });
+    cmdShowNext_->setToolTip(QStringLiteral("Open the window of the next number"));
     AddMenus();
     cmdShowNext_->setFocus();
-    CopyFontAndColours();
+    SetLook({});
 }
 
-QAction* frmDemo2::AddItem(QMenu* menu, const char* name, const QString& text,
+QAction* frmDemo2::AddItem(QMenu* menu, const char* name, const QString& text, const QString& tip,
                            void (frmDemo2::*handler)()) {
     QAction* item = menu->addAction(text);
     item->setObjectName(QLatin1String(name));
+    item->setToolTip(tip);
     On(item, &QAction::triggered, [this, handler] { (this->*handler)(); });
     return item;
 }
 
 void frmDemo2::AddMenus() {
-    QMenu* file = menu_->addMenu(QStringLiteral("&File"));
-    file->setObjectName(QStringLiteral("mnuFile"));
-    AddItem(file, "mnuFileExit", QStringLiteral("E&xit"), &frmDemo2::mnuFileExit_Click);
-    QMenu* custom = menu_->addMenu(QStringLiteral("&Customize"));
-    custom->setObjectName(QStringLiteral("mnuCustom"));
+    const auto add = [this](const char* name, const QString& title) {
+        QMenu* menu = menu_->addMenu(title);
+        menu->setObjectName(QLatin1String(name));
+        menu->setToolTipsVisible(true);
+        return menu;
+    };
+    QMenu* file = add("mnuFile", QStringLiteral("&File"));
+    AddItem(file, "mnuFileKept", QStringLiteral("&What Is Kept..."),
+            QStringLiteral("See what the property bag holds"), &frmDemo2::mnuFileKept_Click);
+    file->addSeparator();
+    AddItem(file, "mnuFileExit", QStringLiteral("E&xit"), QStringLiteral("Store this window"),
+            &frmDemo2::mnuFileExit_Click)
+        ->setShortcut(Qt::Key_Escape);
+    QMenu* custom = add("mnuCustom", QStringLiteral("&Customize"));
     AddItem(custom, "mnuCustomBackColor", QStringLiteral("&Background Color..."),
-            &frmDemo2::mnuCustomBackColor_Click);
+            QStringLiteral("Pick the color of this window"), &frmDemo2::mnuCustomBackColor_Click);
     AddItem(custom, "mnuCustomCaption", QStringLiteral("&Caption..."),
-            &frmDemo2::mnuCustomCaption_Click);
+            QStringLiteral("Give this window another title"), &frmDemo2::mnuCustomCaption_Click);
     AddItem(custom, "mnuCustomizeFont", QStringLiteral("&Font..."),
+            QStringLiteral("Pick the font and the color of the text"),
             &frmDemo2::mnuCustomizeFont_Click);
+    custom->addSeparator();
+    undoItem_ = AddItem(custom, "mnuCustomUndo", QStringLiteral("&Undo"),
+                        QStringLiteral("Take back what was last done in this menu"),
+                        &frmDemo2::mnuCustomUndo_Click);
+    undoItem_->setShortcut(QKeySequence::Undo);
+    undoItem_->setEnabled(false);
+    AddItem(custom, "mnuCustomReset", QStringLiteral("&Reset to Defaults"),
+            QStringLiteral("Size, colors, caption and font of a new window"),
+            &frmDemo2::mnuCustomReset_Click);
 }
 
 void frmDemo2::Form_Load() {
@@ -198,14 +203,14 @@ void frmDemo2::Form_Resize() {
     const int wide = width() - 2 * kMargin;
     int top = menuHeight + kMargin;
     const int bottom = height() - kMargin - button.height();
-    cmdShowNext_->setGeometry(width() - kMargin - button.width(), bottom, button.width(),
-                              button.height());
-    label3_->setGeometry(kMargin, bottom, wide - button.width() - kGap, button.height());
+    PlaceControl(cmdShowNext_,
+                 {width() - kMargin - button.width(), bottom, button.width(), button.height()});
+    PlaceControl(label3_, {kMargin, bottom, wide - button.width() - kGap, button.height()});
     // A very large font leaves the explanation half of the room.
     const int numberHeight = std::min(label1_->heightForWidth(wide), (bottom - top) / 2);
-    label1_->setGeometry(kMargin, top, wide, numberHeight);
+    PlaceControl(label1_, {kMargin, top, wide, numberHeight});
     top += numberHeight + kGap;
-    explanation_->setGeometry(kMargin, top, wide, std::max(0, bottom - kGap - top));
+    PlaceControl(explanation_, {kMargin, top, wide, std::max(0, bottom - kGap - top)});
 }
 
 void frmDemo2::Form_Unload() {
@@ -248,8 +253,15 @@ void frmDemo2::mnuFileExit_Click() {
     Unload();
 }
 
+void frmDemo2::mnuFileKept_Click() {
+    MakeObject<frmKept>(session_.Bag())->ShowModal(this);
+}
+
 void frmDemo2::mnuCustomBackColor_Click() {
-    if (const auto chosen = Dialogs::Current().Colour(this, backColor_)) SetBackColor(*chosen);
+    const auto chosen = Dialogs::Current().Colour(this, look_.BackColor);
+    if (!chosen) return;
+    RememberLook();
+    SetBackColor(*chosen);
 }
 
 void frmDemo2::mnuCustomCaption_Click() {
@@ -257,43 +269,78 @@ void frmDemo2::mnuCustomCaption_Click() {
     const QString shown = ToQString(Caption()).left(kLongest);
     const auto answer = Dialogs::Current().InputBox(this, QStringLiteral("Customize Caption"),
                                                     QStringLiteral("Insert a new caption"), shown);
-    if (answer && !answer->isEmpty() && *answer != shown) SetCaption(ToText(*answer));
+    if (!answer || answer->isEmpty() || *answer == shown) return;
+    RememberLook();
+    SetCaption(ToText(*answer));
 }
 
 void frmDemo2::mnuCustomizeFont_Click() {
-    // The color that is seen; left as it is, it has not been chosen.
-    const OleColour seen =
-        FromQColor(Readable(backColor_, foreColor_, QApplication::palette()).Fore);
-    const auto chosen = Dialogs::Current().FontAndColour(this, {font_, seen});
+    // The colors that are seen; one that is left as it is has not been chosen.
+    const ShownColours shown = Readable(look_, QApplication::palette());
+    const OleColour seen = FromQColor(shown.Fore);
+    const auto chosen =
+        Dialogs::Current().FontAndColour(this, {look_.Font, seen, FromQColor(shown.Back)});
     if (!chosen) return;
-    font_ = chosen->Font;
-    if (chosen->Colour != seen) foreColor_ = chosen->Colour;
+    RememberLook();
+    look_.Font = chosen->Font;
+    if (chosen->Colour != seen) look_.ForeColor = chosen->Colour;
+    CopyFontAndColours();
+}
+
+void frmDemo2::mnuCustomUndo_Click() {
+    if (undo_.empty()) return;
+    const Before before = std::move(undo_.back());
+    undo_.pop_back();
+    undoItem_->setEnabled(!undo_.empty());
+    SetLook(before.Worn);
+    if (!before.Size) return;
+    SetWidth(before.Size->Width);
+    SetHeight(before.Size->Height);
+}
+
+void frmDemo2::mnuCustomReset_Click() {
+    RememberLook();
+    undo_.back().Size = TwipRect{.Width = Width(), .Height = Height()};
+    SetLook({});
+    showNormal();
+    resize(UsualSize());
+}
+
+void frmDemo2::RememberLook() {
+    look_.Caption = Caption();
+    undo_.push_back({look_, std::nullopt});
+    undoItem_->setEnabled(true);
+}
+
+void frmDemo2::SetLook(const Look& look) {
+    look_ = look;
+    SetCaption(look.Caption);
     CopyFontAndColours();
 }
 
 void frmDemo2::SetBackColor(OleColour value) {
-    backColor_ = value;
+    look_.BackColor = value;
     CopyFontAndColours();
 }
 
 void frmDemo2::SetForeColor(OleColour value) {
-    foreColor_ = value;
+    look_.ForeColor = value;
     CopyFontAndColours();
 }
 
 void frmDemo2::SetWindowFont(const FontRecord& value) {
-    font_ = value;
+    look_.Font = value;
     CopyFontAndColours();
 }
 
 void frmDemo2::CopyFontAndColours() {
-    const ShownColours shown = Readable(backColor_, foreColor_, QApplication::palette());
+    const ShownColours shown = Readable(look_, QApplication::palette());
     for (Label* label : {label1_, label2_, label3_}) {
         QPalette colours = label->palette();
         colours.setColor(QPalette::WindowText, shown.Fore);
         label->setPalette(colours);
     }
-    const QFont font = ToQFont(font_);
+    const QFont font = ToQFont(look_.Font);
     label1_->setFont(font);
     label2_->setFont(font);
     update();
@@ -306,8 +353,7 @@ void frmDemo2::changeEvent(QEvent* event) {
 }
 
 void frmDemo2::paintEvent(QPaintEvent* event) {
-    QPainter(this).fillRect(event->rect(),
-                            Readable(backColor_, foreColor_, QApplication::palette()).Back);
+    QPainter(this).fillRect(event->rect(), Readable(look_, QApplication::palette()).Back);
 }
 
 Text frmDemo2::ClassName() const {
@@ -340,7 +386,7 @@ void frmDemo2::ReadProperties(ZVPropertyBag& bag) {
          [this](const Variant& v) { SetForeColor(static_cast<OleColour>(v.ToLong())); });
     read(u"Caption", [this](const Variant& v) { SetCaption(v.ToText()); });
     IgnoringErrors([&] {
-        const Variant font = bag.ReadProperty(u"Font", {.Default = MakeObject<Font>(font_)});
+        const Variant font = bag.ReadProperty(u"Font", {.Default = MakeObject<Font>(look_.Font)});
         if (const Ref<Font> made = ViewAs<Font>(font.AsObject())) SetWindowFont(made->Value);
     });
 }
@@ -350,10 +396,10 @@ void frmDemo2::WriteProperties(ZVPropertyBag& bag) {
     bag.WriteProperty(u"Top", Top());
     bag.WriteProperty(u"Width", Width());
     bag.WriteProperty(u"Height", Height());
-    bag.WriteProperty(u"BackColor", static_cast<std::int32_t>(backColor_));
-    bag.WriteProperty(u"ForeColor", static_cast<std::int32_t>(foreColor_));
+    bag.WriteProperty(u"BackColor", static_cast<std::int32_t>(look_.BackColor));
+    bag.WriteProperty(u"ForeColor", static_cast<std::int32_t>(look_.ForeColor));
     bag.WriteProperty(u"Caption", Caption());
-    bag.WriteProperty(u"Font", MakeObject<Font>(font_));
+    bag.WriteProperty(u"Font", MakeObject<Font>(look_.Font));
 }
 
 }  // namespace zorvane

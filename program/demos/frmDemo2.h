@@ -3,9 +3,10 @@
 // and font in a bag when it closes and gets them back when a window of its number is opened again.
 
 #include <cstdint>
+#include <optional>
+#include <vector>
 
-#include "program/forms/Colour.h"
-#include "program/forms/FontRecord.h"
+#include "program/demos/Look.h"
 #include "program/forms/Form.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
 
@@ -29,15 +30,20 @@ class frmDemo2 : public Form, public IZVPropertyBag {
     void cmdShowNext_Click();
     void mnuCustomBackColor_Click();
     void mnuCustomCaption_Click();
+    // Caption, colours, font and size of a window that was never stored; it stays where it is.
+    void mnuCustomReset_Click();
+    // Takes back the last of the changes made by menu since the window was opened.
+    void mnuCustomUndo_Click();
     void mnuCustomizeFont_Click();
     void mnuFileExit_Click();
+    void mnuFileKept_Click();
 
     // As stored: a colour that was never chosen stays a system colour.
-    [[nodiscard]] OleColour BackColor() const noexcept { return backColor_; }
+    [[nodiscard]] OleColour BackColor() const noexcept { return look_.BackColor; }
     void SetBackColor(OleColour value);
-    [[nodiscard]] OleColour ForeColor() const noexcept { return foreColor_; }
+    [[nodiscard]] OleColour ForeColor() const noexcept { return look_.ForeColor; }
     void SetForeColor(OleColour value);
-    [[nodiscard]] const FontRecord& WindowFont() const noexcept { return font_; }
+    [[nodiscard]] const FontRecord& WindowFont() const noexcept { return look_.Font; }
     void SetWindowFont(const FontRecord& value);
     // 0 until the window is loaded.
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
@@ -61,21 +67,28 @@ class frmDemo2 : public Form, public IZVPropertyBag {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QAction* AddItem(QMenu* menu, const char* name, const QString& text,
+    struct Before {
+        Look Worn;
+        std::optional<TwipRect> Size;  // where that was changed too
+    };
+
+    QAction* AddItem(QMenu* menu, const char* name, const QString& text, const QString& tip,
                      void (frmDemo2::*handler)());
     void AddMenus();
     void CopyFontAndColours();  // to the labels
     void PlaceBeside(const frmDemo2& other);
+    void RememberLook();
+    void SetLook(const Look& look);
 
     PropBagSession& session_;
     std::int32_t number_ = 0;
-    OleColour backColor_ = kButtonFace;
-    OleColour foreColor_ = kButtonText;
-    FontRecord font_ = ProgramFont();
+    Look look_;  // its Caption may be an older one
+    std::vector<Before> undo_;
     bool placed_ = false;  // a stored place has been read
 
     QPointer<Form> first_;  // of the windows opened one from another; null in the first itself
     QMenuBar* menu_;
+    QAction* undoItem_ = nullptr;
     Label* label1_;  // the number
     Label* label2_;  // the explanation
     Label* label3_;  // why settings will not last

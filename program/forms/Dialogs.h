@@ -29,8 +29,8 @@ class Dialogs {
     // The dialogs in use: the toolkit's, or those of the innermost ScopedDialogs.
     static Dialogs& Current();
 
-    // A question with two answers, of which the first loses something and the other one, which Escape
-    // gives too, does not; true for the first.
+    // A question with two answers, of which the first loses something and the other one, which
+    // Escape gives too, does not; true for the first.
     virtual bool Agree(QWidget* owner, const QString& title, const QString& question,
                        const QString& lose, const QString& keep);
     // No value: the person has cancelled.

@@ -58,8 +58,8 @@ class Form : public QWidget, public virtual Object {
     void ShowModal(Form* owner = nullptr);
     // Loads if need be, shows the window and returns at once.
     void ShowOwned(Form* owner = nullptr);
-    // Closes what this form has opened, runs Form_Unload and takes the window off the screen, unless
-    // Form_QueryUnload keeps it.
+    // Closes what this form has opened, runs Form_Unload and takes the window off the screen,
+    // unless Form_QueryUnload keeps it.
     void Unload();
 
     // By name: Caption, Height, Left, ScaleHeight, ScaleWidth, Top, Visible, Width.

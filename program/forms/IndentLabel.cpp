@@ -18,7 +18,8 @@ int IndentLabel::LayOut(int width, Take take) const {
         const int indent = fontMetrics().horizontalAdvance(paragraph.left(blanks));
         const QString words = paragraph.mid(blanks);
         const int room = std::max(1, width - indent);
-        const int tall = std::max(WrappedSize(font(), words, room).height(), fontMetrics().height());
+        const int tall =
+            std::max(WrappedSize(font(), words, room).height(), fontMetrics().height());
         take(words, QRect(indent, top, room, tall));
         top += tall;
     }

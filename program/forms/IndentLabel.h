@@ -19,8 +19,8 @@ class IndentLabel : public Label {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    // Calls with each paragraph's text and its place, from the left, in a label of that width; gives
-    // the height of all.
+    // Calls with each paragraph's text and its place, from the left, in a label of that width;
+    // gives the height of all.
     template <class Take>
     int LayOut(int width, Take take) const;
 };

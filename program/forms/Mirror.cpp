@@ -7,7 +7,8 @@ namespace zorvane {
 
 void PlaceControl(QWidget* control, const QRect& fromTheLeft) {
     const QWidget* parent = control->parentWidget();
-    control->setGeometry(QStyle::visualRect(parent->layoutDirection(), parent->rect(), fromTheLeft));
+    control->setGeometry(
+        QStyle::visualRect(parent->layoutDirection(), parent->rect(), fromTheLeft));
 }
 
 }  // namespace zorvane

@@ -1,6 +1,6 @@
 #pragma once
-// AnsweringDialogs: keeps what is said instead of showing it, and answers in place of a person; no
-// answer is a click on Cancel.
+// AnsweringDialogs: keeps what is said instead of showing it, and answers in place of a person, who
+// agrees; no answer is a click on Cancel.
 
 #include <QStringList>
 
@@ -10,6 +10,10 @@ namespace zorvane::test {
 
 class AnsweringDialogs : public Dialogs {
   public:
+    bool Agree(QWidget*, const QString&, const QString& question, const QString&,
+               const QString&) override {
+        return Said << question, Agrees;
+    }
     std::optional<OleColour> Colour(QWidget*, OleColour shown) override {
         return ColourShown = shown, ColourAnswer;
     }
@@ -31,6 +35,7 @@ class AnsweringDialogs : public Dialogs {
         return Suggested = suggested, Answer;
     }
 
+    bool Agrees = true;
     QStringList Said;
     QString Asked, Printed, Suggested;
     std::optional<QString> Answer;

@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 #include <QScreen>
+#include <QVBoxLayout>
 
 #include "tests/support/Outcome.h"
 #include "tests/windows/AnsweringDialogs.h"
@@ -67,7 +68,9 @@ class FormTest : public WindowTest {
 TEST_F(FormTest, LoadRunsOnceShowsNothingAndUnloadFreesALaterLoad) {
     {
         const auto form = MakeObject<Probe>();
-        form->resize(form->screen()->availableGeometry().size() * 2);
+        auto* layout = new QVBoxLayout(form.Get());
+        layout->addWidget(form->button_);
+        form->setMinimumSize(form->screen()->availableGeometry().size() * 2);
         form->Load();
         form->Load();
         EXPECT_FALSE(form->isVisible());
@@ -190,7 +193,8 @@ TEST_F(FormTest, AFrameIsMovedWhenTooLittleOfItsTitleCanBeHeld) {
         const QRect frame(at, QSize(200, 150));
         EXPECT_EQ(WithinReach(frame) == frame, stays) << what;
     }
-    EXPECT_LT(WithinReach(QRect(0, 0, 100000, 100000)).width(), 32768) << "no display can bear it";
+    EXPECT_TRUE(area.contains(WithinReach(QRect(50, 50, 100000, 100000))))
+        << "its edges are far out";
 }
 
 TEST_F(FormTest, OnlyTheSidesThatThePersonChangedAreReadAnew) {

@@ -1,8 +1,11 @@
+#include <QFile>
 #include <QHeaderView>
+#include <QTemporaryDir>
 #include <algorithm>
 
 #include "program/demos/frmDemo0.h"
 #include "program/forms/Label.h"
+#include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {
@@ -75,12 +78,33 @@ TEST_F(frmDemo0Test, EachMnemonicAndEachHeadingGivesTheSameOrderTiesIncluded) {
         EXPECT_TRUE(Column(1) == sorted);
         Press("Command1", 0);
     }
-    window_->Command1_Click(3);
-    ClickHeader(0);
-    EXPECT_EQ(list_->SortColumn(), 4) << "Index is no order of its own";
-    EXPECT_EQ(header_->sortIndicatorSection(), 4);
+    for (const auto& again : {std::function<void()>([&] { ClickHeader(0); }),
+                              std::function<void()>([&] { window_->Command1_Click(4); })}) {
+        window_->Command1_Click(3);
+        again();
+        EXPECT_TRUE(Column(1) == byKey) << "Index restores that, and there is no fifth button";
+        EXPECT_EQ(header_->sortIndicatorSection(), 1);
+    }
+}
+
+TEST_F(frmDemo0Test, WhatIsTypedNarrowsTheRowsAndWhatIsSavedIsWhatIsShown) {
+    QTest::keyClick(window_.Get(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(window_->focusWidget(), "STRING99");
     window_->Command1_Click(4);
-    EXPECT_TRUE(Column(1) == byKey) << "there is no fifth button";
+    const QStringList found{"String99",  "String990", "String991", "String992",
+                            "String993", "String994", "String995", "String996",
+                            "String997", "String998", "String999"};
+    EXPECT_EQ(Column(1), found) << "a re-sort shows all, or 'string' is sought as it is typed";
+    EXPECT_EQ(At<QLabel>("lblShown")->text(), "11 of 1000 records");
+    AnsweringDialogs dialogs;
+    const QTemporaryDir folder;
+    dialogs.Answer = folder.filePath("rows.csv");
+    Press("SaveBtn");
+    QFile file(*dialogs.Answer);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().count("\r\n"), 12);
+    QTest::keyClick(window_->focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(list_->RowCount(), 1000);
 }
 
 }  // namespace

@@ -30,6 +30,19 @@ TEST(OrderTest, KeptBlanksAreNoGapAndTheFirstOfSeveralGapsIsFound) {
     EXPECT_EQ(order.FirstEmpty(), 2U);
 }
 
+TEST(OrderTest, OnlyWhatCannotBeAnAddressOrANumberIsRemarkedUpon) {
+    constexpr std::size_t kMail = 6, kNumber = 7;
+    const std::tuple<std::size_t, const char16_t*, bool> rows[] = {
+        {kMail, u"", false},   {kMail, u"ada at home", true}, {kMail, u"ada@x", false},
+        {kNumber, u"", false}, {kNumber, u" 00 ", true},      {kNumber, u"10", false},
+        {0, u"0", false},      {kNumber, u"-2", true},        {kNumber, u"three", false}};
+    for (const auto& [field, answer, remarked] : rows) {
+        Order order;
+        order.Answers.at(field) = answer;
+        EXPECT_EQ(order.Remark(field).Empty(), !remarked) << order.Answers.at(field);
+    }
+}
+
 TEST(OrderTest, SummaryHoldsEveryAnswerBehindItsNameInOneColumn) {
     const QStringList lines = ToQString(Complete().Summary(u"1.2.3", u"2026-03-01")).split('\n');
     EXPECT_EQ(lines.value(2), "Date:         2026-03-01");
@@ -43,6 +56,7 @@ TEST(OrderTest, SummaryHoldsEveryAnswerBehindItsNameInOneColumn) {
 
 class frmOrderTest : public ShownWindowTest<frmOrder> {
   protected:
+    AnsweringDialogs dialogs_;
     // By the labels' mnemonics, as a person without a mouse would go from box to box.
     QLineEdit* GoTo(const OrderField& field) {
         const QString caption = ToQString(field.Caption);
@@ -53,14 +67,23 @@ class frmOrderTest : public ShownWindowTest<frmOrder> {
     }
 };
 
+TEST_F(frmOrderTest, AsksBeforeWhatWasEnteredIsLost) {
+    QTest::keyClicks(GoTo(Order::kFields[6]), "ada");
+    for (const bool agrees : {false, true}) {
+        dialogs_.Agrees = agrees;
+        QTest::keyClick(window_->focusWidget(), Qt::Key_Escape);
+        EXPECT_EQ(window_->Loaded(), !agrees);
+    }
+    EXPECT_EQ(dialogs_.Said.size(), 2);
+}
+
 TEST_F(frmOrderTest, RefusesWhileABoxIsEmptyAndPutsTheCursorThere) {
-    AnsweringDialogs dialogs;
     for (const OrderField& field : Order::kFields) {
         Press("OkBtn");
         EXPECT_EQ(window_->focusWidget()->objectName(), field.Control);
         QTest::keyClicks(GoTo(field), "value");
     }
-    EXPECT_EQ(dialogs.Said, QStringList(8, "Data must be entered in all boxes provided"));
+    EXPECT_EQ(dialogs_.Said, QStringList(8, "Data must be entered in all boxes provided"));
 }
 
 TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
@@ -72,11 +95,14 @@ TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
             const QString text = Control<QPlainTextEdit>(&window, "txtSummary")->toPlainText();
             EXPECT_EQ(text.count("pasted"), 8);
             EXPECT_EQ(text.count('\n'), 5 + 8) << "one line for each answer";
+            QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+            EXPECT_EQ(Control<QLabel>(&window, "lblStatus")->text().isEmpty(), false) << "copied";
             Click(Control(&window, button));
         });
         QTest::keyClick(window_->focusWidget(), Qt::Key_Return);  // from within a box
         EXPECT_EQ(window_->Loaded(), button == QLatin1String("BackBtn"));
     }
+    EXPECT_TRUE(dialogs_.Said.empty()) << "of what was kept nothing is asked";
 }
 
 class frmOrderSummaryTest : public ShownWindowTest<frmOrderSummary> {
@@ -87,6 +113,9 @@ class frmOrderSummaryTest : public ShownWindowTest<frmOrderSummary> {
 TEST_F(frmOrderSummaryTest, IsCopiedPrintedAndSavedWholeAndAFailureIsTold) {
     AnsweringDialogs dialogs;
     const QString text = At<QPlainTextEdit>("txtSummary")->toPlainText();
+    dialogs.Agrees = false;
+    window_->Unload();
+    EXPECT_TRUE(window_->Loaded() && !dialogs.Said.takeFirst().isEmpty()) << "lost unasked";
     Press("CopyBtn");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), text);
     Press("PrintBtn");

@@ -27,8 +27,8 @@ struct BagReport {
         Variant Value;               // of neither a bag nor no object
         std::vector<BagReport> Bag;  // one for a bag that is not nested too deep
     };
-    // In which of the nested bags, by the names that lead to it with " > " between them, and at which
-    // word of the whole.
+    // In which of the nested bags, by the names that lead to it with " > " between them, and at
+    // which word of the whole.
     struct Finding {
         Text Path;
         std::size_t Word = 0;

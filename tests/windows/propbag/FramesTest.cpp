@@ -126,8 +126,8 @@ TEST_F(FramesTest, AMaximisedWindowComesBackAtItsOrdinarySize) {
         }));
         Close();
         Open();
-        EXPECT_NEAR(window_->Width(), before.Width, 15 * 12);
-        EXPECT_NEAR(window_->Height(), before.Height, 15 * 40);
+        const TwipRect now{window_->Left(), window_->Top(), window_->Width(), window_->Height()};
+        EXPECT_EQ(now, before) << "with the borders of a maximised window, or its size";
         Close();
     }
 }

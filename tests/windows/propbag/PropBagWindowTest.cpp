@@ -144,7 +144,23 @@ TEST_F(frmDemo2Test, MenuItemsAskAndApplyUnlessCancelled) {
     Choose("mnuCustomCaption");
     EXPECT_EQ(dialogs_.Asked, "Customize Caption\nInsert a new caption");
     EXPECT_EQ(window_->windowTitle(), "Mine");
-    Choose("mnuFileExit");
+
+    window_->SetWidth(6543.75F);
+    Choose("mnuCustomReset");
+    EXPECT_EQ(window_->Caption(), caption);
+    EXPECT_EQ(window_->WindowFont(), ProgramFont());
+    EXPECT_EQ(window_->BackColor(), kButtonFace);
+    EXPECT_NE(window_->Width(), 6543.75F);
+    Choose("mnuCustomUndo");
+    EXPECT_EQ(window_->Width(), 6543.75F);
+    for (int step = 0; step < 4; ++step) {
+        EXPECT_EQ(window_->Caption(), step == 0 ? Text(u"Mine") : caption) << step;
+        EXPECT_EQ(window_->ForeColor(), step < 2 ? 0x00FEDCBA : kButtonText) << step;
+        Choose("mnuCustomUndo");
+    }
+    EXPECT_EQ(window_->BackColor(), kButtonFace);
+    EXPECT_FALSE(At<QAction>("mnuCustomUndo")->isEnabled());
+    QTest::keyClick(window_.Get(), Qt::Key_Escape);
     EXPECT_FALSE(window_->isVisible());
 }
 
