@@ -151,9 +151,10 @@ void frmOrder::OkBtn_Click() {
 
 bool frmOrder::Form_QueryUnload() {
     return ordered_ || Entered().Blank() ||
-           Dialogs::Current().Agree(this, windowTitle(),
-                                    QStringLiteral("What has been entered would be lost."),
-                                    QStringLiteral("&Leave"), QStringLiteral("&Stay"));
+           Dialogs::Current().Agree(
+               this, windowTitle(),
+               QStringLiteral("Leave the form? What has been entered is lost."),
+               QStringLiteral("&Leave"), QStringLiteral("&Stay"));
 }
 
 void frmOrder::ShowRemark(std::size_t at) {

@@ -107,7 +107,7 @@ bool frmOrderSummary::Form_QueryUnload() {
     return kept_ || !finished_ ||
            Dialogs::Current().Agree(
                this, windowTitle(),
-               QStringLiteral("The order has been neither copied nor printed nor saved."),
+               QStringLiteral("Close it? The order has been neither copied nor printed nor saved."),
                QStringLiteral("C&lose"), QStringLiteral("&Stay"));
 }
 

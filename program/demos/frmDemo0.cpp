@@ -82,11 +82,12 @@ void frmDemo0::LayOut() {
     above->addWidget(txtFind_, 1);
     above->addSpacing(16);
     above->addWidget(shown_);
+    above->addSpacing(16);
+    above->addWidget(saveBtn_);
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : command1_) buttons->addWidget(button);
     buttons->addStretch();
     buttons->addSpacing(16);
-    buttons->addWidget(saveBtn_);
     buttons->addWidget(orderBtn_);
     buttons->addWidget(closeBtn_);
     auto* layout = new QVBoxLayout(this);
@@ -97,12 +98,12 @@ void frmDemo0::LayOut() {
     layout->addWidget(list_, 1);
     layout->addLayout(buttons);
 
-    QWidget* previous = list_;
-    setTabOrder(txtFind_, list_);
-    for (QPushButton* button :
-         {command1_[0], command1_[1], command1_[2], command1_[3], saveBtn_, orderBtn_, closeBtn_}) {
-        setTabOrder(previous, button);
-        previous = button;
+    QWidget* previous = txtFind_;
+    for (QWidget* next :
+         std::initializer_list<QWidget*>{saveBtn_, list_, command1_[0], command1_[1], command1_[2],
+                                         command1_[3], orderBtn_, closeBtn_}) {
+        setTabOrder(previous, next);
+        previous = next;
     }
     list_->setFocus();
 }

@@ -303,7 +303,9 @@ void frmDemo2::mnuCustomReset_Click() {
     undo_.back().Size = TwipRect{.Width = Width(), .Height = Height()};
     SetLook({});
     showNormal();
-    resize(UsualSize());
+    const QSize outer = UsualSize().grownBy(FramePlacement::UsualBorders());
+    SetWidth(ToTwips(outer.width()));
+    SetHeight(ToTwips(outer.height()));
 }
 
 void frmDemo2::RememberLook() {

@@ -18,6 +18,9 @@ namespace {
 
 enum Column { kName, kType, kValue, kColumns };
 
+// A number keeps its sign in front where the layout runs from the right.
+constexpr QChar kRunsFromLeft(0x200E);
+
 Text WordsText(const BagReport& bag) {
     const auto words = static_cast<std::int32_t>(bag.Words);
     return LongText(words) + Text(words == 1 ? u" word" : u" words");
@@ -37,7 +40,7 @@ void ShowValue(QTreeWidgetItem* row, const Variant& value) {
         if (value.IsEmpty() || value.IsNull()) return;
         const bool code = value.Type() == VarType::Error;  // which has no text of its own
         const Text text = code ? LongText(value.AsError()) : value.ToText();
-        row->setText(kValue, ToQString(text).left(kLongest));
+        row->setText(kValue, kRunsFromLeft + ToQString(text).left(kLongest));
         return;
     }
     const Array& array = value.AsArray();
@@ -46,7 +49,7 @@ void ShowValue(QTreeWidgetItem* row, const Variant& value) {
         const auto at = static_cast<std::int32_t>(std::int64_t{array.LowerBound()} + i);
         ShowValue(Row(row, LongText(at), Text()), array.At(at));
     }
-    row->setText(kValue, ToQString(LongText(array.Count()) + Text(u" elements")));
+    row->setText(kValue, kRunsFromLeft + ToQString(LongText(array.Count()) + Text(u" elements")));
 }
 
 void ShowBag(QTreeWidgetItem* under, const BagReport& bag) {
@@ -56,7 +59,7 @@ void ShowBag(QTreeWidgetItem* under, const BagReport& bag) {
         if (entry.Bag.empty()) {
             ShowValue(row, entry.Value);
         } else {
-            row->setText(kValue, ToQString(WordsText(entry.Bag.front())));
+            row->setText(kValue, kRunsFromLeft + ToQString(WordsText(entry.Bag.front())));
             ShowBag(row, entry.Bag.front());
         }
     }

@@ -10,15 +10,27 @@
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextDocument>
 #include <utility>
 
 #include "program/forms/FontDialog.h"
+#include "program/forms/SmallScreen.h"
 
 namespace zorvane {
 namespace {
 
 Dialogs* replacement = nullptr;
+
+// Shows a dialog of the toolkit, whole or scrolled; true when it was accepted.
+bool Accepted(QDialog& dialog) {
+    constexpr QSize kBorders(12, 32);
+    const QSize room = dialog.screen()->availableSize() - kBorders;
+    FitSmallScreen(dialog, room);
+    const bool sized = dialog.testAttribute(Qt::WA_Resized);
+    dialog.resize((sized ? dialog.size() : dialog.sizeHint()).boundedTo(room));
+    return dialog.exec() == QDialog::Accepted;
+}
 
 QMessageBox::Icon IconOf(Dialogs::Kind kind) {
     switch (kind) {
@@ -52,16 +64,16 @@ bool Dialogs::Agree(QWidget* owner, const QString& title, const QString& questio
 }
 
 std::optional<OleColour> Dialogs::Colour(QWidget* owner, OleColour shown) {
-    const QColor chosen =
-        QColorDialog::getColor(ToQColor(shown, QApplication::palette()), owner,
-                               QStringLiteral("Color"), QColorDialog::DontUseNativeDialog);
-    if (!chosen.isValid()) return std::nullopt;
-    return FromQColor(chosen);
+    QColorDialog dialog(ToQColor(shown, QApplication::palette()), owner);
+    dialog.setWindowTitle(QStringLiteral("Color"));
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (!Accepted(dialog)) return std::nullopt;
+    return FromQColor(dialog.selectedColor());
 }
 
 std::optional<FontChoice> Dialogs::FontAndColour(QWidget* owner, const FontChoice& shown) {
     FontDialog dialog(shown, owner);
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    if (!Accepted(dialog)) return std::nullopt;
     return dialog.Choice();
 }
 
@@ -112,7 +124,7 @@ std::optional<QString> Dialogs::SaveFileName(QWidget* owner, const QString& titl
         dialog.setDefaultSuffix(wanted);
         dialog.selectFile(named.completeBaseName() + QLatin1Char('.') + wanted);
     });
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    if (!Accepted(dialog)) return std::nullopt;
     return dialog.selectedFiles().value(0);
 }
 

@@ -52,12 +52,14 @@ QRect WithinReach(QRect frame) {
     const auto into = [](int from, int room, int length, int wish) {
         return std::clamp(wish, from, std::max(from, from + room - length));
     };
-    // Its far edges could not be reached to make it smaller.
-    if (frame.width() > desktop.width()) {
+    // Far beyond all screens its edges could not be reached to make it smaller; a little beyond is
+    // what a person may have wanted.
+    const auto far = [](int length, int room) { return 2 * length > 3 * room; };
+    if (far(frame.width(), desktop.width())) {
         frame.setWidth(desktop.width());
         frame.moveLeft(desktop.left());
     }
-    if (frame.height() > desktop.height()) {
+    if (far(frame.height(), desktop.height())) {
         frame.setHeight(desktop.height());
         frame.moveTop(desktop.top());
     }

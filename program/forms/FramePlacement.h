@@ -65,7 +65,7 @@ class FramePlacement {
 };
 
 // Where a frame is really put: moved onto a screen when too little of its title bar would be seen,
-// and no larger than all screens together.
+// and as large as all screens together where it would be far larger.
 [[nodiscard]] QRect WithinReach(QRect frame);
 
 }  // namespace zorvane

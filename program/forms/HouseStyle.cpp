@@ -20,6 +20,13 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     QProxyStyle::drawPrimitive(element, &turned, painter, widget);
 }
 
+void HouseStyle::drawItemText(QPainter* painter, const QRect& place, int flags,
+                              const QPalette& palette, bool enabled, const QString& text,
+                              QPalette::ColorRole role) const {
+    const int runs = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+    QProxyStyle::drawItemText(painter, place, flags | runs, palette, enabled, text, role);
+}
+
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* returned) const {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;

@@ -14,6 +14,10 @@ class HouseStyle : public QProxyStyle {
     // A heading's mark points up where values ascend, towards the least.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    // A text runs as its own letters do, wherever the layout begins: the full stop stays at its
+    // end.
+    void drawItemText(QPainter* painter, const QRect& place, int flags, const QPalette& palette,
+                      bool enabled, const QString& text, QPalette::ColorRole role) const override;
     // Buttons without pictures, and OK before Cancel.
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;

@@ -6,13 +6,16 @@
 namespace zorvane {
 
 void FitSmallScreen(QWidget& window, QSize room) {
-    const QSize least = window.minimumSize();
-    if (least.boundedTo(room) == least || least == window.maximumSize()) return;
+    QLayout* layout = window.layout();
+    const QSize needed = layout ? layout->totalMinimumSize() : QSize(0, 0);
+    const QSize least = window.minimumSize().expandedTo(needed);
+    if (least.boundedTo(room) == least || window.minimumSize() == window.maximumSize()) return;
     window.setMinimumSize(least.boundedTo(room));
-    if (!window.layout()) return;
+    if (!layout) return;
     QWidget* focus = window.focusWidget();
     auto* body = new QWidget;
-    body->setLayout(window.layout());  // the controls go along
+    layout->setSizeConstraint(QLayout::SetDefaultConstraint);
+    body->setLayout(layout);  // the controls go along
     body->setMinimumSize(least);
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);

@@ -7,6 +7,7 @@
 #include "program/app/Order.h"
 #include "program/app/frmOrder.h"
 #include "program/app/frmOrderSummary.h"
+#include "program/forms/Label.h"
 #include "program/forms/Strings.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
@@ -96,7 +97,7 @@ TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
             EXPECT_EQ(text.count("pasted"), 8);
             EXPECT_EQ(text.count('\n'), 5 + 8) << "one line for each answer";
             QTest::keyClick(window.focusWidget(), Qt::Key_Return);
-            EXPECT_EQ(Control<QLabel>(&window, "lblStatus")->text().isEmpty(), false) << "copied";
+            EXPECT_EQ(Control<Label>(&window, "lblStatus")->text().isEmpty(), false) << "copied";
             Click(Control(&window, button));
         });
         QTest::keyClick(window_->focusWidget(), Qt::Key_Return);  // from within a box
