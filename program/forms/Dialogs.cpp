@@ -26,9 +26,10 @@ Dialogs* replacement = nullptr;
 bool Accepted(QDialog& dialog) {
     constexpr QSize kBorders(12, 32);
     const QSize room = dialog.screen()->availableSize() - kBorders;
-    FitSmallScreen(dialog, room);
     const bool sized = dialog.testAttribute(Qt::WA_Resized);
-    dialog.resize((sized ? dialog.size() : dialog.sizeHint()).boundedTo(room));
+    const QSize wish = sized ? dialog.size() : dialog.sizeHint();
+    FitSmallScreen(dialog, room);
+    dialog.resize(wish.boundedTo(room));
     return dialog.exec() == QDialog::Accepted;
 }
 
