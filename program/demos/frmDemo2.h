@@ -78,6 +78,7 @@ class frmDemo2 : public Form, public IZVPropertyBag {
     void CopyFontAndColours();  // to the labels
     void PlaceBeside(const frmDemo2& other);
     void RememberLook();
+    [[nodiscard]] static QSize UsualSize();  // inner, of a window that was never stored
     void SetLook(const Look& look);
 
     PropBagSession& session_;
