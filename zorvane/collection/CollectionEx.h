@@ -38,6 +38,7 @@ struct CollectionExAdd {
 // or 13 where it has no such form).
 class ZORVANE_EXPORT CollectionEx : public Object {
     struct Record {
+        using Relocatable = void;
         Variant Item;
         Text Key;  // as given, until an order by key asks for its lower-cased form
     };

@@ -29,6 +29,7 @@
 namespace zorvane {
 
 struct CollectionRecord {
+    using Relocatable = void;
     Variant Item;
     Text Key;
     Text ItemString;

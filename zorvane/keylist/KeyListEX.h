@@ -26,6 +26,7 @@
 namespace zorvane {
 
 struct KeyListRecord {
+    using Relocatable = void;
     Variant Item;
     std::int32_t ItemLong = 0;
     Text ItemString;

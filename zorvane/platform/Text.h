@@ -22,6 +22,8 @@ namespace zorvane {
 
 class ZORVANE_EXPORT Text {
   public:
+    using Relocatable = void;
+
     constexpr Text() noexcept = default;
     Text(std::u16string_view units);  // O(n), one allocation
     Text(const std::u16string& units) : Text(std::u16string_view(units)) {}

@@ -41,6 +41,8 @@ struct Decimal {
 
 class ZORVANE_EXPORT Variant {
   public:
+    using Relocatable = void;
+
     Variant() noexcept : Variant(VarType::Empty, std::int64_t{0}) {}
     Variant(bool value) noexcept
         : Variant(VarType::Boolean, PayloadOf<std::int16_t>(value ? -1 : 0)) {}

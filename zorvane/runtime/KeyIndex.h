@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "zorvane/platform/LargeArray.h"
-#include "zorvane/runtime/detail/RecordOrder.h"
+#include "zorvane/runtime/RecordOrder.h"
 
 namespace zorvane {
 

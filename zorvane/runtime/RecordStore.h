@@ -2,9 +2,10 @@
 // RecordStore: records in an order, each with a number that stays its own while it lives.
 //
 // Records never move one by one: inserting or removing shifts 4-byte numbers (RecordOrder), and
-// growth or a sort moves all records once, as raw bytes. Memory is touched as records need it. A
-// Record must be relocatable (zorvane/platform/Relocate.h) with all-zero bytes as its empty state.
-// Positions count from 1.
+// growth or a sort moves all records once, as raw bytes where they are relocatable
+// (zorvane/platform/Relocate.h). Memory is touched as records need it. Insert and Reorder need
+// relocatable records with all-zero bytes as their empty state; others are opened and made in
+// place. Positions count from 1.
 
 #include <algorithm>
 #include <bit>
@@ -14,17 +15,20 @@
 #include <limits>
 #include <span>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "zorvane/platform/LargeBlock.h"
 #include "zorvane/platform/Relocate.h"
-#include "zorvane/runtime/detail/RecordOrder.h"
+#include "zorvane/runtime/RecordOrder.h"
 
 namespace zorvane {
 
 template <class Record>
 class RecordStore {
+    static_assert(kRelocatable<Record> || std::is_nothrow_move_constructible_v<Record>);
+
   public:
     RecordStore() = default;
     RecordStore(RecordStore&& other) noexcept { swap(*this, other); }
@@ -82,6 +86,16 @@ class RecordStore {
     [[nodiscard]] const Record& OfNumber(RecordNumber number) const noexcept {
         return records_[number & mask_];
     }
+    // The number of a record that lies here.
+    [[nodiscard]] RecordNumber NumberOf(const Record& record) const noexcept {
+        const auto place = static_cast<std::uint32_t>(&record - records_);
+        return LeastNumber() + ((place - LeastNumber()) & mask_);
+    }
+    // Numbers in use are not below LeastNumber(), and differ modulo Places().
+    [[nodiscard]] RecordNumber LeastNumber() const noexcept {
+        return order_.IsRun() ? order_.First() : base_;
+    }
+    [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
     [[nodiscard]] std::int32_t PositionOf(RecordNumber number) const noexcept {
         return Position(order_.PositionOf(number));
     }
@@ -120,13 +134,18 @@ class RecordStore {
     // Opens a zero record at a position 1..Count()+1 and gives its number; later ones move up.
     // O(1) at the ends of a run, else O(RecordOrder::kBlock). May throw, then nothing changed.
     RecordNumber Insert(std::int32_t position, std::uint64_t prefix = 0) {
+        const RecordNumber number = Open(position, prefix);
+        ZeroFill(&OfNumber(number), 1);
+        return number;
+    }
+    // The same without a record: one has to be made there before anything else is done.
+    RecordNumber Open(std::int32_t position, std::uint64_t prefix = 0) {
         const std::uint32_t at = Index(position);
         // Behind all of a run, with room there: what is done most.
         const bool isNext = at == order_.Count() && at == lined_ && at != 0;
-        if (!isNext || line_ + at == records_ + Places()) return InsertElsewhere(at, prefix);
+        if (!isNext || line_ + at == records_ + Places()) return OpenElsewhere(at, prefix);
         order_.ResizeRun(order_.First(), at + 1);
         ++lined_;
-        ZeroFill(line_ + at, 1);
         return order_.First() + at;
     }
     // Makes Close of this position possible. May throw, then nothing changed.
@@ -136,6 +155,14 @@ class RecordStore {
     // After PrepareClose: closes the position of the record with this number, which was moved away
     // (Taken). Later ones move down; the number may be given out again.
     void Close(std::int32_t position, RecordNumber number) noexcept;
+    // Makes CloseIf possible. May throw, then nothing changed.
+    void PrepareCloseIf() {
+        if (order_.IsRun() && Count() != 0) LeaveRun();
+    }
+    // After PrepareCloseIf: closes the positions of all records, ended already, whose numbers are
+    // doomed(number), in one pass.
+    template <class Doomed>
+    void CloseIf(Doomed&& doomed) noexcept;
     // Destroys every record.
     void Clear() noexcept;
     // Room for `count` records in all without moving any. May throw.
@@ -176,8 +203,7 @@ class RecordStore {
     static void Free(Record* records, std::size_t places) noexcept {
         FreeBlock(records, places * sizeof(Record));
     }
-    [[gnu::noinline]] RecordNumber InsertElsewhere(std::uint32_t at, std::uint64_t prefix);
-    [[nodiscard]] std::uint32_t Places() const noexcept { return records_ ? mask_ + 1 : 0; }
+    [[gnu::noinline]] RecordNumber OpenElsewhere(std::uint32_t at, std::uint64_t prefix);
     // Makes at least `places` places; numbers first..first+used-1 keep their records.
     void Grow(std::uint32_t places, RecordNumber first, std::uint32_t used);
     void LeaveRun();
@@ -196,9 +222,6 @@ class RecordStore {
     [[nodiscard]] bool IsCompact() const noexcept {
         return order_.IsRun() || next_ - base_ == order_.Count();
     }
-    [[nodiscard]] RecordNumber LeastNumber() const noexcept {
-        return order_.IsRun() ? order_.First() : base_;
-    }
     void Permute(RecordNumber first, std::span<RecordNumber> sources) noexcept;
 
     // Record number n stands at n % places, so a run may walk round the array.
@@ -216,14 +239,13 @@ class RecordStore {
 };
 
 template <class Record>
-RecordNumber RecordStore<Record>::InsertElsewhere(std::uint32_t at, std::uint64_t prefix) {
+RecordNumber RecordStore<Record>::OpenElsewhere(std::uint32_t at, std::uint64_t prefix) {
     const std::uint32_t count = order_.Count();
     if (order_.IsRun() && (at == count || at == 0)) {
         if (count == Places()) Grow(count + 1, order_.First(), count);
         const bool inFront = at == 0 && count != 0;
         order_.ResizeRun(inFront ? order_.First() - 1 : order_.First(), count + 1);
         const RecordNumber number = order_.First() + at;
-        ZeroFill(&OfNumber(number), 1);
         LineUp();
         return number;
     }
@@ -235,7 +257,6 @@ RecordNumber RecordStore<Record>::InsertElsewhere(std::uint32_t at, std::uint64_
     } else {
         vacant_.pop_back();
     }
-    ZeroFill(&OfNumber(number), 1);
     return number;
 }
 
@@ -279,6 +300,18 @@ void RecordStore<Record>::Close(std::int32_t position, RecordNumber number) noex
 }
 
 template <class Record>
+template <class Doomed>
+void RecordStore<Record>::CloseIf(Doomed&& doomed) noexcept {
+    if (order_.IsRun()) return;
+    order_.EraseIf([&](RecordNumber number) {
+        const bool goes = doomed(number);
+        if (goes) vacant_.push_back(number);
+        return goes;
+    });
+    if (order_.Count() == 0) order_.SetRun(0, 0);
+}
+
+template <class Record>
 void RecordStore<Record>::Clear() noexcept {
     // Taken out first: releasing a value may run code that looks at this store.
     RecordStore doomed;
@@ -308,7 +341,7 @@ void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::ui
         const std::uint32_t from = (first + i) & mask_;
         const std::uint32_t to = (first + i) & (wanted - 1);
         const std::uint32_t run = std::min({used - i, mask_ + 1 - from, wanted - to});
-        Relocate(records + to, records_ + from, run);
+        MoveAll(records + to, records_ + from, run);
         i += run;
     }
     Free(records_, Places());
@@ -320,6 +353,7 @@ void RecordStore<Record>::Grow(std::uint32_t places, RecordNumber first, std::ui
 template <class Record>
 template <class Renumber>
 void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber&& renumber) {
+    static_assert(kRelocatable<Record>);
     const auto count = static_cast<std::uint32_t>(order.size());
     if (count == 0) return;
     std::vector<RecordNumber> newNumbers(Places());

@@ -1,6 +1,6 @@
 // Blocks without prefixes: the model runs mostly see those with them.
 
-#include "zorvane/runtime/detail/RecordOrder.h"
+#include "zorvane/runtime/RecordOrder.h"
 
 #include <gtest/gtest.h>
 

@@ -14,6 +14,8 @@ class BlockStarts {
   public:
     // `count` blocks of `step` positions each. May throw.
     void Assign(std::uint32_t count, std::uint32_t step);
+    // Right behind Assign: where one of them begins.
+    void Set(std::uint32_t block, std::uint32_t start) noexcept { starts_[block] = start; }
     // Room for `count` blocks in all. May throw, then nothing changed.
     void Reserve(std::uint32_t count);
 

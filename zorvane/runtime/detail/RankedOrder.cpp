@@ -3,14 +3,16 @@
 #include <algorithm>
 #include <bit>
 #include <functional>
-#include <numeric>
 #include <utility>
 
 #include "zorvane/platform/Units.h"
+#include "zorvane/runtime/BucketSort.h"
 #include "zorvane/runtime/detail/WideGapSort.h"
 
 namespace zorvane::modZorvane {
 namespace {
+
+constexpr auto kSort = [](auto first, auto last, auto& less) { std::sort(first, last, less); };
 
 constexpr std::uint64_t RankOf(Ranked ranked) {
     return ranked >> 32;
@@ -45,36 +47,6 @@ bool SharesRanks(std::span<const Ranked> given) {
         while (seen[at] != 0 && seen[at] != rank) at = (at + 1) & (size - 1);
         return std::exchange(seen[at], rank) == rank;
     });
-}
-
-// Sorts by a 64-bit key that `less` begins with: one pass into buckets by the leading bits in which
-// the keys differ at all, then each bucket by itself.
-template <class Element, class KeyOf, class Less>
-void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less) {
-    constexpr std::size_t kWorthwhile = 256;
-    const auto [low, high] = std::ranges::minmax_element(elements, {}, keyOf);
-    const auto least = keyOf(*low);
-    const auto varying = static_cast<int>(std::bit_width(keyOf(*high) - least));
-    if (elements.size() < kWorthwhile || varying == 0) {
-        std::ranges::sort(elements, less);
-        return;
-    }
-    const int bits = std::min(varying, elements.size() > 200000 ? 16 : 12);
-    const auto bucketOf = [&, base = least](const Element& element) {
-        return static_cast<std::size_t>((keyOf(element) - base) >> (varying - bits));
-    };
-    std::vector<std::uint32_t> ends((std::size_t{1} << bits) + 1);
-    for (const Element& element : elements) ++ends[bucketOf(element) + 1];
-    std::partial_sum(ends.begin(), ends.end(), ends.begin());
-    std::vector<Element> scattered(elements.size());
-    for (const Element& element : elements) scattered[ends[bucketOf(element)]++] = element;
-    // Each bucket now ends where the next began.
-    std::uint32_t begin = 0;
-    for (const std::uint32_t end : ends) {
-        if (end - begin > 1) std::sort(scattered.begin() + begin, scattered.begin() + end, less);
-        begin = end;
-    }
-    elements = std::move(scattered);
 }
 
 // The low bytes of four units, side by side.
@@ -131,7 +103,7 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::int32_t> values, boo
     }
     if (SharesRanks(given)) return OrderWithTies(std::move(given), descending);
     std::vector<Ranked> ascending = std::move(given);
-    SortByBuckets(ascending, RankOf, std::less<>());
+    SortByBuckets(ascending, RankOf, std::less<>(), kSort);
     if (descending) std::ranges::reverse(ascending);
     return IndexesOf(ascending);
 }
@@ -142,7 +114,7 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::uint64_t> values, bo
     for (std::uint32_t i = 0; i < values.size(); ++i) sorted[i] = {values[i], i};
     SortByBuckets(
         sorted, [](const Keyed& keyed) { return keyed.key; },
-        [](const Keyed& a, const Keyed& b) { return a.key < b.key; });
+        [](const Keyed& a, const Keyed& b) { return a.key < b.key; }, kSort);
     return OrderOfSorted(sorted, descending,
                          [](const Keyed& a, const Keyed& b) { return a.key == b.key; });
 }
@@ -169,7 +141,7 @@ std::vector<std::uint32_t> RankedOrder(std::span<const std::u16string_view> text
     };
     SortByBuckets(
         sorted, [](const Keyed& keyed) { return keyed.key; },
-        [&](const Keyed& a, const Keyed& b) { return compare(a, b) < 0; });
+        [&](const Keyed& a, const Keyed& b) { return compare(a, b) < 0; }, kSort);
     return OrderOfSorted(sorted, descending,
                          [&](const Keyed& a, const Keyed& b) { return compare(a, b) == 0; });
 }

@@ -66,11 +66,32 @@ class ZORVANE_EXPORT RecordOrder {
     // Turns a run into blocks (the numbers stay as they are). O(n). May throw, then nothing
     // changed.
     void ToBlocks();
+    // Makes it blocks of these numbers, which are not below `least` and differ modulo `places`, a
+    // power of two. O(n). May throw, then nothing changed.
+    void SetBlocks(std::span<const RecordNumber> numbers, RecordNumber least, std::uint32_t places);
+    // Blocks only: makes it possible to insert one number without a failure, of which the same
+    // holds as of those that stand here then. May throw, then nothing changed.
+    void PrepareInsert(RecordNumber least, std::uint32_t places);
     // Blocks only: puts a number, and its prefix where the order carries prefixes, at a position.
     // Numbers count up, wrapping, from the first that the run had. May throw, then nothing changed.
     void Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix = 0);
     // Blocks only: takes the number at a position away.
     void Erase(std::uint32_t position) noexcept;
+    // Blocks only: takes every number away for which doomed(number) holds; it is asked once for
+    // each, in order. O(n).
+    template <class Doomed>
+    void EraseIf(Doomed&& doomed) noexcept {
+        std::uint32_t to = 0;  // the block that takes what stays; never ahead of the one read
+        for (std::uint32_t from = 0; from < blocks_.size(); ++from) {
+            const Block& block = *blocks_[from];
+            const std::uint32_t end = block.begin + block.count;
+            blocks_[from]->count = 0;
+            for (std::uint32_t at = block.begin; at < end; ++at) {
+                if (!doomed(block.numbers[at])) to = Keep(from, at, to);
+            }
+        }
+        KeepBlocks(to + 1);
+    }
 
     // Blocks only: gives every number the prefix prefixOf(number); prefixes never decrease along
     // the order. O(n). May throw, then nothing changed.
@@ -86,7 +107,7 @@ class ZORVANE_EXPORT RecordOrder {
             for (std::uint32_t k = 0; k < block.count; ++k) {
                 block.Prefixes()[k] = prefixOf(block.Numbers()[k]);
             }
-            firstPrefixes_[i] = block.Prefixes()[0];
+            firstPrefixes_[i] = block.count != 0 ? block.Prefixes()[0] : 0;
         }
     }
     void DropPrefixes() noexcept { firstPrefixes_.clear(); }
@@ -134,6 +155,11 @@ class ZORVANE_EXPORT RecordOrder {
         }
     };
 
+    template <class NumberAt>
+    void Fill(std::uint32_t count, std::size_t places, NumberAt&& numberAt);
+    [[nodiscard]] std::uint32_t Keep(std::uint32_t from, std::uint32_t at,
+                                     std::uint32_t to) noexcept;
+    void KeepBlocks(std::uint32_t count) noexcept;
     void CloseGap(Block& block, std::uint32_t within) const noexcept;
     [[nodiscard]] std::uint32_t FindBlock(std::uint32_t position) const noexcept;
     void ForgetCursor() const noexcept { cursor_.count = 0; }

@@ -1,4 +1,4 @@
-#include "zorvane/runtime/detail/RecordOrder.h"
+#include "zorvane/runtime/RecordOrder.h"
 
 #include <algorithm>
 #include <bit>
@@ -6,6 +6,9 @@
 
 namespace zorvane {
 namespace {
+
+// What a fresh block holds: room for insertions before the first split.
+constexpr std::uint32_t kFill = RecordOrder::kBlock * 3 / 4;
 
 template <class T>
 void Move(T* to, const T* from, std::uint32_t count) noexcept {
@@ -61,29 +64,102 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
     ForgetCursor();
 }
 
-void RecordOrder::ToBlocks() {
-    constexpr std::uint32_t kFill = kBlock * 3 / 4;  // room for insertions before the first split
-    const std::uint32_t needed = std::max(1u, (count_ + kFill - 1) / kFill);
+// Makes blocks of `count` numbers.
+template <class NumberAt>
+void RecordOrder::Fill(std::uint32_t count, std::size_t places, NumberAt&& numberAt) {
+    const std::uint32_t needed = std::max(1u, (count + kFill - 1) / kFill);
     std::vector<Block*> blocks;
     blocks.reserve(needed + 1);
     Slabs<Block> room;
     room.Prepare(needed);
     for (std::uint32_t from = 0; blocks.size() < needed; from += kFill) {
         Block* const block = room.Take();
-        block->count = std::min(kFill, count_ - from);
+        block->count = std::min(kFill, count - from);
         block->begin = (kBlock - block->count) / 2;
-        for (std::uint32_t i = 0; i < block->count; ++i) block->Numbers()[i] = first_ + from + i;
+        for (std::uint32_t i = 0; i < block->count; ++i) block->Numbers()[i] = numberAt(from + i);
         blocks.push_back(block);
     }
     BlockStarts starts;
     starts.Assign(needed, kFill);
-    LargeArray<Block*> owners(std::bit_ceil(std::max(16u, count_ + 1)));
+    LargeArray<Block*> owners(places);
+    DropPrefixes();
     blocks_ = std::move(blocks);
     room_ = std::move(room);
     starts_ = std::move(starts);
     owners_ = std::move(owners);
     isRun_ = false;
+    count_ = count;
     for (Block* block : blocks_) NoteOwner(*block);
+    ForgetCursor();
+}
+
+void RecordOrder::ToBlocks() {
+    Fill(count_, std::bit_ceil(std::max(16u, count_ + 1)),
+         [this](std::uint32_t i) { return first_ + i; });
+}
+
+void RecordOrder::SetBlocks(std::span<const RecordNumber> numbers, RecordNumber least,
+                            std::uint32_t places) {
+    Fill(static_cast<std::uint32_t>(numbers.size()), std::max(16u, places),
+         [numbers](std::uint32_t i) { return numbers[i]; });
+    first_ = least;
+}
+
+void RecordOrder::PrepareInsert(RecordNumber least, std::uint32_t places) {
+    // Between two full blocks both are split.
+    constexpr std::size_t kSplits = 2;
+    const std::size_t blocks = blocks_.size() + kSplits;
+    const auto makeRoom = [&](auto& values) {
+        if (values.capacity() < blocks) values.reserve(2 * blocks);
+    };
+    makeRoom(blocks_);
+    room_.Prepare(kSplits);
+    if (HasPrefixes()) {
+        prefixRoom_.Prepare(kSplits);
+        makeRoom(firstPrefixes_);
+    }
+    starts_.Reserve(static_cast<std::uint32_t>(blocks));
+    if (places > owners_.Size()) {
+        owners_ = LargeArray<Block*>(places);
+        for (Block* block : blocks_) NoteOwner(*block);
+    }
+    first_ = least;
+}
+
+// Puts the number at a place of block `from`, which stays, behind those in block `to`, or in the
+// next where that one has enough; gives which. A block that was read before is filled as a fresh
+// one is; in the one that is read what stays cannot overtake what is still to be read.
+std::uint32_t RecordOrder::Keep(std::uint32_t from, std::uint32_t at, std::uint32_t to) noexcept {
+    const Block& source = *blocks_[from];
+    const Block* const last = blocks_[to];
+    if (to != from && (last->count >= kFill || last->begin + last->count == kBlock)) {
+        if (++to != from) blocks_[to]->begin = (kBlock - kFill) / 2;
+    }
+    Block& block = *blocks_[to];
+    const std::uint32_t place = block.begin + block.count++;
+    const RecordNumber number = source.numbers[at];
+    block.numbers[place] = number;
+    if (HasPrefixes()) block.prefixes->values[place] = source.prefixes->values[at];
+    owners_[number & (owners_.Size() - 1)] = &block;
+    return to;
+}
+
+// Lets go of all blocks but the first, and counts anew what those hold.
+void RecordOrder::KeepBlocks(std::uint32_t count) noexcept {
+    for (std::size_t i = count; i < blocks_.size(); ++i) {
+        if (blocks_[i]->prefixes) prefixRoom_.Give(blocks_[i]->prefixes);
+        room_.Give(blocks_[i]);
+    }
+    blocks_.resize(count);
+    starts_.Assign(count, 0);
+    if (HasPrefixes()) firstPrefixes_.resize(count);
+    count_ = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const Block& block = *blocks_[i];
+        starts_.Set(i, count_);
+        count_ += block.count;
+        if (HasPrefixes()) firstPrefixes_[i] = block.count != 0 ? block.Prefixes()[0] : 0;
+    }
     ForgetCursor();
 }
 
