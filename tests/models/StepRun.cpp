@@ -8,13 +8,15 @@ std::unique_ptr<StepRun> StartBag(std::uint32_t kind);
 std::unique_ptr<StepRun> StartCollection(std::uint32_t kind);
 std::unique_ptr<StepRun> StartCollectionEx(std::uint32_t kind);
 std::unique_ptr<StepRun> StartKeyList(std::uint32_t kind);
+std::unique_ptr<StepRun> StartTable(std::uint32_t kind);
 std::unique_ptr<StepRun> StartZVCollection(std::uint32_t kind);
 
-const std::array<Modelled, 5> kModelled{{{"Collection", StartCollection},
+const std::array<Modelled, 6> kModelled{{{"Collection", StartCollection},
                                          {"KeyListEX", StartKeyList},
                                          {"ZVCollectionEx", StartZVCollection},
                                          {"CollectionEx", StartCollectionEx},
-                                         {"ZVPropertyBag", StartBag}}};
+                                         {"ZVPropertyBag", StartBag},
+                                         {"Table", StartTable}}};
 
 unsigned StepRun::Below(unsigned limit) noexcept {
     random_ += 0x9E3779B97F4A7C15u;

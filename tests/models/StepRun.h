@@ -51,8 +51,8 @@ class StepRun {
     [[nodiscard]] unsigned Below(unsigned limit) noexcept;
     [[nodiscard]] bool Chance(unsigned percent) noexcept { return Below(100) < percent; }
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
-    // The container, and how its values are shown.
-    [[nodiscard]] virtual Object& Ours() = 0;
+    // The container whose members are called by name, and how its values are shown.
+    [[nodiscard]] virtual Object& Ours() { RaisePlatform(PlatformError::ObjectNotSet); }
     [[nodiscard]] virtual std::string Shown(const Variant& value) {
         return OutcomeOf([&] { return value; });
     }
@@ -148,7 +148,7 @@ struct Modelled {
     const char* Name;
     std::unique_ptr<StepRun> (*Start)(std::uint32_t kind);
 };
-extern const std::array<Modelled, 5> kModelled;
+extern const std::array<Modelled, 6> kModelled;
 
 // What first disagreed, told by the fewest steps that come to it; "" when all agreed.
 [[nodiscard]] std::string RunSteps(const Modelled& modelled, std::uint32_t kind, Steps steps);

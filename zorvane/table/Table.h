@@ -54,7 +54,7 @@ class Table {
     using iterator = detail::RecordIterator<Record>;
     using const_iterator = iterator;
     template <class... Columns>
-    using Order = TableOrder<Table, Columns...>;
+    using Order = TableOrder<Table, std::remove_cv_t<Columns>...>;
     // The record that is there now, and whether it was added.
     using Added = std::pair<const Record*, bool>;
 
@@ -207,10 +207,10 @@ class Table {
     // The order by these columns (zorvane/table/Columns.h), kept from now on, or since it was asked
     // for first. O(n log n), or O(1).
     template <class... Columns>
-    Order<Columns...> order(Columns... columns);
+    TableOrder<Table, Columns...> order(Columns... columns);
     // Keeps it no longer; every handle of it becomes empty.
     template <class... Columns>
-    void drop(const Order<Columns...>& order) noexcept;
+    void drop(const TableOrder<Table, Columns...>& order) noexcept;
     // An order that is not kept. O(n log n).
     template <class... Columns>
     [[nodiscard]] std::vector<const Record*> sorted_by(Columns... columns) const;
@@ -270,6 +270,7 @@ class Table {
     void Replace(RecordNumber number, Record&& record);
     void FindPlaces(RecordNumber number, const Record& record);
     void Follow(RecordNumber number, std::uint32_t before, std::uint32_t after) noexcept;
+    void FollowOrDrop(RecordNumber number) noexcept;
     [[nodiscard]] Record Take(RecordNumber number);
     [[nodiscard]] Record Forget(RecordNumber number, std::uint32_t hash) noexcept;
     [[nodiscard]] Record TakeOut(RecordNumber number) noexcept;

@@ -145,8 +145,8 @@ ZORVANE_TABLE
 template <class Member, class Change>
 void ZORVANE_TABLE_OF::ChangeInPlace(RecordNumber number, Member Record::*column, Change& change) {
     Record& record = records_.OfNumber(number);
-    const std::uint32_t before = keys_.HashOfRecord(record);
     if constexpr (std::copy_constructible<Member>) {
+        const std::uint32_t before = keys_.HashOfRecord(record);
         static_assert(std::is_nothrow_swappable_v<Member>, "a column is put back by a swap");
         using std::swap;
         Member changed(std::as_const(record.*column));
@@ -163,21 +163,31 @@ void ZORVANE_TABLE_OF::ChangeInPlace(RecordNumber number, Member Record::*column
         Follow(number, before, after);
     } else {
         // What is done to it cannot be undone, so the orders follow whatever is thrown.
-        for (const auto& order : orders_) {
-            if (order->Joins()) order->Prepare();
-        }
+        static_assert(Keys::kIsMember, "the key may depend on what cannot be put back");
         struct Following {
             Table& table;
             RecordNumber number;
-            std::uint32_t before;
-            ~Following() {
-                const Record& record = table.records_.OfNumber(number);
-                table.FindPlaces(number, record);
-                table.Follow(number, before, table.keys_.HashOfRecord(record));
-            }
-        } const following{*this, number, before};
+            ~Following() { table.FollowOrDrop(number); }
+        } const following{*this, number};
         std::invoke(change, record.*column);
     }
+}
+
+// Lets the orders that join in follow a record; one that cannot find a place for it is dropped.
+ZORVANE_TABLE
+void ZORVANE_TABLE_OF::FollowOrDrop(RecordNumber number) noexcept {
+    std::erase_if(orders_, [&](const auto& order) {
+        if (!order->Joins()) return false;
+        try {
+            order->Prepare();
+            order->SeekFor(number, records_.OfNumber(number));
+        } catch (...) {
+            order->Detach();
+            return true;
+        }
+        order->Move(number);
+        return false;
+    });
 }
 
 // Takes a record out of the store, the index and every order.
@@ -279,24 +289,24 @@ void ZORVANE_TABLE_OF::reserve(size_type count) {
 
 ZORVANE_TABLE
 template <class... Columns>
-auto ZORVANE_TABLE_OF::order(Columns... columns) -> Order<Columns...> {
+auto ZORVANE_TABLE_OF::order(Columns... columns) -> TableOrder<Table, Columns...> {
     using Typed = detail::ColumnOrder<Table, Columns...>;
     const detail::ColumnList<Record, Columns...> list(std::move(columns)...);
     for (const auto& kept : orders_) {
         if (kept->Tag() != &detail::kTag<Typed>) continue;
         auto typed = std::static_pointer_cast<const Typed>(kept);
-        if (typed->Same(list)) return Order<Columns...>(std::move(typed));
+        if (typed->Same(list)) return TableOrder<Table, Columns...>(std::move(typed));
     }
     auto made = std::make_shared<Typed>(list);
     made->Attach(this, &records_);
     made->Build();
     orders_.push_back(made);
-    return Order<Columns...>(std::move(made));
+    return TableOrder<Table, Columns...>(std::move(made));
 }
 
 ZORVANE_TABLE
 template <class... Columns>
-void ZORVANE_TABLE_OF::drop(const Order<Columns...>& order) noexcept {
+void ZORVANE_TABLE_OF::drop(const TableOrder<Table, Columns...>& order) noexcept {
     const auto isIt = [&](const auto& kept) { return kept == order.kept_; };
     const auto found = std::ranges::find_if(orders_, isIt);
     if (found == orders_.end()) return;

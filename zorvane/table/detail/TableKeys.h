@@ -30,6 +30,8 @@ class TableKeys {
     using Key = std::remove_cvref_t<std::invoke_result_t<decltype(kKey), const Record&>>;
     using Projection = std::remove_cv_t<decltype(kKey)>;
 
+    static constexpr bool kIsMember = std::is_member_object_pointer_v<Projection>;
+
     TableKeys() = default;
     TableKeys(Hash hash, Equal equal) : hash_(std::move(hash)), equal_(std::move(equal)) {}
 
@@ -39,7 +41,7 @@ class TableKeys {
     // Whether the key may depend on a data member.
     template <class Member>
     [[nodiscard]] static bool LooksAt(Member Record::*column) noexcept {
-        if constexpr (!std::is_member_object_pointer_v<Projection>) {
+        if constexpr (!kIsMember) {
             return true;
         } else if constexpr (std::is_same_v<Member, Key>) {
             return static_cast<Member Record::*>(kKey) == column;
