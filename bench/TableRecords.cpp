@@ -1,0 +1,194 @@
+// The typed table and what one would pick instead, with records of 24 and of 200 bytes under whole
+// numbers. "bare vector" has no keys: it says what positions and visits cost at the least.
+
+#include <map>
+#include <string>
+#include <unordered_map>
+
+#include <boost/multi_index/hashed_index.hpp>
+#include <boost/multi_index/member.hpp>
+#include <boost/multi_index/random_access_index.hpp>
+#include <boost/multi_index_container.hpp>
+#ifdef PEER_TSL
+#include <tsl/ordered_map.h>
+#endif
+
+#include "bench/Contender.h"
+#include "zorvane/table/Table.h"
+
+namespace {
+
+using namespace bench;
+
+using Key = std::uint64_t;
+Key keyOf(size_t i) {
+    return (i + 1) * 0x9E3779B97F4A7C15u;
+}
+
+template <size_t kBytes>
+struct Record {
+    Key key;
+    int32_t value;
+    char rest[kBytes - sizeof(Key) - sizeof(int32_t)];
+};
+template <class R>
+R made(const Data& d, size_t i) {
+    return {keyOf(i), d.values[i], {}};
+}
+
+// What all have in common; keys and values are those of the data's numbers.
+template <class R>
+struct Records {
+    static constexpr bool positional = true, sorted = false;
+    const Data& d;
+    explicit Records(const Data& data) : d(data) {}
+    R make(size_t i) const { return made<R>(d, i); }
+};
+
+template <class R>
+struct OurTable : Records<R> {
+    using Records<R>::Records;
+    zorvane::Table<R, &R::key> c;
+    void add(size_t i) { c.insert(this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->value; }
+    BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value; }
+    BENCH_INLINE bool absent() { return c.contains(Key{1}); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const R& r : c) s += r.value;
+        return s;
+    }
+    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+
+template <class R>
+struct BareVector : Records<R> {
+    using Records<R>::Records;
+    std::vector<R> c;
+    void add(size_t i) { c.push_back(this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c[i].value; }
+    BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
+    BENCH_INLINE bool absent() { return false; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const R& r : c) s += r.value;
+        return s;
+    }
+    void removeKey(size_t) { c.pop_back(); }
+    void removeFirst() { c.pop_back(); }
+    size_t size() const { return c.size(); }
+};
+
+// Records in a vector, and where each stands: whoever is removed, all behind are renumbered.
+template <class R>
+struct MapAndVector : Records<R> {
+    using Records<R>::Records;
+    std::vector<R> c;
+    std::unordered_map<Key, size_t> places;
+    void add(size_t i) {
+        if (places.emplace(keyOf(i), c.size()).second) c.push_back(this->make(i));
+    }
+    BENCH_INLINE int32_t byKey(size_t i) { return c[places.find(keyOf(i))->second].value; }
+    BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
+    BENCH_INLINE bool absent() { return places.contains(1); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const R& r : c) s += r.value;
+        return s;
+    }
+    void removeAt(size_t place) {
+        places.erase(c[place].key);
+        c.erase(c.begin() + long(place));
+        for (size_t i = place; i < c.size(); ++i) places[c[i].key] = i;
+    }
+    void removeKey(size_t i) { removeAt(places.find(keyOf(i))->second); }
+    void removeFirst() { removeAt(0); }
+    size_t size() const { return c.size(); }
+};
+
+template <class R>
+struct BoostMulti : Records<R> {
+    using Records<R>::Records;
+    boost::multi_index_container<
+        R, boost::multi_index::indexed_by<boost::multi_index::random_access<>,
+                                          boost::multi_index::hashed_unique<
+                                              boost::multi_index::member<R, Key, &R::key>>>>
+        c;
+    void add(size_t i) { c.push_back(this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.template get<1>().find(keyOf(i))->value; }
+    BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
+    BENCH_INLINE bool absent() { return c.template get<1>().count(1) != 0; }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const R& r : c) s += r.value;
+        return s;
+    }
+    void removeKey(size_t i) { c.template get<1>().erase(keyOf(i)); }
+    void removeFirst() { c.pop_front(); }
+    size_t size() const { return c.size(); }
+};
+
+template <class R>
+struct StdMap : Records<R> {
+    static constexpr bool positional = false, sorted = true;
+    using Records<R>::Records;
+    std::map<Key, R> c;
+    void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->second.value; }
+    BENCH_INLINE bool absent() { return c.contains(1); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const auto& [key, r] : c) s += r.value;
+        return s;
+    }
+    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+
+#ifdef PEER_TSL
+template <class R>
+struct TslOrdered : Records<R> {
+    using Records<R>::Records;
+    tsl::ordered_map<Key, R, std::hash<Key>, std::equal_to<Key>,
+                     std::allocator<std::pair<Key, R>>, std::vector<std::pair<Key, R>>>
+        c;
+    void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i)).value().value; }
+    BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value().value; }
+    BENCH_INLINE bool absent() { return c.contains(1); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const auto& [key, r] : c) s += r.value;
+        return s;
+    }
+    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+#endif
+
+template <size_t kBytes>
+void enrollRecords() {
+    using R = Record<kBytes>;
+    static_assert(sizeof(R) == kBytes);
+    const std::string group = "records of " + std::to_string(kBytes) + " bytes";
+    enroll<OurTable<R>>(group, "Table");
+    enroll<BareVector<R>>(group, "bare vector");
+    enroll<MapAndVector<R>>(group, "std::unordered_map and vector");
+    enroll<BoostMulti<R>>(group, "Boost.MultiIndex");
+    enroll<StdMap<R>>(group, "std::map");
+#ifdef PEER_TSL
+    enroll<TslOrdered<R>>(group, "tsl::ordered_map");
+#endif
+}
+
+const bool enrolled = [] {
+    enrollRecords<24>();
+    enrollRecords<200>();
+    return true;
+}();
+
+}  // namespace
