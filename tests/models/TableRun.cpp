@@ -280,8 +280,8 @@ class Run : public StepRun {
                     return TryAtOnce(
                         "own",
                         [=, this] {
-                            const auto change = [](Owned& own) { own.reset(); };
-                            return people_.update(key, &Record::More, change) ? "yes" : "no";
+                            const auto end = [](Owned& own) { own.reset(); };
+                            return people_.update(key, &Record::More, end) ? "yes" : "no";
                         },
                         [=] { return isThere ? "yes" : "no"; });
                 }

@@ -123,8 +123,11 @@ class Table {
     // The record at a position. Throws std::out_of_range. O(1) while nothing was taken away from
     // between, else O(log n).
     [[nodiscard]] const Record& nth(size_type position) const {
-        if (position < size()) [[likely]]
-            return records_.At(static_cast<std::int32_t>(position) + 1);
+        if (position < max_size()) [[likely]] {
+            const Record* const record = records_.Find(static_cast<std::int32_t>(position) + 1);
+            if (record) [[likely]]
+                return *record;
+        }
         detail::RaiseNoPosition(position, size());
     }
 
