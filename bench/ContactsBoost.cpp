@@ -14,13 +14,12 @@ using ByCity = mi::member<Contact, std::string, &Contact::City>;
 using ByBorn = mi::member<Contact, int, &Contact::Born>;
 using ByOwed = mi::member<Contact, double, &Contact::Owed>;
 using Contacts = mi::multi_index_container<
-    Contact,
-    mi::indexed_by<
-        mi::sequenced<>, mi::hashed_unique<ByName>, mi::ordered_unique<ByName>,
-        mi::ordered_non_unique<
-            mi::composite_key<Contact, ByCity, ByBorn>,
-            mi::composite_key_compare<std::less<std::string>, std::greater<int>>>,
-        mi::ordered_non_unique<ByBorn>, mi::ordered_non_unique<ByOwed, std::greater<double>>>>;
+    Contact, mi::indexed_by<mi::sequenced<>, mi::hashed_unique<ByName>, mi::ordered_unique<ByName>,
+                            mi::ordered_non_unique<mi::composite_key<Contact, ByCity, ByBorn>,
+                                                   mi::composite_key_compare<std::less<std::string>,
+                                                                             std::greater<int>>>,
+                            mi::ordered_non_unique<ByBorn>,
+                            mi::ordered_non_unique<ByOwed, std::greater<double>>>>;
 
 int main() {
     const Report report;

@@ -34,8 +34,7 @@ class Report {
             }
             std::fclose(status);
         }
-        std::printf("%-18s %7.1f ms %8ld KiB  sum %.2f\n", who,
-                    spent, peak, sum);
+        std::printf("%-18s %7.1f ms %8ld KiB  sum %.2f\n", who, spent, peak, sum);
     }
 
   private:

@@ -112,9 +112,9 @@ template <class R>
 struct BoostMulti : Records<R> {
     using Records<R>::Records;
     boost::multi_index_container<
-        R, boost::multi_index::indexed_by<boost::multi_index::random_access<>,
-                                          boost::multi_index::hashed_unique<
-                                              boost::multi_index::member<R, Key, &R::key>>>>
+        R, boost::multi_index::indexed_by<
+               boost::multi_index::random_access<>,
+               boost::multi_index::hashed_unique<boost::multi_index::member<R, Key, &R::key>>>>
         c;
     void add(size_t i) { c.push_back(this->make(i)); }
     BENCH_INLINE int32_t byKey(size_t i) { return c.template get<1>().find(keyOf(i))->value; }
@@ -152,8 +152,8 @@ struct StdMap : Records<R> {
 template <class R>
 struct TslOrdered : Records<R> {
     using Records<R>::Records;
-    tsl::ordered_map<Key, R, std::hash<Key>, std::equal_to<Key>,
-                     std::allocator<std::pair<Key, R>>, std::vector<std::pair<Key, R>>>
+    tsl::ordered_map<Key, R, std::hash<Key>, std::equal_to<Key>, std::allocator<std::pair<Key, R>>,
+                     std::vector<std::pair<Key, R>>>
         c;
     void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
     BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i)).value().value; }

@@ -58,7 +58,9 @@ std::size_t ByTable(std::string_view text) {
 
 struct ViewHash {
     using is_transparent = void;
-    std::size_t operator()(std::string_view word) const { return std::hash<std::string_view>()(word); }
+    std::size_t operator()(std::string_view word) const {
+        return std::hash<std::string_view>()(word);
+    }
 };
 using Std = std::unordered_map<std::string, int, ViewHash, std::equal_to<>>;
 // As most people write it.

@@ -39,8 +39,8 @@ int main() {
     Print("by city", byCity);
     Print("by age", byAge);
     std::cout << "the oldest: " << byAge[0].Name << "; Grace is number "
-              << *byAge.rank_of("Grace") + 1 << "; from 1900 on: "
-              << byAge.end() - byAge.lower_bound(1900) << '\n';
+              << *byAge.rank_of("Grace") + 1
+              << "; from 1900 on: " << byAge.end() - byAge.lower_bound(1900) << '\n';
 
     people.erase_if([](const Contact& contact) { return contact.Owed == 0; });
     std::cout << "who owe:";

@@ -217,8 +217,7 @@ class Run : public StepRun {
         const auto change = [=, this](const char* what, auto column, auto rowColumn) {
             const auto value = to.*rowColumn;
             Try(
-                what,
-                [=, this] { return people_.set(key, column, value) ? "yes" : "no"; },
+                what, [=, this] { return people_.set(key, column, value) ? "yes" : "no"; },
                 [=] {
                     if (isThere) (*found).*rowColumn = value;
                     return isThere ? "yes" : "no";
@@ -244,13 +243,14 @@ class Run : public StepRun {
                     return people_.set(people_.find(key), &Record::Key, to.Key) ? "yes" : "no";
                 });
             case 4:
-                return Try(
+                return TryAtOnce(
                     "change that fails",
                     [=, this] {
-                        return people_.update(key, &Record::City, [](CityType& city) {
-                            city = Named<CityType>(77);
-                            throw std::logic_error("failed");
-                        })
+                        return people_.update(key, &Record::City,
+                                              [](CityType& city) {
+                                                  city = Named<CityType>(77);
+                                                  throw std::logic_error("failed");
+                                              })
                                    ? "yes"
                                    : "no";
                     },
@@ -265,8 +265,7 @@ class Run : public StepRun {
                     return Try(
                         "update",
                         [=, this] {
-                            return people_.update(key,
-                                                  [&](Record& record) { record = Made(to); })
+                            return people_.update(key, [&](Record& record) { record = Made(to); })
                                        ? "yes"
                                        : "no";
                         },
@@ -339,10 +338,9 @@ class Run : public StepRun {
         Try(
             "nth", [=, this] { return std::to_string(people_.nth(position).Id); },
             [=, this] {
-                return position == rows_.size()
-                           ? "position " + std::to_string(position) + " of " +
-                                 std::to_string(position) + " records"
-                           : std::to_string(rows_[position].Id);
+                return position == rows_.size() ? "position " + std::to_string(position) + " of " +
+                                                      std::to_string(position) + " records"
+                                                : std::to_string(rows_[position].Id);
             });
     }
 
@@ -371,8 +369,7 @@ class Run : public StepRun {
             },
             [&] {
                 const std::string times = std::to_string(count) + " ";
-                return times + times +
-                       std::to_string(first == sorted.end() ? -1 : first->Id) +
+                return times + times + std::to_string(first == sorted.end() ? -1 : first->Id) +
                        (count == 0 ? "" : " " + std::to_string(first - sorted.begin()));
             });
     }
@@ -454,7 +451,8 @@ class Run : public StepRun {
             case 2:
                 if (Below(10) != 0) return;
                 return Try(
-                    "clear", [&] { return people_.clear(), ""; }, [&] { return rows_.clear(), ""; });
+                    "clear", [&] { return people_.clear(), ""; },
+                    [&] { return rows_.clear(), ""; });
             case 3:
                 if constexpr (kCopies) {
                     return Try(

@@ -15,8 +15,9 @@
 namespace zorvane {
 
 template <class T>
-inline constexpr bool kRelocatable = std::is_trivially_copyable_v<T> ||
-                                     requires { typename T::Relocatable; };
+inline constexpr bool kRelocatable = std::is_trivially_copyable_v<T> || requires {
+    typename T::Relocatable;
+};
 
 // Ends the life of `count` values at `from` and begins it at `to`; the ranges may overlap.
 template <class T>

@@ -15,11 +15,10 @@ template <class Column>
 struct Descending {
     Column Ascending;
 
-    friend bool operator==(const Descending& left, const Descending& right)
-        requires requires { left.Ascending == right.Ascending; }
-    {
-        return left.Ascending == right.Ascending;
+    friend bool operator==(const Descending& left, const Descending& right) requires requires {
+        left.Ascending == right.Ascending;
     }
+    { return left.Ascending == right.Ascending; }
 };
 
 template <class Column>

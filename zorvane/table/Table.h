@@ -33,8 +33,8 @@ namespace zorvane {
 
 // kKey: what std::invoke gets a record's key by. Hash, Equal: as of an unordered container.
 template <class Record, auto kKey,
-          class Hash = TableHash<std::remove_cvref_t<std::invoke_result_t<decltype(kKey),
-                                                                          const Record&>>>,
+          class Hash =
+              TableHash<std::remove_cvref_t<std::invoke_result_t<decltype(kKey), const Record&>>>,
           class Equal = std::equal_to<>>
 class Table {
     static_assert(std::is_object_v<Record> && std::is_nothrow_move_constructible_v<Record>,
@@ -138,9 +138,9 @@ class Table {
     void insert(Iterator first, Sentinel last);
     void insert(std::initializer_list<Record> records) { insert(records.begin(), records.end()); }
     template <std::ranges::input_range Range>
-        requires(!std::convertible_to<Range, Record> &&
-                 std::convertible_to<std::ranges::range_reference_t<Range>, Record>)
-    void insert(Range&& records) {
+    requires(!std::convertible_to<Range, Record> &&
+             std::convertible_to<std::ranges::range_reference_t<Range>,
+                                 Record>) void insert(Range&& records) {
         insert(std::ranges::begin(records), std::ranges::end(records));
     }
     template <class... Arguments>
@@ -158,7 +158,7 @@ class Table {
     // std::invalid_argument when the new key is in use. O(log n) for each order that changes.
     // Instead of a key, these and erase and extract take the pointer that a look-up gave.
     template <class Asked = key_type, std::invocable<Record&> Change>
-        requires std::copy_constructible<Record>
+    requires std::copy_constructible<Record>
     bool update(const Asked& key, Change&& change) {
         const auto number = NumberFor(key);
         if (number) ChangeWhole(*number, change);
@@ -172,16 +172,14 @@ class Table {
         return number.has_value();
     }
     template <class Asked = key_type, class Member, class Class, class Value = Member>
-        requires std::is_assignable_v<Member&, Value&&>
+    requires std::is_assignable_v<Member&, Value&&>
     bool set(const Asked& key, Member Class::*column, Value&& value) {
-        return update(key, column,
-                      [&](Member& member) { member = std::forward<Value>(value); });
+        return update(key, column, [&](Member& member) { member = std::forward<Value>(value); });
     }
 
     // Takes a record away; gives how many there were. O(1), and O(log n) for each kept order.
     template <class Asked = key_type>
-        requires(!std::convertible_to<const Asked&, const_iterator>)
-    size_type erase(const Asked& key) {
+    requires(!std::convertible_to<const Asked&, const_iterator>) size_type erase(const Asked& key) {
         return extract(key) ? 1 : 0;
     }
     // Gives an iterator to the one behind it.
@@ -218,9 +216,7 @@ class Table {
     template <class... Columns>
     [[nodiscard]] std::vector<const Record*> sorted_by(Columns... columns) const;
 
-    friend void swap(Table& left, Table& right) noexcept {
-        left.swap(right);
-    }
+    friend void swap(Table& left, Table& right) noexcept { left.swap(right); }
     void swap(Table& other) noexcept {
         detail::Exchange(keys_, other.keys_);
         detail::Exchange(records_, other.records_);
@@ -230,9 +226,8 @@ class Table {
         other.Own();
     }
     // The same records in the same order of insertion.
-    friend bool operator==(const Table& left, const Table& right)
-        requires std::equality_comparable<Record>
-    {
+    friend bool operator==(const Table& left,
+                           const Table& right) requires std::equality_comparable<Record> {
         return std::ranges::equal(left, right);
     }
 

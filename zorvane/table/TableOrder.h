@@ -106,7 +106,7 @@ class TableOrder {
 
 // Its iterators need the order, which the table keeps, and not the handle.
 template <class Table, class... Columns>
-inline constexpr bool
-    std::ranges::enable_borrowed_range<zorvane::TableOrder<Table, Columns...>> = true;
+inline constexpr bool std::ranges::enable_borrowed_range<zorvane::TableOrder<Table, Columns...>> =
+    true;
 template <class Table, class... Columns>
 inline constexpr bool std::ranges::enable_view<zorvane::TableOrder<Table, Columns...>> = true;

@@ -109,9 +109,7 @@ class ColumnList {
     }
 
     // Whether these are the same columns. Functions are the same only where they capture nothing.
-    [[nodiscard]] bool Same(const ColumnList& other) const {
-        return SameFrom<0>(other);
-    }
+    [[nodiscard]] bool Same(const ColumnList& other) const { return SameFrom<0>(other); }
     // Whether a data member may have a part in a column.
     [[nodiscard]] bool LooksAt(MemberName member) const noexcept {
         const auto looks = [member]<class C>(const C& column) {
@@ -119,8 +117,8 @@ class ColumnList {
             if constexpr (!std::is_member_object_pointer_v<Pointer>) {
                 return true;
             } else {
-                using Member = std::remove_cvref_t<decltype(std::declval<Record&>().*
-                                                            column.Projection)>;
+                using Member =
+                    std::remove_cvref_t<decltype(std::declval<Record&>().*column.Projection)>;
                 using Own = Member Record::*;
                 if (member.Tag != &kTag<Own>) return false;
                 return *static_cast<const Own*>(member.Pointer) == column.Projection;
@@ -164,7 +162,9 @@ class ColumnList {
         const auto& mine = std::get<kColumn>(columns_).Projection;
         const auto& others = std::get<kColumn>(other.columns_).Projection;
         bool same = std::is_empty_v<std::remove_cvref_t<decltype(mine)>>;
-        if constexpr (requires { { mine == others } -> std::convertible_to<bool>; }) {
+        if constexpr (requires {
+                          { mine == others } -> std::convertible_to<bool>;
+                      }) {
             same = same || mine == others;
         }
         if constexpr (kColumn + 1 < sizeof...(Columns)) {

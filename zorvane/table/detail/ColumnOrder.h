@@ -52,8 +52,7 @@ class ColumnOrder final : public KeptOrder<Table> {
     using List = ColumnList<Record, Columns...>;
 
   public:
-    explicit ColumnOrder(List columns)
-        : Base(&kTag<ColumnOrder>), columns_(std::move(columns)) {}
+    explicit ColumnOrder(List columns) : Base(&kTag<ColumnOrder>), columns_(std::move(columns)) {}
 
     // Right behind Attach: takes the table's records in.
     void Build() {
@@ -95,8 +94,7 @@ class ColumnOrder final : public KeptOrder<Table> {
         } else {
             const std::uint32_t from = std::max(among.first, now + 1);
             // One less, since its own entry goes first.
-            this->place_ =
-                numbers_.PartitionPoint(from, std::max(from, among.past), before) - 1;
+            this->place_ = numbers_.PartitionPoint(from, std::max(from, among.past), before) - 1;
         }
     }
 
@@ -155,10 +153,9 @@ class ColumnOrder final : public KeptOrder<Table> {
             lead_ = 0;
             return;
         }
-        const std::size_t shared =
-            lead_ == 0 && numbers_.Count() < judgedAt_ * 2
-                ? 0
-                : columns_.SharedLeadOf(RecordAt(0), record);
+        const std::size_t shared = lead_ == 0 && numbers_.Count() < judgedAt_ * 2
+                                       ? 0
+                                       : columns_.SharedLeadOf(RecordAt(0), record);
         const bool fits = shared >= lead_;
         if (fits && numbers_.Count() < judgedAt_ * 2) return;
         const std::size_t before = lead_;
@@ -201,7 +198,7 @@ class ColumnOrder final : public KeptOrder<Table> {
 
     static constexpr std::uint32_t kWorthwhile = 64;
     List columns_;
-    std::size_t lead_ = 0;  // units that all texts of the first column share
+    std::size_t lead_ = 0;                  // units that all texts of the first column share
     std::uint32_t judgedAt_ = kWorthwhile;  // the count at which the lead was last looked for
 };
 

@@ -18,8 +18,8 @@ inline constexpr bool kIsUnits =
     std::is_same_v<T, std::basic_string_view<Unit>> || std::is_same_v<std::decay_t<T>, Unit*> ||
     std::is_same_v<std::decay_t<T>, const Unit*>;
 template <class Unit, class Allocator>
-inline constexpr bool
-    kIsUnits<std::basic_string<Unit, std::char_traits<Unit>, Allocator>, Unit> = true;
+inline constexpr bool kIsUnits<std::basic_string<Unit, std::char_traits<Unit>, Allocator>, Unit> =
+    true;
 template <>
 inline constexpr bool kIsUnits<Text, char16_t> = true;
 
@@ -30,12 +30,12 @@ struct PlainForm {
     using Type = T;
 };
 template <class T>
-    requires kIsUnits<T, char>
+requires kIsUnits<T, char>
 struct PlainForm<T> {
     using Type = std::string_view;
 };
 template <class T>
-    requires kIsUnits<T, char16_t>
+requires kIsUnits<T, char16_t>
 struct PlainForm<T> {
     using Type = std::u16string_view;
 };
@@ -82,9 +82,14 @@ template <class A, class B>
         } else {
             return static_cast<Common>(left) <=> static_cast<Common>(right);
         }
-    } else if constexpr (requires { { left <=> right } -> std::convertible_to<std::weak_ordering>; }) {
+    } else if constexpr (requires {
+                             { left <=> right } -> std::convertible_to<std::weak_ordering>;
+                         }) {
         return left <=> right;
-    } else if constexpr (requires { left < right; right < left; }) {
+    } else if constexpr (requires {
+                             left < right;
+                             right < left;
+                         }) {
         if (left < right) return std::weak_ordering::less;
         return right < left ? std::weak_ordering::greater : std::weak_ordering::equivalent;
     } else if constexpr (std::is_same_v<A, std::u16string_view>) {

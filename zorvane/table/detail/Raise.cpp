@@ -17,16 +17,12 @@ void RaiseKeyInUse(const std::string& key) {
 }
 
 void RaiseNoPosition(std::size_t position, std::size_t size) {
-    throw std::out_of_range("position " + std::to_string(position) + " of " +
-                            std::to_string(size) + " records");
+    throw std::out_of_range("position " + std::to_string(position) + " of " + std::to_string(size) +
+                            " records");
 }
 
 void RaiseFull() {
     throw std::length_error("a table holds no more records");
-}
-
-void RaiseNoRecord() {
-    throw std::out_of_range("no record of this table");
 }
 
 std::string Quoted(std::string_view key) {

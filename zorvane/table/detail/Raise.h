@@ -7,18 +7,18 @@
 #include <string_view>
 #include <type_traits>
 
+#include "zorvane/platform/Build.h"
 #include "zorvane/table/detail/Plain.h"
 
 namespace zorvane::detail {
 
-[[noreturn]] void RaiseNoKey(const std::string& key);        // std::out_of_range
-[[noreturn]] void RaiseKeyInUse(const std::string& key);     // std::invalid_argument
-[[noreturn]] void RaiseNoPosition(std::size_t position, std::size_t size);  // std::out_of_range
-[[noreturn]] void RaiseFull();                               // std::length_error
-[[noreturn]] void RaiseNoRecord();                           // std::out_of_range
+[[noreturn]] void RaiseNoKey(const std::string& key);                       // std::out_of_range
+[[noreturn]] ZORVANE_EXPORT void RaiseKeyInUse(const std::string& key);                    // std::invalid_argument
+[[noreturn]] ZORVANE_EXPORT void RaiseNoPosition(std::size_t position, std::size_t size);  // std::out_of_range
+[[noreturn]] ZORVANE_EXPORT void RaiseFull();                                              // std::length_error
 
-[[nodiscard]] std::string Quoted(std::string_view key);
-[[nodiscard]] std::string Quoted(std::u16string_view key);
+[[nodiscard]] ZORVANE_EXPORT std::string Quoted(std::string_view key);
+[[nodiscard]] ZORVANE_EXPORT std::string Quoted(std::u16string_view key);
 
 // A key as a message shows it; nothing where it has no words.
 template <class Key>

@@ -49,8 +49,7 @@ class RecordIterator {
         return before;
     }
     RecordIterator& operator+=(difference_type distance) noexcept {
-        return *this = From(records_, order_,
-                            static_cast<std::uint32_t>(Position() + distance));
+        return *this = From(records_, order_, static_cast<std::uint32_t>(Position() + distance));
     }
     RecordIterator& operator-=(difference_type distance) noexcept { return *this += -distance; }
     friend RecordIterator operator+(RecordIterator from, difference_type distance) noexcept {
@@ -95,9 +94,8 @@ class RecordIterator {
                 return from;
             }
         }
-        const auto numbers = order
-                                 ? order->From(position)
-                                 : records->NumbersFrom(static_cast<std::int32_t>(position) + 1);
+        const auto numbers = order ? order->From(position)
+                                   : records->NumbersFrom(static_cast<std::int32_t>(position) + 1);
         from.number_ = numbers.data();
         from.lastNumber_ = from.number_ + numbers.size();
         from.Show();

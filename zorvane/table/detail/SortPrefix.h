@@ -22,9 +22,8 @@ inline constexpr bool kIsText =
 
 // A value without a prefix is compared in full.
 template <class T>
-inline constexpr bool kHasPrefix =
-    kIsText<T> || (std::is_integral_v<T> && sizeof(T) <= 8) || std::is_same_v<T, double> ||
-    std::is_same_v<T, float>;
+inline constexpr bool kHasPrefix = kIsText<T> || (std::is_integral_v<T> && sizeof(T) <= 8) ||
+                                   std::is_same_v<T, double> || std::is_same_v<T, float>;
 
 // Eight bytes from `from` on, the first in the high bits; what is missing counts as 0.
 [[nodiscard]] inline std::uint64_t EightBytes(std::string_view text, std::size_t from) noexcept {

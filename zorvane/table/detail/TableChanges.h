@@ -46,8 +46,8 @@ ZORVANE_TABLE
 template <class Asked, class... Arguments>
 auto ZORVANE_TABLE_OF::try_emplace(Asked&& key, Arguments&&... arguments) -> Added {
     if (const RecordNumber* const number = Locate(key)) return {&records_.OfNumber(*number), false};
-    return Add(Keys::Make(key_type(std::forward<Asked>(key)),
-                          std::forward<Arguments>(arguments)...));
+    return Add(
+        Keys::Make(key_type(std::forward<Asked>(key)), std::forward<Arguments>(arguments)...));
 }
 
 ZORVANE_TABLE
@@ -320,9 +320,8 @@ auto ZORVANE_TABLE_OF::sorted_by(Columns... columns) const -> std::vector<const 
     const detail::ColumnList<Record, Columns...> list(std::move(columns)...);
     const std::vector<RecordNumber> numbers = detail::SortedNumbers(records_, list);
     std::vector<const Record*> sorted(numbers.size());
-    std::ranges::transform(numbers, sorted.begin(), [this](RecordNumber number) {
-        return &records_.OfNumber(number);
-    });
+    std::ranges::transform(numbers, sorted.begin(),
+                           [this](RecordNumber number) { return &records_.OfNumber(number); });
     return sorted;
 }
 

@@ -22,7 +22,9 @@ void Exchange(T& left, T& right) noexcept {
 }
 
 template <class T>
-concept Transparent = requires { typename T::is_transparent; };
+concept Transparent = requires {
+    typename T::is_transparent;
+};
 
 template <class Record, auto kKey, class Hash, class Equal>
 class TableKeys {
@@ -102,7 +104,7 @@ class TableKeys {
         std::is_same_v<Hash, TableHash<Key>> && std::is_same_v<Equal, std::equal_to<>>;
     static constexpr bool kByItself = Transparent<Hash> && Transparent<Equal>;
     template <class Asked>
-    static constexpr bool kSamePlain = kOurs && std::is_same_v<PlainOf<Asked>, PlainOf<Key>>;
+    static constexpr bool kSamePlain = kOurs&& std::is_same_v<PlainOf<Asked>, PlainOf<Key>>;
 
     // As our own hash and equality take it; those of the user's get the key itself.
     template <class Asked>
