@@ -261,10 +261,10 @@ class Table {
     const Record* AddNew(Record&& record, std::uint32_t hash);
     template <class Change>
     void ChangeWhole(RecordNumber number, Change& change);
-    template <class Member, class Change>
-    void ChangeColumn(RecordNumber number, Member Record::*column, Change& change);
-    template <class Member, class Change>
-    void ChangeInPlace(RecordNumber number, Member Record::*column, Change& change);
+    template <class Column, class Change>
+    void ChangeColumn(RecordNumber number, Column column, Change& change);
+    template <class Column, class Change>
+    void ChangeInPlace(RecordNumber number, Column column, Change& change);
     void Replace(RecordNumber number, Record&& record);
     void FindPlaces(RecordNumber number, const Record& record);
     void Follow(RecordNumber number, std::uint32_t before, std::uint32_t after) noexcept;

@@ -42,10 +42,14 @@ inline constexpr bool kHasPrefix = kIsText<T> || (std::is_integral_v<T> && sizeo
 template <class T>
 [[nodiscard]] std::uint64_t SortPrefix(const T& value, std::size_t lead) noexcept {
     constexpr std::uint64_t kTop = std::uint64_t{1} << 63;
-    if constexpr (std::is_same_v<PlainOf<T>, std::string_view>) {
-        return EightBytes(Plain(value), lead);
-    } else if constexpr (std::is_same_v<PlainOf<T>, std::u16string_view>) {
-        return FourUnits(Plain(value), lead);
+    if constexpr (kIsText<T>) {
+        const auto text = Plain(value);
+        if (lead >= text.size()) return 0;
+        if constexpr (std::is_same_v<PlainOf<T>, std::string_view>) {
+            return EightBytes(text, lead);
+        } else {
+            return FourUnits(text, lead);
+        }
     } else if constexpr (std::is_floating_point_v<T>) {
         if (value != value) return UINT64_MAX;
         // Both zeros are one number.

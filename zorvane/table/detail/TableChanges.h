@@ -122,9 +122,9 @@ void ZORVANE_TABLE_OF::Follow(RecordNumber number, std::uint32_t before,
 }
 
 ZORVANE_TABLE
-template <class Member, class Change>
-void ZORVANE_TABLE_OF::ChangeColumn(RecordNumber number, Member Record::*column, Change& change) {
-    const detail::MemberName name{&detail::kTag<Member Record::*>, &column};
+template <class Column, class Change>
+void ZORVANE_TABLE_OF::ChangeColumn(RecordNumber number, Column column, Change& change) {
+    const detail::MemberName name{&detail::kTag<Column>, &column};
     bool matters = Keys::LooksAt(column);
     for (const auto& order : orders_) {
         order->Join(order->LooksAt(name));
@@ -142,8 +142,9 @@ void ZORVANE_TABLE_OF::ChangeColumn(RecordNumber number, Member Record::*column,
 
 // Of a record that cannot be copied: where it lies, and back if anything fails.
 ZORVANE_TABLE
-template <class Member, class Change>
-void ZORVANE_TABLE_OF::ChangeInPlace(RecordNumber number, Member Record::*column, Change& change) {
+template <class Column, class Change>
+void ZORVANE_TABLE_OF::ChangeInPlace(RecordNumber number, Column column, Change& change) {
+    using Member = std::remove_reference_t<decltype(std::declval<Record&>().*column)>;
     Record& record = records_.OfNumber(number);
     if constexpr (std::copy_constructible<Member>) {
         const std::uint32_t before = keys_.HashOfRecord(record);

@@ -40,13 +40,13 @@ class TableKeys {
     [[nodiscard]] static decltype(auto) Of(const Record& record) {
         return std::invoke(kKey, record);
     }
-    // Whether the key may depend on a data member.
-    template <class Member>
-    [[nodiscard]] static bool LooksAt(Member Record::*column) noexcept {
+    // Whether the key may depend on a data member, by a pointer to one of Record's.
+    template <class Column>
+    [[nodiscard]] static bool LooksAt(Column column) noexcept {
         if constexpr (!kIsMember) {
             return true;
-        } else if constexpr (std::is_same_v<Member, Key>) {
-            return static_cast<Member Record::*>(kKey) == column;
+        } else if constexpr (std::is_convertible_v<Projection, Column>) {
+            return static_cast<Column>(kKey) == column;
         } else {
             return false;
         }

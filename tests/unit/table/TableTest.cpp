@@ -1,0 +1,123 @@
+#include "zorvane/table/Table.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <functional>
+#include <ranges>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "tests/support/AllocationFaults.h"
+
+namespace zorvane {
+namespace {
+
+struct City {
+    std::string Name;
+    std::int16_t Code = 0;
+};
+using Cities = Table<City, &City::Name>;
+using Order = Cities::Order<std::int16_t City::*>;
+static_assert(std::random_access_iterator<Cities::iterator>);
+static_assert(std::ranges::random_access_range<Order> && std::ranges::sized_range<Order>);
+static_assert(std::ranges::view<Order> && std::ranges::borrowed_range<Order>);
+
+// Catches a look-up that makes a key of what it is asked with.
+TEST(Table_Find, AViewOrALiteralFindsAKeyWithoutAnAllocation) {
+    const Cities cities = {{"a name that no short text holds", 1}};
+    const Table<Text, std::identity{}> texts = {u"a name that no short text holds"};
+    const std::int64_t before = AllocationCount();
+    EXPECT_NE(cities.find("a name that no short text holds"), nullptr);
+    EXPECT_FALSE(cities.contains(std::string_view("a name that no short text holds, but longer")));
+    EXPECT_TRUE(texts.contains(std::u16string_view(u"a name that no short text holds")));
+    EXPECT_EQ(AllocationCount(), before);
+}
+
+// Catches a number that is cut to the key's width, and a sign that is lost.
+TEST(Table_Find, AWholeNumberIsLookedUpByItsValue) {
+    const Table<City, &City::Code> cities = {{"one", 1}, {"minus one", -1}};
+    EXPECT_EQ(cities.at(std::uint64_t{1}).Name, "one");
+    EXPECT_FALSE(cities.contains(65537));
+    EXPECT_FALSE(cities.contains(std::uint16_t{65535}));
+}
+
+// Catches an own hash or equality that is passed by.
+TEST(Table_Find, AHashAndAnEqualityOfOnesOwnDecide) {
+    struct Hash {
+        std::size_t operator()(const std::string& key) const { return key.size(); }
+    };
+    struct Equal {
+        bool operator()(const std::string& a, const std::string& b) const {
+            const auto lower = [](char letter) { return std::tolower(letter); };
+            return std::ranges::equal(a, b, {}, lower, lower);
+        }
+    };
+    Table<City, &City::Name, Hash, Equal> cities;
+    cities.insert({"Rome", 1});
+    EXPECT_FALSE(cities.insert({"ROME", 2}).second);
+    EXPECT_EQ(cities.at("rome").Code, 1);
+    EXPECT_TRUE(cities.set("rome", &City::Name, "ROME"));
+    EXPECT_EQ(cities.nth(0).Name, "ROME");
+}
+
+// Catches an order whose table of blocks grows with every number that was ever given out.
+TEST(Table_Erase, AQueueKeepsItsOrdersAndItsMemory) {
+    Table<int, std::identity{}> queue;
+    const auto order = queue.order(descending(std::identity{}));
+    for (int i = 0; i < 300; ++i) queue.insert(i);
+    const auto turn = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            queue.erase(queue.begin());
+            queue.insert(i);
+        }
+        return AllocatedBytes();
+    };
+    const std::int64_t before = turn(300, 10000);
+    EXPECT_LT(turn(10000, 100000) - before, 100000);
+    EXPECT_TRUE(
+        std::ranges::equal(order, std::views::iota(100000 - 300, 100000) | std::views::reverse));
+}
+
+// Catches a handle that looks into what has gone, and one that stays behind when a table moves.
+TEST(Table_Order, AHandleOutlivesItsOrderEmptyAndFollowsItsTable) {
+    Order order;
+    EXPECT_TRUE(order.empty());
+    {
+        Cities cities = {{"b", 2}, {"a", 1}};
+        order = cities.order(&City::Code);
+        Cities moved(std::move(cities));
+        moved.insert({"c", 0});
+        EXPECT_EQ(order[0].Name, "c");
+        EXPECT_EQ(order.rank_of("b"), 2u);
+        EXPECT_EQ(moved.order(&City::Code).begin(), order.begin());
+    }
+    EXPECT_FALSE(order);
+    EXPECT_EQ(order.begin(), order.end());
+    EXPECT_FALSE(order.rank_of("b"));
+    EXPECT_TRUE(order.equal_range(std::int16_t{1}).empty());
+    EXPECT_THROW(static_cast<void>(order[0]), std::out_of_range);
+}
+
+// Catches a merge that leaves a record in neither table or in both.
+TEST(Table_Merge, ARecordThatFindsNoMemoryStaysWhereItWas) {
+    for (std::int64_t failing = 1;; ++failing) {
+        Cities here, there = {{"a", 1}, {"b", 2}, {"c", 3}};
+        const auto order = here.order(&City::Code);
+        FailAllocation(failing);
+        try {
+            here.merge(there);
+        } catch (const std::bad_alloc&) {
+        }
+        const bool failed = AllocationHasFailed();
+        FailAllocation(0);
+        EXPECT_EQ(here.size() + there.size(), 3u);
+        EXPECT_EQ(order.size(), here.size());
+        if (!failed) break;
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
