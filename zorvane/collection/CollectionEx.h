@@ -9,6 +9,8 @@
 // Cost: look-up by key and by position O(1) to O(log n); Add and Remove the same and the move of at
 // most a block of 4-byte numbers. When memory runs out, std::bad_alloc leaves the entries as they
 // were.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <concepts>
 #include <cstdint>

@@ -98,7 +98,7 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     MoveToEmpty(record.Key, Key);
     MoveToEmpty(record.Item, Item);
     record.AddedAt = additions_++;
-    seated_ = false;
+    seats_.Drop();
     NoteKeyOrder(inOrder);
     settings_.Changed = true;
     if (raise) return record.Item;
@@ -118,7 +118,7 @@ void ZVCollectionEx::Append(SourceRecord source) {
     record.AddedAt = additions_++;
     records_.OfNumber(number) = std::move(record);
     capacity_ = std::max(capacity_, Count());
-    seated_ = false;
+    seats_.Drop();
     NoteKeyOrder(false);
 }
 
@@ -138,7 +138,6 @@ void ZVCollectionEx::Clear() {
     swap(index_, none);
     settings_ = {.Granularity = std::max(Granularity(), kLeastGranularity)};
     foreignCodes_.clear();
-    seats_ = {};
     Rehash(UsableStep(Granularity()));
     NoteKeyOrder(true);
     SelectKey();
@@ -164,8 +163,7 @@ Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) c
         case 1:
             return HashCodeOf(records_.NumberAt(Index));
         case 2:
-            SeatRecords();
-            return seats_[static_cast<std::size_t>(Index) - 1];
+            return Seats()[static_cast<std::size_t>(Index) - 1];
         case 3:
             return record.Item;
         case 4:
@@ -246,7 +244,7 @@ void ZVCollectionEx::NoteForeignCode(RecordNumber number, std::int32_t hashCode)
 void ZVCollectionEx::Rehash(std::int32_t capacity) noexcept {
     capacity_ = capacity;
     rehashedAt_ = additions_;
-    seated_ = false;
+    seats_.Drop();
 }
 
 Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
@@ -262,7 +260,7 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     records_.Close(entry.Position, entry.Number);
     index_.Erase(doomed->Key.FoldedHash(), entry.Number);
     NoteForeignCode(entry.Number, 0);
-    seated_ = false;
+    seats_.Drop();
     settings_.Changed = true;
     if (ReturnItem) return std::move(doomed->Item);
     return entry.Position;
@@ -278,8 +276,7 @@ void ZVCollectionEx::RenumberCodes(
 
 // Finds the slot of every record in a table of 2 * Capacity() + 1 slots after all that happened to
 // it: first those of the last re-hash in position order, then the later ones in theirs.
-void ZVCollectionEx::SeatRecords() const {
-    if (seated_) return;
+std::vector<std::int32_t> ZVCollectionEx::SeatRecords() const {
     const auto count = static_cast<std::size_t>(Count());
     SlotTable table(static_cast<std::uint32_t>(capacity_) * 2 + 1);
     std::vector<std::int32_t> seats(count);
@@ -302,8 +299,7 @@ void ZVCollectionEx::SeatRecords() const {
     }
     std::ranges::sort(later, {}, &Later::addedAt);
     for (const Later& next : later) seat(next.at);
-    seats_ = std::move(seats);
-    seated_ = true;
+    return seats;
 }
 
 void ZVCollectionEx::SetGranularity(std::int32_t value) {
@@ -321,8 +317,7 @@ bool ZVCollectionEx::Sort() {
     }
     std::vector<std::int32_t> column;
     if (sortOffset_ == kHashIndexColumn) {
-        SeatRecords();
-        column = seats_;
+        column = Seats();
     } else {
         for (std::int32_t i = 1; i <= Count(); ++i) {
             column.push_back(HashCodeOf(records_.NumberAt(i)));
@@ -338,8 +333,7 @@ void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept {
     std::swap(left.additions_, right.additions_);
     std::swap(left.rehashedAt_, right.rehashedAt_);
     left.foreignCodes_.swap(right.foreignCodes_);
-    left.seats_.swap(right.seats_);
-    std::swap(left.seated_, right.seated_);
+    swap(left.seats_, right.seats_);
 }
 
 }  // namespace zorvane

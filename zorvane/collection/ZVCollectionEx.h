@@ -13,7 +13,10 @@
 // O(n log^2 n) at worst.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
+#include <concepts>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -21,6 +24,7 @@
 #include <vector>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/collection/detail/MadeOnce.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/runtime/AddOptions.h"
 #include "zorvane/runtime/KeyIndex.h"
@@ -72,11 +76,35 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
 
     // As in a key list, and look-ups never re-sort here.
+    [[nodiscard]] bool Contains(const Variant& vKeyIndex) const noexcept {
+        return FindRecord(vKeyIndex) != nullptr;
+    }
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const noexcept {
         return ItemIn(FindRecord(vKeyIndex));
     }
     [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) const noexcept {
         return ItemIn(records_.Find(position));
+    }
+    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
+        return Find(vKeyIndex, kItemMember).Item;
+    }
+    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) const {
+        return ItemAt(position);
+    }
+    [[nodiscard]] std::int32_t ItemLong(const Variant& vKeyIndex) const {
+        return Find(vKeyIndex, kItemLongMember).ItemLong;
+    }
+    [[nodiscard]] Text ItemString(const Variant& vKeyIndex) const {
+        return Find(vKeyIndex, kItemStringMember).ItemString;
+    }
+    [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) const noexcept {
+        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::Item, Value);
+    }
+    [[nodiscard]] bool ItemLongFn(const Variant& vKeyIndex, std::int32_t& Value) const noexcept {
+        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::ItemLong, Value);
+    }
+    [[nodiscard]] bool ItemStringFn(const Variant& vKeyIndex, Text& Value) const noexcept {
+        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::ItemString, Value);
     }
 
     // Whether a key or position names an entry. A key: Index receives its position, or Count()+1. A
@@ -161,15 +189,18 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
         Rehash(capacity_);
     }
     void RenumberCodes(const std::function<RecordNumber(RecordNumber)>& newNumberOf) noexcept;
-    void SeatRecords() const;
+    // HashIndex of every entry, by position.
+    [[nodiscard]] std::vector<std::int32_t> SeatRecords() const;
+    [[nodiscard]] const std::vector<std::int32_t>& Seats() const {
+        return seats_.Get([&] { return SeatRecords(); });
+    }
 
     KeyIndex index_;  // every record under the folded hash of its key
     std::int32_t capacity_ = 0;
     std::uint64_t additions_ = 0;
-    std::uint64_t rehashedAt_ = 0;             // records added before are seated in position order
-    std::vector<ForeignCode> foreignCodes_;    // by number
-    mutable std::vector<std::int32_t> seats_;  // HashIndex by position, while seated_
-    mutable bool seated_ = false;
+    std::uint64_t rehashedAt_ = 0;           // records added before are seated in position order
+    std::vector<ForeignCode> foreignCodes_;  // by number
+    MadeOnce<std::vector<std::int32_t>> seats_;
 };
 
 }  // namespace zorvane

@@ -12,6 +12,8 @@
 // sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n) where values tie.
 //
 // When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
 #include <optional>

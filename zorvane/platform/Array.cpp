@@ -6,17 +6,19 @@
 #include <limits>
 #include <memory>
 #include <set>
+#include <new>
 #include <span>
 #include <utility>
 
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/LargeBlock.h"
+#include "zorvane/platform/SharedCount.h"
 #include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 
 struct alignas(8) Array::Block {
-    std::uint32_t references;
+    SharedCount<std::uint32_t> references;
     VarType element;
     std::int32_t lower;
     std::int32_t count;
@@ -60,7 +62,7 @@ Array::Block* Array::Allocate(VarType element, std::int32_t lower, std::int32_t 
     }
     const std::size_t bytes = size * static_cast<std::size_t>(count);
     auto* block = static_cast<Block*>(AllocateBlock(sizeof(Block) + bytes));
-    *block = {1, element, lower, count, nullptr};
+    new (block) Block{SharedCount(1u), element, lower, count, nullptr};
     // All-zero bytes are the empty value of every element type.
     if (zeroed || IsCounted(element)) std::memset(block->Data(), 0, bytes);
     return block;
@@ -85,11 +87,11 @@ Array Array::OfWords(std::span<const std::int16_t> words) {
 }
 
 Array::Array(const Array& other) noexcept : block_(other.block_) {
-    if (block_) ++block_->references;
+    if (block_) block_->references.Add();
 }
 
 Array::~Array() {
-    if (!block_ || --block_->references != 0) return;
+    if (!block_ || block_->references.Take() != 0) return;
     // Arrays within arrays queue up here: freed by recursion, a deep nest would exhaust the stack.
     Block* dying = block_;
     while (dying) {
@@ -180,7 +182,7 @@ VarType Array::ElementType() const noexcept {
 }
 
 bool Array::IsShared() const noexcept {
-    return block_ && block_->references != 1;
+    return block_ && block_->references.Now() != 1;
 }
 
 std::int32_t Array::LowerBound() const noexcept {
@@ -234,7 +236,7 @@ void Array::SetAt(std::int32_t index, const Variant& value) {
 }
 
 void Array::Unshare() {
-    if (!block_ || block_->references == 1) return;
+    if (!block_ || block_->references.Now() == 1) return;
     Array copy;
     copy.block_ = Allocate(block_->element, block_->lower, block_->count, false);
     const auto assign = [&]<class T>(std::span<const T> from) {

@@ -3,6 +3,8 @@
 //
 // Copies share the elements until one of them is written (copy on write). Elements are contiguous:
 // numbers as their own bytes, texts as Text, tagged values as Variant, objects as Ref<Object>.
+//
+// Threads: different ones, copies too, may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #pragma once
 // Classes: the list of classes that can be created by name, keyed by class identifier.
+//
+// Threads: many may create at once, by CreatableClasses() too, while nobody registers.
 
 #include <functional>
 #include <map>

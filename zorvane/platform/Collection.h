@@ -3,6 +3,8 @@
 //
 // Keys are unique without regard to case. Every entry knows its place: places count up along the
 // order, so a position is a subtraction. Removing and inserting renumber the shorter side only.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #pragma once
 // Enumerator: one pass over the items that a container held when the pass began.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <iterator>

@@ -1,5 +1,7 @@
 #pragma once
 // Error: the one exception that library code raises on purpose: a number, a source, a description.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
 #include <exception>

@@ -3,6 +3,8 @@
 //
 // The values stand for themselves: Bold does not follow Weight, nothing is clamped or looked up.
 // Whoever shows text maps them to what the machine has.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
 

@@ -5,6 +5,8 @@
 // or inside another is never freed by a Ref; whoever owns it outlives every Ref to it. Objects may
 // hold objects however deep: one whose end would come with the stack nearly used up waits until the
 // outermost end on its thread is through.
+//
+// Threads: different ones may be used at once, and const members of one at once; so may Refs.
 
 #include <cstdint>
 #include <functional>
@@ -13,6 +15,7 @@
 #include <utility>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/SharedCount.h"
 #include "zorvane/platform/Text.h"
 
 namespace zorvane {
@@ -36,9 +39,9 @@ class ZORVANE_EXPORT Object {
     virtual Variant Get(std::u16string_view member, Arguments arguments = {});
     virtual void Set(std::u16string_view member, const Variant& value, Arguments arguments = {});
 
-    void Retain() const noexcept { ++references_; }
+    void Retain() const noexcept { references_.Add(); }
     void Release() const noexcept {
-        if (--references_ != 0 || !counted_) return;
+        if (references_.Take() != 0 || !counted_) return;
         counted_ = false;  // a Ref that the destructor makes to itself must not free it again
         Free();
     }
@@ -49,7 +52,7 @@ class ZORVANE_EXPORT Object {
 
     void Free() const noexcept;  // out of line: a compiler that sees both cases takes them for one
 
-    mutable std::uint32_t references_ = 0;
+    mutable SharedCount<std::uint32_t> references_{0};
     mutable bool counted_ = false;          // made by MakeObject: freed with its last reference
     mutable const Object* next_ = nullptr;  // among those that wait for their end
 };

@@ -1,9 +1,12 @@
 #pragma once
 // Random: uniform numbers in [0, 1), the same sequence on every machine and at every start.
+//
+// Threads: all may draw from one at once; each number of the sequence then goes to one of them.
 
 #include <cstdint>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/SharedCount.h"
 
 namespace zorvane {
 
@@ -13,7 +16,7 @@ class ZORVANE_EXPORT Random {
     float Next() noexcept;
 
   private:
-    std::uint64_t state_ = 0x5EED0F2026u;  // any fixed start; nothing seeds it
+    SharedCount<std::uint64_t> state_{0x5EED0F2026u};  // any fixed start; nothing seeds it
 };
 
 // The one generator of the program; everything that draws shares its sequence.

@@ -40,12 +40,12 @@ Text::Block* Text::Allocate(std::size_t length) {
 
 std::uint32_t Text::ComputeFoldedHash() const noexcept {
     const std::uint32_t hash = HashFolded(Units());
-    if (block_) block_->foldedHash = hash;
+    if (block_) block_->foldedHash.Set(hash);
     return hash;
 }
 
 void Text::Free(Block* block) noexcept {
-    if ((block->references & kInSlab) != 0) return TextMaker::Release(block);
+    if ((block->references.Now() & kInSlab) != 0) return TextMaker::Release(block);
     ::operator delete(static_cast<void*>(block));
 }
 

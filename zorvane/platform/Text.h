@@ -2,20 +2,23 @@
 // Text: an immutable, counted UTF-16 text behind one pointer.
 //
 // Null means empty; copying counts a reference and never copies units. Any unit may stand in a
-// text, U+0000 and lone surrogates included. The count is not atomic: the texts of one thread are
-// not to be touched by another, and those read from one stream move to another thread together or
-// not at all. A Text may be moved as raw bytes (see zorvane/platform/Relocate.h).
+// text, U+0000 and lone surrogates included. A Text may be moved as raw bytes (see
+// zorvane/platform/Relocate.h).
+//
+// Threads: different ones, copies too, may be used at once, and const members of one at once.
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <iosfwd>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/SharedCount.h"
 #include "zorvane/platform/Units.h"
 
 namespace zorvane {
@@ -58,8 +61,11 @@ class ZORVANE_EXPORT Text {
     // equal in mode Text and for texts with equal LowerCase. Computed once per block. O(n), then
     // O(1).
     [[nodiscard]] std::uint32_t FoldedHash() const noexcept {
-        if (block_ && block_->foldedHash != 0) [[likely]]
-            return block_->foldedHash;
+        if (block_) [[likely]] {
+            const std::uint32_t known = block_->foldedHash.Get();
+            if (known != 0) [[likely]]
+                return known;
+        }
         return ComputeFoldedHash();
     }
     // Brings the text near: a hint, for whoever will read it soon.
@@ -88,10 +94,13 @@ class ZORVANE_EXPORT Text {
   private:
     friend class TextMaker;
     struct Block {
-        std::uint32_t references;  // and kInSlab
+        Block(std::uint32_t counted, std::uint32_t unitCount) noexcept
+            : references(counted), length(unitCount) {}
+
+        SharedCount<std::uint32_t> references;  // and kInSlab
         std::uint32_t length;
-        std::uint32_t foldedHash;  // 0 = not computed yet
-        char16_t units[2];         // really `length` of them
+        Remembered<std::uint32_t> foldedHash;  // 0 = not computed yet
+        char16_t units[2];                     // really `length` of them
 
         // To be written: a compiler that sees the array take more than two would warn.
         [[nodiscard]] char16_t* Units() noexcept {
@@ -107,11 +116,7 @@ class ZORVANE_EXPORT Text {
     // Units unset; null for 0. Throws std::length_error and std::bad_alloc.
     static Block* Allocate(std::size_t length);
     static Block* Begin(void* place, std::size_t length, std::uint32_t mark = 0) noexcept {
-        auto* const block = static_cast<Block*>(place);
-        block->references = mark | 1;
-        block->length = static_cast<std::uint32_t>(length);
-        block->foldedHash = 0;
-        return block;
+        return new (place) Block(mark | 1, static_cast<std::uint32_t>(length));
     }
     // Of a block, in bytes.
     [[nodiscard]] static std::size_t SizeOf(std::size_t length) noexcept {
@@ -121,10 +126,10 @@ class ZORVANE_EXPORT Text {
     static void Free(Block* block) noexcept;
     void Release() noexcept {
         // Shifted, what is left of the mark and a count of none is 0.
-        if (block_ && (--block_->references << 1) == 0) Free(block_);
+        if (block_ && (block_->references.Take() << 1) == 0) Free(block_);
     }
     void Retain() const noexcept {
-        if (block_) ++block_->references;
+        if (block_) block_->references.Add();
     }
 
     Block* block_ = nullptr;

@@ -4,6 +4,8 @@
 // All-zero bytes are Empty. Texts and arrays are shared and immutable behind the value, so a copy
 // is O(1); an object is held by reference. A Variant may be moved as raw bytes
 // (zorvane/platform/Relocate.h).
+//
+// Threads: different ones, copies too, may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>

@@ -4,6 +4,8 @@
 // The bag never looks inside: it hands the object an empty bag to write its properties to, or a
 // filled one to read them from, and keeps that bag's words under the property's name. A window is
 // an object already: the base is virtual, so that it can be both.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include "zorvane/platform/Build.h"
 #include "zorvane/platform/Object.h"

@@ -10,6 +10,8 @@
 // finds nothing by name. Look-up by name O(log n), by position O(1); Add and Remove move the
 // entries behind the place. When memory runs out, std::bad_alloc leaves Add, Remove and assignments
 // as if never called, and every entry as it was.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
 #include <optional>

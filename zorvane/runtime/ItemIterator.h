@@ -2,6 +2,8 @@
 // ItemIterator: the items of a record store in position order, for range-for.
 //
 // Any insertion, removal or sort ends the pass: iterators of before it are not to be used.
+//
+// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>

@@ -72,7 +72,8 @@ class KeyedRecords : public Object {
         hashTells_ = false;
     }
 
-    // Whether a key or position names an entry. May re-sort by key.
+    // Whether a key or position names an entry. May re-sort by key, as may the look-ups below,
+    // which are const in a class whose look-ups never do.
     [[nodiscard]] bool Contains(const Variant& vKeyIndex) {
         return Self().FindRecord(vKeyIndex) != nullptr;
     }
@@ -86,9 +87,7 @@ class KeyedRecords : public Object {
     }
     // The same for what loops ask by, with no tagged value made of it.
     [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
-        if (const Record* const record = AtPosition(position)) [[likely]]
-            return record->Item;
-        RaiseNoItemAt(position);
+        return ItemAt(position);
     }
     // The same where it lies, or null where there is none: nothing is copied and nothing raised.
     // The pointer ends with the next change of the container, a look-up that re-sorts included.
@@ -117,13 +116,13 @@ class KeyedRecords : public Object {
 
     // Quiet look-ups: false and Value untouched when there is no such entry. They never raise.
     [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) {
-        return Fetch(vKeyIndex, &Record::Item, Value);
+        return Fetch(Self().FindRecord(vKeyIndex), &Record::Item, Value);
     }
     [[nodiscard]] bool ItemLongFn(const Variant& vKeyIndex, std::int32_t& Value) {
-        return Fetch(vKeyIndex, &Record::ItemLong, Value);
+        return Fetch(Self().FindRecord(vKeyIndex), &Record::ItemLong, Value);
     }
     [[nodiscard]] bool ItemStringFn(const Variant& vKeyIndex, Text& Value) {
-        return Fetch(vKeyIndex, &Record::ItemString, Value);
+        return Fetch(Self().FindRecord(vKeyIndex), &Record::ItemString, Value);
     }
 
     // Sorts by the selected column in the current direction; false when none is selected or there
@@ -198,6 +197,22 @@ class KeyedRecords : public Object {
             return *record;
         RaiseMissing(member, vKeyIndex);
     }
+    [[nodiscard]] const Record& Find(const Variant& vKeyIndex,
+                                     const std::u16string_view& member) const {
+        if (const Record* const record = Self().FindRecord(vKeyIndex)) [[likely]]
+            return *record;
+        RaiseMissing(member, vKeyIndex);
+    }
+    [[nodiscard]] const Variant& ItemAt(std::int32_t position) const {
+        if (const Record* const record = records_.Find(position)) [[likely]]
+            return record->Item;
+        RaiseNoItemAt(position);
+    }
+    template <class Field>
+    static bool Fetch(const Record* record, Field Record::*field, Field& value) noexcept {
+        if (record) value = record->*field;
+        return record != nullptr;
+    }
     [[nodiscard]] static const Variant* ItemIn(const Record* record) noexcept {
         return record ? &record->Item : nullptr;
     }
@@ -246,6 +261,10 @@ class KeyedRecords : public Object {
     }
     void SelectKey() noexcept { Select(offsetof(Record, Key), modZorvane::CompareString); }
 
+    // Constants, since a compiler would measure such literals at each call.
+    static constexpr std::u16string_view kItemMember = u"::Item";
+    static constexpr std::u16string_view kItemLongMember = u"::ItemLong";
+
     KeyedStore<Record> records_;
     Settings settings_;
     std::size_t sortOffset_ = 0;
@@ -256,10 +275,6 @@ class KeyedRecords : public Object {
     bool hashTells_ = false;
 
   private:
-    // Constants, since a compiler would measure such literals at each call.
-    static constexpr std::u16string_view kItemMember = u"::Item";
-    static constexpr std::u16string_view kItemLongMember = u"::ItemLong";
-
     [[nodiscard]] Record& FindKept(const Variant kept, const std::u16string_view& member) {
         if (Record* record = Self().FindRecord(kept)) return *record;
         RaiseMissing(member, kept);
@@ -272,14 +287,9 @@ class KeyedRecords : public Object {
     [[noreturn, gnu::noinline]] static void RaiseNoItemAt(std::int32_t position) {
         RaiseMissing(kItemMember, position);
     }
-    template <class Field>
-    bool Fetch(const Variant& vKeyIndex, Field Record::*field, Field& value) {
-        const Record* record = Self().FindRecord(vKeyIndex);
-        if (record) value = record->*field;
-        return record != nullptr;
-    }
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
+    const Derived& Self() const noexcept { return static_cast<const Derived&>(*this); }
 };
 
 template <class Derived, class Record>

@@ -61,7 +61,7 @@ void RecordOrder::SetRun(RecordNumber first, std::uint32_t count) noexcept {
     starts_ = {};
     owners_ = {};
     DropPrefixes();
-    ForgetCursor();
+    ForgetNear();
 }
 
 // Makes blocks of `count` numbers.
@@ -90,7 +90,7 @@ void RecordOrder::Fill(std::uint32_t count, std::size_t places, NumberAt&& numbe
     isRun_ = false;
     count_ = count;
     for (Block* block : blocks_) NoteOwner(*block);
-    ForgetCursor();
+    ForgetNear();
 }
 
 void RecordOrder::ToBlocks() {
@@ -160,7 +160,7 @@ void RecordOrder::KeepBlocks(std::uint32_t count) noexcept {
         count_ += block.count;
         if (HasPrefixes()) firstPrefixes_[i] = block.count != 0 ? block.Prefixes()[0] : 0;
     }
-    ForgetCursor();
+    ForgetNear();
 }
 
 void RecordOrder::NoteOwner(Block& block) noexcept {
@@ -168,62 +168,64 @@ void RecordOrder::NoteOwner(Block& block) noexcept {
     for (std::uint32_t i = 0; i < block.count; ++i) owners_[block.Numbers()[i] & mask] = &block;
 }
 
-// The block that holds a position; the end belongs to the last. The cursor stands there then.
-std::uint32_t RecordOrder::FindBlock(std::uint32_t position) const noexcept {
-    if (cursor_.count != 0 && position - cursor_.from < cursor_.count) return cursor_.block;
-    const std::uint32_t block = starts_.BlockOf(position);
-    MoveCursor(block, starts_.At(block));
-    return block;
+// The block that holds a position; the end belongs to the last. It is near then.
+RecordOrder::Block& RecordOrder::FindBlock(std::uint32_t position) const noexcept {
+    Block& near = *near_.Get();
+    return position - near.from.Get() < near.count ? near : LookAt(starts_.BlockOf(position));
 }
 
-void RecordOrder::MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept {
-    const Block& there = *blocks_[block];
-    cursor_ = {from, there.count, there.Numbers(), block};
+RecordOrder::Block& RecordOrder::LookAt(std::uint32_t ordinal) const noexcept {
+    Block& block = *blocks_[ordinal];
+    block.ordinal.Set(ordinal);
+    block.from.Set(starts_.At(ordinal));
+    near_.Set(&block);
+    return block;
 }
 
 RecordNumber RecordOrder::Seek(std::uint32_t position) const noexcept {
     if (isRun_) return first_ + position;
-    static_cast<void>(FindBlock(position));
-    return cursor_.numbers[position - cursor_.from];
+    const Block& block = FindBlock(position);
+    return block.Numbers()[position - block.from.Get()];
 }
 
 std::uint32_t RecordOrder::PositionOf(RecordNumber number) const noexcept {
     if (isRun_) return number - first_;
-    Block& block = *owners_[number & (owners_.Size() - 1)];
-    const std::uint32_t at = Locate(block);
-    if (cursor_.count == 0 || cursor_.block != at) MoveCursor(at, starts_.At(at));
-    return cursor_.from + PlaceOf(number, block.Numbers(), block.count);
+    const Block& block = *owners_[number & (owners_.Size() - 1)];
+    if (near_.Get() != &block) LookAt(Locate(block));
+    return block.from.Get() + PlaceOf(number, block.Numbers(), block.count);
 }
 
 // The index of a block. What is counted holds until blocks come or go, and is then counted anew
 // when somebody asks: a list that only grows never does.
-std::uint32_t RecordOrder::Locate(Block& block) const noexcept {
-    if (block.ordinal >= blocks_.size() || blocks_[block.ordinal] != &block) {
-        for (std::uint32_t i = 0; i < blocks_.size(); ++i) blocks_[i]->ordinal = i;
-    }
-    return block.ordinal;
+std::uint32_t RecordOrder::Locate(const Block& block) const noexcept {
+    const std::uint32_t counted = block.ordinal.Get();
+    if (counted < blocks_.size() && blocks_[counted] == &block) return counted;
+    for (std::uint32_t i = 0; i < blocks_.size(); ++i) blocks_[i]->ordinal.Set(i);
+    return block.ordinal.Get();
 }
 
 std::pair<std::uint32_t, std::uint32_t> RecordOrder::EqualPrefixes(
     std::uint64_t prefix) const noexcept {
     const auto size = static_cast<std::uint32_t>(blocks_.size());
-    // The first position whose prefix is not below the limit, and the cursor into its block.
+    // The block in which prefixes that are not below the limit begin, and where in it.
     const auto firstFrom = [&](std::uint64_t limit) {
         const std::uint32_t begun = CountBelow(firstPrefixes_.data(), size, limit);
-        const std::uint32_t at = begun == 0 ? 0 : begun - 1;
-        const Block& block = *blocks_[at];
-        MoveCursor(at, starts_.At(at));
-        return cursor_.from + (begun == 0 ? 0 : CountBelow(block.Prefixes(), block.count, limit));
+        const Block& block = LookAt(begun == 0 ? 0 : begun - 1);
+        const std::uint32_t within =
+            begun == 0 ? 0 : CountBelow(block.Prefixes(), block.count, limit);
+        return std::pair<const Block&, std::uint32_t>(block, within);
     };
-    const std::uint32_t first = firstFrom(prefix);
-    const Block& block = *blocks_[cursor_.block];
-    std::uint32_t past = first - cursor_.from;
+    const auto [block, within] = firstFrom(prefix);
+    const std::uint32_t first = block.from.Get() + within;
+    std::uint32_t past = within;
     while (past < block.count && block.Prefixes()[past] == prefix) ++past;
     // Most often that is all; else the equal ones go on in the blocks behind.
-    const bool goesOn = past == block.count && cursor_.block + 1 < size &&
-                        firstPrefixes_[cursor_.block + 1] == prefix;
-    if (!goesOn) return {first, cursor_.from + past};
-    return {first, prefix == UINT64_MAX ? count_ : firstFrom(prefix + 1)};
+    const std::uint32_t next = block.ordinal.Get() + 1;
+    const bool goesOn = past == block.count && next < size && firstPrefixes_[next] == prefix;
+    if (!goesOn) return {first, block.from.Get() + past};
+    if (prefix == UINT64_MAX) return {first, count_};
+    const auto [last, end] = firstFrom(prefix + 1);
+    return {first, last.from.Get() + end};
 }
 
 // Makes room in a full block: its rear half, or at the very end only a little, goes into a new one.
@@ -251,7 +253,7 @@ void RecordOrder::Split(std::uint32_t at) {
     blocks_.insert(blocks_.begin() + at + 1, fresh);
     starts_.Insert(at + 1, starts_.At(at) + keep);
     NoteOwner(*fresh);
-    ForgetCursor();
+    ForgetNear();
 }
 
 void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint64_t prefix) {
@@ -260,19 +262,19 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
         owners_ = LargeArray<Block*>(std::bit_ceil(span));
         for (Block* block : blocks_) NoteOwner(*block);
     }
-    // What is to stand right behind the cursor's numbers may as well join them.
-    if (cursor_.count == 0 || position - cursor_.from > cursor_.count) {
-        static_cast<void>(FindBlock(position));
+    // What is to stand right behind the numbers near may as well join them.
+    Block* place = near_.Get();
+    if (place->count == 0 || position - place->from.Get() > place->count) {
+        place = &FindBlock(position);
     }
     // Between two full blocks the place may next be found in the other.
-    while (cursor_.count == kBlock) {
-        Split(cursor_.block);
-        static_cast<void>(FindBlock(position));
+    while (place->count == kBlock) {
+        Split(place->ordinal.Get());
+        place = &FindBlock(position);
     }
-    const std::uint32_t at = cursor_.block;
-    const std::uint32_t from = cursor_.from;
-    Block& block = *blocks_[at];
-    const std::uint32_t within = position - from;
+    Block& block = *place;
+    const std::uint32_t at = block.ordinal.Get();
+    const std::uint32_t within = position - block.from.Get();
     OpenGap(block, within);
     block.Numbers()[within] = number;
     if (HasPrefixes()) {
@@ -282,19 +284,16 @@ void RecordOrder::Insert(std::uint32_t position, RecordNumber number, std::uint6
     owners_[number & (owners_.Size() - 1)] = &block;
     starts_.MoveBehind(at, 1);
     ++count_;
-    MoveCursor(at, from);
 }
 
 void RecordOrder::Erase(std::uint32_t position) noexcept {
-    const std::uint32_t at = FindBlock(position);
-    const std::uint32_t from = cursor_.from;
-    Block& block = *blocks_[at];
-    CloseGap(block, position - from);
+    Block& block = FindBlock(position);
+    const std::uint32_t at = block.ordinal.Get();
+    CloseGap(block, position - block.from.Get());
     --count_;
     if (block.count != 0 || blocks_.size() == 1) {
         if (HasPrefixes()) firstPrefixes_[at] = block.count != 0 ? block.Prefixes()[0] : 0;
         starts_.MoveBehind(at, 0u - 1u);
-        MoveCursor(at, from);
     } else {
         if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
         blocks_.erase(blocks_.begin() + at);
@@ -302,7 +301,7 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
         room_.Give(&block);
         starts_.MoveBehind(at, 0u - 1u);
         starts_.Erase(at);
-        ForgetCursor();
+        ForgetNear();
     }
 }
 

@@ -15,6 +15,7 @@
 
 #include "zorvane/platform/Build.h"
 #include "zorvane/platform/LargeArray.h"
+#include "zorvane/platform/SharedCount.h"
 #include "zorvane/runtime/detail/BlockStarts.h"
 #include "zorvane/runtime/detail/Slabs.h"
 
@@ -22,6 +23,31 @@ namespace zorvane {
 
 // Names a record for as long as it lives, wherever it stands.
 using RecordNumber = std::uint32_t;
+
+// Numbers with room at both ends, so that the shorter side moves.
+struct RecordOrderBlock {
+    static constexpr std::uint32_t kRoom = 256;
+    struct PrefixArray {
+        std::uint64_t values[kRoom];
+    };
+
+    std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
+    std::uint32_t count = 0;
+    // Its index and the position of its first number, when it was last looked at or changed.
+    Remembered<std::uint32_t> ordinal = 0;
+    Remembered<std::uint32_t> from = 0;
+    PrefixArray* prefixes = nullptr;  // while the order has prefixes, and maybe later
+    RecordNumber numbers[kRoom];
+
+    [[nodiscard]] RecordNumber* Numbers() noexcept { return numbers + begin; }
+    [[nodiscard]] const RecordNumber* Numbers() const noexcept { return numbers + begin; }
+    [[nodiscard]] std::uint64_t* Prefixes() noexcept { return prefixes->values + begin; }
+    [[nodiscard]] const std::uint64_t* Prefixes() const noexcept {
+        return prefixes->values + begin;
+    }
+};
+// Holds no position.
+inline constinit RecordOrderBlock kNoBlock{};
 
 class ZORVANE_EXPORT RecordOrder {
   public:
@@ -32,22 +58,22 @@ class ZORVANE_EXPORT RecordOrder {
     // The number at a position below Count(). Run O(1); blocks O(log n), O(1) near the last one
     // asked.
     [[nodiscard]] RecordNumber At(std::uint32_t position) const noexcept {
-        return IsNear(position) ? Near(position) : Seek(position);
+        const RecordNumber* const near = Near(position);
+        return near ? *near : Seek(position);
     }
-    // Whether a position, any, stands in the block that was asked or changed last; never in a run.
-    [[nodiscard]] bool IsNear(std::uint32_t position) const noexcept {
-        return position - cursor_.from < cursor_.count;
-    }
-    // The number there.
-    [[nodiscard]] RecordNumber Near(std::uint32_t position) const noexcept {
-        return cursor_.numbers[position - cursor_.from];
+    // Where the number at a position, any, stands, if in the block that was asked or changed last;
+    // null in a run.
+    [[nodiscard]] const RecordNumber* Near(std::uint32_t position) const noexcept {
+        const Block& block = *near_.Get();
+        const std::uint32_t within = position - block.from.Get();
+        return within < block.count ? block.Numbers() + within : nullptr;
     }
     [[nodiscard]] std::uint32_t Count() const noexcept { return count_; }
     // Blocks only: the numbers from a position below Count() on that lie side by side.
     [[nodiscard]] std::span<const RecordNumber> From(std::uint32_t position) const noexcept {
-        static_cast<void>(At(position));
-        const std::uint32_t within = position - cursor_.from;
-        return {cursor_.numbers + within, cursor_.count - within};
+        const Block& block = FindBlock(position);
+        const std::uint32_t within = position - block.from.Get();
+        return {block.Numbers() + within, block.count - within};
     }
     // The position of a number that stands here. Run O(1); blocks O(kBlock) on 4-byte numbers, and
     // O(n / kBlock) more for the first after a block came or went.
@@ -133,27 +159,11 @@ class ZORVANE_EXPORT RecordOrder {
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> EqualPrefixes(
         std::uint64_t prefix) const noexcept;
 
-    static constexpr std::uint32_t kBlock = 256;
+    static constexpr std::uint32_t kBlock = RecordOrderBlock::kRoom;
 
   private:
-    struct PrefixArray {
-        std::uint64_t values[kBlock];
-    };
-    // Numbers with room at both ends, so that the shorter side moves.
-    struct Block {
-        std::uint32_t begin = 0;  // numbers begin..begin+count-1 are in use
-        std::uint32_t count = 0;
-        std::uint32_t ordinal = 0;        // index in blocks_ when blocks were last counted
-        PrefixArray* prefixes = nullptr;  // while the order has prefixes, and maybe later
-        RecordNumber numbers[kBlock];
-
-        [[nodiscard]] RecordNumber* Numbers() noexcept { return numbers + begin; }
-        [[nodiscard]] const RecordNumber* Numbers() const noexcept { return numbers + begin; }
-        [[nodiscard]] std::uint64_t* Prefixes() noexcept { return prefixes->values + begin; }
-        [[nodiscard]] const std::uint64_t* Prefixes() const noexcept {
-            return prefixes->values + begin;
-        }
-    };
+    using Block = RecordOrderBlock;
+    using PrefixArray = Block::PrefixArray;
 
     template <class NumberAt>
     void Fill(std::uint32_t count, std::size_t places, NumberAt&& numberAt);
@@ -161,10 +171,10 @@ class ZORVANE_EXPORT RecordOrder {
                                      std::uint32_t to) noexcept;
     void KeepBlocks(std::uint32_t count) noexcept;
     void CloseGap(Block& block, std::uint32_t within) const noexcept;
-    [[nodiscard]] std::uint32_t FindBlock(std::uint32_t position) const noexcept;
-    void ForgetCursor() const noexcept { cursor_.count = 0; }
-    [[nodiscard]] std::uint32_t Locate(Block& block) const noexcept;
-    void MoveCursor(std::uint32_t block, std::uint32_t from) const noexcept;
+    [[nodiscard]] Block& FindBlock(std::uint32_t position) const noexcept;
+    void ForgetNear() noexcept { near_ = &kNoBlock; }
+    [[nodiscard]] std::uint32_t Locate(const Block& block) const noexcept;
+    Block& LookAt(std::uint32_t ordinal) const noexcept;
     void NoteOwner(Block& block) noexcept;
     void OpenGap(Block& block, std::uint32_t within) const noexcept;
     [[nodiscard]] RecordNumber Seek(std::uint32_t position) const noexcept;
@@ -185,14 +195,9 @@ class ZORVANE_EXPORT RecordOrder {
     LargeArray<Block*> owners_;
 
     // The block that was looked at or changed last: what is done next is mostly done there, and
-    // costs no search. No numbers: no block.
-    struct Cursor {
-        std::uint32_t from = 0;  // position of its first number
-        std::uint32_t count = 0;
-        const RecordNumber* numbers = nullptr;
-        std::uint32_t block = 0;
-    };
-    mutable Cursor cursor_;
+    // costs no search. What it remembers of itself holds until the order changes, so whoever looks
+    // for a block, in whatever thread, writes the same there.
+    Remembered<Block*> near_ = &kNoBlock;
 };
 
 }  // namespace zorvane

@@ -59,8 +59,8 @@ class RecordStore {
     [[nodiscard]] Record* Find(std::int32_t position) noexcept {
         const std::uint32_t at = Index(position);
         if (at < lined_) return line_ + at;
-        if (order_.IsNear(at)) [[likely]]
-            return &OfNumber(order_.Near(at));
+        if (const RecordNumber* const near = order_.Near(at)) [[likely]]
+            return &OfNumber(*near);
         return FindFar(at);
     }
     [[nodiscard]] const Record* Find(std::int32_t position) const noexcept {
