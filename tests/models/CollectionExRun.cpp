@@ -56,7 +56,8 @@ class Run : public ListRun<CollectionEx> {
         // such as only folding joins.
         const auto i = static_cast<char16_t>(Below(12));
         const auto unit = [](auto value) { return static_cast<char16_t>(value); };
-        const std::int32_t chosen = Below(7);
+        const std::int32_t chosen = Below(8);
+        if (chosen == 7) return CrowdedKey(static_cast<unsigned>(Below(40)));
         if (chosen == 0) return std::u16string{unit((Below(2) ? u'A' : u'a') + i)};
         if (chosen == 1) return std::u16string{unit(0x4E00 + i), unit(0x5000 - 2 * i)};
         if (chosen == 2) return std::u16string{unit(0x7FE8 + i)};

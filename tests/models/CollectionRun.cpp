@@ -17,6 +17,7 @@ class Run : public ListRun<Collection> {
     }
     Text AnyKey() override {
         if (Below(30) == 0) return {};
+        if (Below(3) == 0) return CrowdedKey(static_cast<unsigned>(Below(40)));
         const auto letter = static_cast<char16_t>((Below(2) != 0 ? u'A' : u'a') + Below(20));
         return std::u16string(static_cast<std::size_t>(1 + Below(2)), letter);
     }

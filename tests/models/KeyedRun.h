@@ -27,6 +27,7 @@ class KeyedRun : public StepRun {
           calm_(kind % 10 == 5),
           alike_(kind % 20 == 15),
           numbers_(kind % 4 == 3),
+          crowded_(kind % 4 == 2),
           target_(calm_ ? 2000 : 20) {}
 
   protected:
@@ -59,6 +60,7 @@ class KeyedRun : public StepRun {
                                     u"\u0101\u01C4",
                                     kCapital + "1"};
         if (!calm_ && Chance(15)) return kOdd[Below(std::size(kOdd))];
+        if (!calm_ && crowded_) return CrowdedKey(Below(universe_));
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
@@ -320,7 +322,7 @@ class KeyedRun : public StepRun {
 
     unsigned universe_;
     int stateEvery_;
-    bool calm_, alike_, numbers_;  // alike: with most keys, four units tell nothing
+    bool calm_, alike_, numbers_, crowded_;  // alike: with most keys, four units tell nothing
     unsigned last_ = 0;
     std::int32_t target_;
 };

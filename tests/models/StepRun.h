@@ -51,6 +51,15 @@ class StepRun {
     [[nodiscard]] unsigned Below(unsigned limit) noexcept;
     [[nodiscard]] bool Chance(unsigned percent) noexcept { return Below(100) < percent; }
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
+    // Keys below 8192 that are like one another to an ordinary hash, and no two the same but for
+    // case.
+    [[nodiscard]] static Text CrowdedKey(unsigned number) {
+        std::u16string key;
+        for (unsigned bit = 0; bit < 13; ++bit) {
+            key += u"`@aA\u03C3\u03C2"[bit % 3 * 2 + (number >> bit & 1)];
+        }
+        return key;
+    }
     // The container whose members are called by name, and how its values are shown.
     [[nodiscard]] virtual Object& Ours() { RaisePlatform(PlatformError::ObjectNotSet); }
     [[nodiscard]] virtual std::string Shown(const Variant& value) {

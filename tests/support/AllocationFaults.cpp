@@ -7,10 +7,11 @@
 
 namespace {
 
-std::int64_t allocations = 0;
-std::int64_t bytes = 0;
-std::int64_t failingOne = 0;  // counted down; 0: none
-bool hasFailed = false;
+// Of each thread its own: who counts is alone.
+thread_local std::int64_t allocations = 0;
+thread_local std::int64_t bytes = 0;
+thread_local std::int64_t failingOne = 0;  // counted down; 0: none
+thread_local bool hasFailed = false;
 
 void Note(std::size_t size) {
     ++allocations;

@@ -56,9 +56,9 @@ void CollectionEx::Add(Variant Item, Text Key, const CollectionExAdd& Options) {
     Text key = sorted_ ? LowerCase(Key) : std::move(Key);
     const std::int32_t position = sorted_ ? FindSorted(key) : PlaceFor(Options);
 
-    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.Insert(position);
-    index_.Insert(key.FoldedHash(), number);
+    index_.Insert(IndexHash(key), number);
     Record& record = records_.OfNumber(number);
     MoveToEmpty(record.Key, key);
     MoveToEmpty(record.Item, Item);
@@ -88,10 +88,21 @@ void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
     }
     records_.PrepareClose(position);
     const RecordNumber number = records_.NumberAt(position);
+    const std::uint32_t hash = IndexHash(records_.OfNumber(number).Key);
     // Released at the end, when the collection is whole again.
     Taken<Record> doomed(records_.OfNumber(number));
     records_.Close(position, number);
-    index_.Erase(doomed->Key.FoldedHash(), number);
+    index_.Erase(hash, number);
+}
+
+// For one entry more.
+void CollectionEx::MakeRoom() {
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.IsCrowded()) [[likely]]
+        return;
+    index_.Tighten([&](RecordNumber number) {
+        return HashExactly(records_.OfNumber(number).Key, Sameness::LowerCase);
+    });
 }
 
 Enumerator CollectionEx::NewEnum() {
@@ -211,7 +222,7 @@ void CollectionEx::SortRecords() {
         lowered.size(), [&](std::uint32_t i) { return &lowered[i]; }, modZorvane::CompareString,
         static_cast<std::int32_t>(CompareMode::Binary), false);
     records_.Reorder(order, [&](auto&& newNumberOf) { index_.Renumber(newNumberOf); });
-    // A key's lower-cased form has the same folded hash.
+    // A key's lower-cased form has the same hash in the index.
     for (std::int32_t i = 1; i <= Count(); ++i) {
         swap(records_.At(i).Key, lowered[order[static_cast<std::size_t>(i) - 1]]);
     }

@@ -19,6 +19,7 @@
 #include <string_view>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Object.h"
@@ -148,13 +149,22 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     }
     // The entry that has a key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
-        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        const auto matches = [&](RecordNumber number) {
             return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
-        });
+        };
+        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        if (number || !index_.IsStrict()) [[likely]]
+            return number;
+        return index_.Find(IndexHash(key), matches);
     }
     [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
     // Whether its key counts as this one although not all units are the same.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
+    // What the index has a key under, as given or lower-cased.
+    [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
+        return index_.IsStrict() ? HashExactly(key, Sameness::LowerCase) : key.FoldedHash();
+    }
+    void MakeRoom();
     // The entry of a key (raises 5) or at a position (raises 9).
     [[nodiscard]] RecordNumber NumberOf(const Variant& vKeyIndex) const {
         if (!vKeyIndex.IsText()) [[unlikely]] {
@@ -172,7 +182,7 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     void SortRecords();
 
     RecordStore<Record> records_;
-    KeyIndex index_;  // every record under the folded hash of its key
+    KeyIndex index_;  // every record under the folded hash of its key, or strictly
     std::int32_t capacity_ = 1000;
     std::int32_t initialSize_ = 1000;
     std::int32_t growStep_ = 1000;

@@ -91,9 +91,9 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     }
     const bool inOrder = Sorted() && InSearchOrder();
 
-    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.InsertKey(position, Key, inOrder, Rule());
-    index_.Insert(Key.FoldedHash(), number);
+    index_.Insert(IndexHash(Key), number);
     CollectionRecord& record = records_.OfNumber(number);
     MoveToEmpty(record.Key, Key);
     MoveToEmpty(record.Item, Item);
@@ -111,12 +111,12 @@ void ZVCollectionEx::Append(SourceRecord source) {
     if (foreign && foreignCodes_.size() == foreignCodes_.capacity()) {
         foreignCodes_.reserve(std::max<std::size_t>(16, foreignCodes_.size() * 2));
     }
-    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.InsertKey(Count() + 1, record.Key, false, Rule());
-    index_.Insert(record.Key.FoldedHash(), number);
     NoteForeignCode(number, foreign ? source.HashCode : 0);
     record.AddedAt = additions_++;
     records_.OfNumber(number) = std::move(record);
+    index_.Insert(IndexHashOf(number), number);
     capacity_ = std::max(capacity_, Count());
     seats_.Drop();
     NoteKeyOrder(false);
@@ -228,6 +228,13 @@ auto ZVCollectionEx::ReadRecord(Object& source, std::int32_t index) -> SourceRec
     return read;
 }
 
+// For one entry more.
+void ZVCollectionEx::MakeRoom() {
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (index_.IsCrowded()) [[unlikely]]
+        index_.Tighten([&](RecordNumber number) { return StrictHashOf(number); });
+}
+
 // The code that a source gave a record, or 0: the record has its key's own.
 void ZVCollectionEx::NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept {
     if (foreignCodes_.empty() && hashCode == 0) [[likely]]
@@ -255,10 +262,11 @@ Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     }
     if (!vKeyIndex.IsText()) FetchAhead(records_, index_, entry.Position);
     records_.PrepareClose(entry.Position);
+    const std::uint32_t hash = IndexHashOf(entry.Number);
     // Released at the end, when the collection is whole again.
     Taken<CollectionRecord> doomed(records_.OfNumber(entry.Number));
     records_.Close(entry.Position, entry.Number);
-    index_.Erase(doomed->Key.FoldedHash(), entry.Number);
+    index_.Erase(hash, entry.Number);
     NoteForeignCode(entry.Number, 0);
     seats_.Drop();
     settings_.Changed = true;
@@ -324,6 +332,16 @@ bool ZVCollectionEx::Sort() {
         }
     }
     return SortByFields([&](std::uint32_t i) { return &column[i]; });
+}
+
+// As two keys are the same when they are equal folded and have equal hash codes.
+std::uint32_t ZVCollectionEx::StrictHash(const Text& key) noexcept {
+    return HashExactly(key, Sameness::Folded, static_cast<std::uint32_t>(HashOf(key)));
+}
+
+std::uint32_t ZVCollectionEx::StrictHashOf(RecordNumber number) const noexcept {
+    return HashExactly(records_.OfNumber(number).Key, Sameness::Folded,
+                       static_cast<std::uint32_t>(HashCodeOf(number)));
 }
 
 void swap(ZVCollectionEx& left, ZVCollectionEx& right) noexcept {

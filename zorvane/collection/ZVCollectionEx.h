@@ -23,8 +23,8 @@
 #include <span>
 #include <vector>
 
-#include "zorvane/platform/Build.h"
 #include "zorvane/collection/detail/MadeOnce.h"
+#include "zorvane/platform/Build.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/runtime/AddOptions.h"
 #include "zorvane/runtime/KeyIndex.h"
@@ -171,14 +171,27 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
     // The record that has the key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
-        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        const auto matches = [&](RecordNumber number) {
             if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
                 return true;
             return HasKeyLike(number, key);
-        });
+        };
+        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        if (number || !index_.IsStrict()) [[likely]]
+            return number;
+        return index_.Find(IndexHash(key), matches);
     }
     // Whether its key counts as this one, with every hash code looked at.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
+    // What the index has a key under.
+    [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
+        return index_.IsStrict() ? StrictHash(key) : key.FoldedHash();
+    }
+    [[nodiscard]] std::uint32_t IndexHashOf(RecordNumber number) const noexcept {
+        return index_.IsStrict() ? StrictHashOf(number)
+                                 : records_.OfNumber(number).Key.FoldedHash();
+    }
+    void MakeRoom();
     void NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept;
     [[nodiscard]] static SourceRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;
@@ -189,13 +202,15 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
         Rehash(capacity_);
     }
     void RenumberCodes(const std::function<RecordNumber(RecordNumber)>& newNumberOf) noexcept;
+    [[nodiscard]] static std::uint32_t StrictHash(const Text& key) noexcept;
+    [[nodiscard]] std::uint32_t StrictHashOf(RecordNumber number) const noexcept;
     // HashIndex of every entry, by position.
     [[nodiscard]] std::vector<std::int32_t> SeatRecords() const;
     [[nodiscard]] const std::vector<std::int32_t>& Seats() const {
         return seats_.Get([&] { return SeatRecords(); });
     }
 
-    KeyIndex index_;  // every record under the folded hash of its key
+    KeyIndex index_;  // every record under the folded hash of its key; strict: with its hash code
     std::int32_t capacity_ = 0;
     std::uint64_t additions_ = 0;
     std::uint64_t rehashedAt_ = 0;           // records added before are seated in position order

@@ -64,9 +64,9 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
     // A search out of order may have missed the key.
     const bool repeated = found.Found || (!inOrder && Holder(Key));
 
-    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.InsertKey(position, Key, inOrder, Rule());
-    index_.Insert(Key.FoldedHash(), number);
+    index_.Insert(IndexHash(Key), number);
     KeyListRecord& record = records_.OfNumber(number);
     MoveToEmpty(record.Key, Key);
     MoveToEmpty(record.Item, Item);
@@ -83,9 +83,9 @@ Variant KeyListEX::Add(Variant Item, Text Key, const AddOptions& Options) {
 
 void KeyListEX::Append(KeyListRecord record) {
     repeats_ = repeats_ || Holder(record.Key);
-    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.InsertKey(Count() + 1, record.Key, false, Rule());
-    index_.Insert(record.Key.FoldedHash(), number);
+    index_.Insert(IndexHash(record.Key), number);
     records_.OfNumber(number) = std::move(record);
     capacity_ = Count();
     NoteKeyOrder(false);
@@ -181,7 +181,7 @@ auto KeyListEX::Look(Text key) -> Search {
         RestoreKeyOrder();
         if (repeats_ || !InSearchOrder()) return records_.FindKey(key, !Unique(), Rule());
         // The index is far away; the order is searched meanwhile, and mostly tells enough.
-        index_.Fetch(key.FoldedHash());
+        index_.Fetch(IndexHash(key));
         const auto places = records_.PlacesFor(key);
         if (places.Empty()) return {false, places.First};
         if (const RecordNumber* const holder = Holder(key))
@@ -189,17 +189,31 @@ auto KeyListEX::Look(Text key) -> Search {
         return {false, records_.FirstNotBefore(key, places, Rule())};
     }
     Search first{false, Count() + 1};
-    index_.ForEach(key.FoldedHash(), [&](RecordNumber number) {
+    index_.ForEach(IndexHash(key), [&](RecordNumber number) {
         if (!EqualTexts(records_.OfNumber(number).Key, key, Mode())) return;
         first = {true, std::min(first.Position, records_.PositionOf(number))};
     });
     return first;
 }
 
+// For one entry more, or another key.
+void KeyListEX::MakeRoom() {
+    index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
+    if (!index_.IsCrowded()) [[likely]]
+        return;
+    const Sameness now = Mode() == CompareMode::Binary ? Sameness::Units : Sameness::Folded;
+    index_.Tighten(
+        [&](RecordNumber number) { return HashExactly(records_.OfNumber(number).Key, now); });
+    strictly_ = now;
+}
+
 Enumerator KeyListEX::NewEnum() {
     if (!snapshot_) {
         if (repeats_) {
-            std::unordered_set<std::u16string_view> keys;
+            const auto hash = [](std::u16string_view key) {
+                return HashExactly(key, Sameness::Units);
+            };
+            std::unordered_set<std::u16string_view, decltype(hash)> keys(0, hash);
             for (std::int32_t i = 1; i <= Count(); ++i) {
                 if (!keys.insert(records_.At(i).Key.Units()).second) {
                     RaisePlatform(PlatformError::DuplicateKey);
@@ -233,10 +247,11 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
     }
     if (!named.IsText()) FetchAhead(records_, index_, entry.Position);
     records_.PrepareClose(entry.Position);
+    const std::uint32_t hash = IndexHash(records_.OfNumber(entry.Number).Key);
     // Released at the end, when the list is whole again.
     Taken<KeyListRecord> doomed(records_.OfNumber(entry.Number));
     records_.Close(entry.Position, entry.Number);
-    index_.Erase(doomed->Key.FoldedHash(), entry.Number);
+    index_.Erase(hash, entry.Number);
     const std::int64_t spare = std::int64_t{capacity_} - Count();
     if (Count() > 0 && spare > Granularity()) capacity_ = Count();
     settings_.Changed = true;
@@ -247,8 +262,8 @@ Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
 // Swaps a record's key for another.
 void KeyListEX::Rename(RecordNumber number, Text& key) noexcept {
     KeyListRecord& record = records_.OfNumber(number);
-    index_.Erase(record.Key.FoldedHash(), number);
-    index_.Insert(key.FoldedHash(), number);
+    index_.Erase(IndexHash(record.Key), number);
+    index_.Insert(IndexHash(key), number);
     swap(record.Key, key);
 }
 
@@ -262,6 +277,7 @@ void KeyListEX::SetKey(std::int32_t Index, Text value) {
         RaiseError(Failure::KeyPresent, u"::Key", kKeyLabel, value);
     }
     repeats_ = repeats_ || Holder(value);
+    if (!index_.TakesOne()) MakeRoom();
     const RecordNumber number = records_.NumberAt(Index);
     const bool wasInOrder = InSearchOrder();
     Rename(number, value);
@@ -278,6 +294,7 @@ void KeyListEX::SetKey(std::int32_t Index, Text value) {
 void swap(KeyListEX& left, KeyListEX& right) noexcept {
     left.SwapRecords(right);
     swap(left.index_, right.index_);
+    std::swap(left.strictly_, right.strictly_);
     std::swap(left.capacity_, right.capacity_);
     std::swap(left.repeats_, right.repeats_);
     std::swap(left.snapshot_, right.snapshot_);

@@ -126,11 +126,20 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // Some entry that has the key, whatever the order: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
-        return index_.Find(key.FoldedHash(), [&](RecordNumber number) {
+        const auto matches = [&](RecordNumber number) {
             return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
-        });
+        };
+        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        if (number || !index_.IsStrict()) [[likely]]
+            return number;
+        return index_.Find(IndexHash(key), matches);
+    }
+    // What the index has a key under.
+    [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
+        return index_.IsStrict() ? HashExactly(key, strictly_) : key.FoldedHash();
     }
     [[nodiscard]] Search Look(Text key);
+    void MakeRoom();
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
     void Rename(RecordNumber number, Text& key) noexcept;
     template <class NewNumberOf>
@@ -138,7 +147,8 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         index_.Renumber(newNumberOf);
     }
 
-    KeyIndex index_;  // every record under the folded hash of its key
+    KeyIndex index_;  // every record under the folded hash of its key, or strictly
+    Sameness strictly_ = Sameness::Units;  // as Mode() was when the index was tightened
     std::int32_t capacity_ = 0;
     bool repeats_ = false;   // a key may occur twice
     ItemSnapshot snapshot_;  // null until NewEnum, and again after Add, Remove and Clear

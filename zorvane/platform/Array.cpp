@@ -5,8 +5,8 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <set>
 #include <new>
+#include <set>
 #include <span>
 #include <utility>
 

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "zorvane/platform/Secret.h"
+
 namespace zorvane {
 namespace {
 
@@ -177,76 +179,121 @@ class AtOnce {
     std::u16string_view units_;
 };
 
-// The same for any units. A pair of surrogates keeps its first half in either case.
+// The units as they stand.
+class AsTheyStand {
+  public:
+    explicit AsTheyStand(std::u16string_view units) noexcept : units_(units) {}
+    [[nodiscard]] EightUnits Eight(std::size_t at) const noexcept {
+        return EightAt(units_.data() + at);
+    }
+    [[nodiscard]] EightUnits Few() const noexcept { return FewUnits(units_.data(), units_.size()); }
+
+  private:
+    std::u16string_view units_;
+};
+
+// Any units under a mapping. A pair of surrogates keeps its first half in either case.
+template <const UnitMap& kMap, char32_t (*MapPoint)(char32_t) noexcept>
 class OneByOne {
   public:
     explicit OneByOne(std::u16string_view units) noexcept : units_(units) {}
     [[nodiscard]] EightUnits Eight(std::size_t at) const noexcept {
         EightUnits eight;
-        for (std::size_t i = 0; i < 8; ++i) eight[i] = Folded(at + i);
+        for (std::size_t i = 0; i < 8; ++i) eight[i] = Mapped(at + i);
         return eight;
     }
     [[nodiscard]] EightUnits Few() const noexcept {
-        std::array<char16_t, kFewestInSteps> folded{};
-        for (std::size_t i = 0; i < units_.size(); ++i) folded[i] = Folded(i);
-        return FewUnits(folded.data(), units_.size());
+        std::array<char16_t, kFewestInSteps> mapped{};
+        for (std::size_t i = 0; i < units_.size(); ++i) mapped[i] = Mapped(i);
+        return FewUnits(mapped.data(), units_.size());
     }
 
   private:
-    [[nodiscard]] char16_t Folded(std::size_t at) const noexcept {
+    [[nodiscard]] char16_t Mapped(std::size_t at) const noexcept {
         const char16_t unit = units_[at];
-        if (!IsSurrogate(unit)) return kHash(unit);
+        if (!IsSurrogate(unit)) return kMap(unit);
         if (unit < 0xDC00 || at == 0) return unit;
         std::size_t first = at - 1;
         const char32_t point = CodePointAt(units_, first);
         if (point <= 0xFFFF) return unit;
-        return static_cast<char16_t>(0xDC00 | (FoldCodePoint(LowerCodePoint(point)) & 0x3FF));
+        return static_cast<char16_t>(0xDC00 | (MapPoint(point) & 0x3FF));
     }
     std::u16string_view units_;
 };
+char32_t FoldLowered(char32_t point) noexcept {
+    return FoldCodePoint(LowerCodePoint(point));
+}
 
 constexpr char16_t kLastAtOnce = 0xFF;
 constexpr std::uint64_t kBeyondAtOnce = 0xFF00FF00FF00FF00u;  // of four units
 
-// The hash of a text of so many units as `folded` gives them; all bits that were set in them join
-// `seen`. Eight units a step, as two words: of each, its halves' product under a key of the step,
-// and the word itself, as a half may be 0 under its key. No step waits for the one before.
-template <class Folded>
-[[gnu::always_inline]] inline std::uint32_t HashWith(const Folded& folded, std::size_t length,
+// What every hash of this process is made with.
+struct HashKeys {
+    FourHalves steps[kSteps];
+    std::uint64_t beside;
+};
+HashKeys MakeHashKeys() noexcept {
+    HashKeys keys;
+    for (FourHalves& step : keys.steps) {
+        step = std::bit_cast<FourHalves>(TwoWords{SecretBits(), SecretBits()});
+    }
+    keys.beside = SecretBits() | 1;
+    return keys;
+}
+// Made when first asked for, which may be before main.
+const HashKeys& TheHashKeys() noexcept {
+    static const HashKeys keys = MakeHashKeys();
+    return keys;
+}
+
+// The hash of a text of so many units as `given` gives them; all bits that were set in them join
+// `seen`. Eight units a step, as four halves of words, to each of which a secret key is added: the
+// sum of the products of such pairs is the same for two texts with a chance of one in 2^32,
+// whatever they are. No step waits for the one before.
+template <class Given>
+[[gnu::always_inline]] inline std::uint32_t HashWith(const Given& given, std::size_t length,
+                                                     std::uint32_t beside,
                                                      EightUnits& seen) noexcept {
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;
     constexpr std::uint64_t kOtherMix = 0xD6E8FEB86659FD93u;
-    TwoSums key{0xE7037ED1A0B428DBu, 0x589965CC75374CC3u};
+    const HashKeys& keys = TheHashKeys();
     TwoSums sum{};
-    const auto take = [&](EightUnits eight) {
+    const auto take = [&](EightUnits eight, FourHalves key) {
         seen |= eight;
-        const auto words = std::bit_cast<TwoSums>(eight);
-        sum += ProductsOfHalves(words ^ key) + words;
-        // Keys in even steps would leave only two sums of all that a text has.
-        key ^= key << 13;
-        key ^= key >> 7;
-        key ^= key << 17;
+        sum += ProductsOfHalves(std::bit_cast<TwoSums>(std::bit_cast<FourHalves>(eight) + key));
     };
     if (length < kFewestInSteps) {
-        take(folded.Few());
+        take(given.Few(), keys.steps[0]);
     } else if (length <= kMostInSteps) {
-        for (std::size_t step = 0; step < kSteps; ++step) take(folded.Eight(StepAt(step, length)));
+        for (std::size_t step = 0; step < kSteps; ++step) {
+            take(given.Eight(StepAt(step, length)), keys.steps[step]);
+        }
     } else {
-        for (std::size_t at = 0; at + 8 < length; at += 8) take(folded.Eight(at));
-        take(folded.Eight(length - 8));
+        auto key = std::bit_cast<TwoSums>(keys.steps[0]);
+        for (std::size_t at = 0; at + 8 < length; at += 8) {
+            take(given.Eight(at), std::bit_cast<FourHalves>(key));
+            key ^= key << 13;
+            key ^= key >> 7;
+            key ^= key << 17;
+        }
+        take(given.Eight(length - 8), std::bit_cast<FourHalves>(key));
     }
     const auto sums = std::bit_cast<TwoWords>(sum);
-    const std::uint64_t both = (sums.First + length * kOtherMix) * kMix + sums.Second * kOtherMix;
+    const std::uint64_t first = sums.First + length * kOtherMix + beside * keys.beside;
+    const std::uint64_t both = first * kMix + sums.Second * kOtherMix;
     // A product moves nothing down: what only high bits tell joins the low ones before the last.
     const auto hash = static_cast<std::uint32_t>(((both ^ (both >> 32)) * kMix) >> 32);
     return hash != 0 ? hash : 1;
 }
 
 // Apart, as what most keys never need would cost them registers.
-[[gnu::noinline]] std::uint32_t HashOneByOne(std::u16string_view units) noexcept {
+template <class Given>
+[[gnu::noinline]] std::uint32_t HashApart(std::u16string_view units,
+                                          std::uint32_t beside = 0) noexcept {
     EightUnits seen{};
-    return HashWith(OneByOne(units), units.size(), seen);
+    return HashWith(Given(units), units.size(), beside, seen);
 }
+using HashedUnits = OneByOne<kHash, FoldLowered>;
 
 }  // namespace
 
@@ -293,12 +340,24 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {
-    if (!units.empty() && units.front() > kLastAtOnce) return HashOneByOne(units);
+    if (!units.empty() && units.front() > kLastAtOnce) return HashApart<HashedUnits>(units);
     EightUnits seen{};
-    const std::uint32_t hash = HashWith(AtOnce(units), units.size(), seen);
+    const std::uint32_t hash = HashWith(AtOnce(units), units.size(), 0, seen);
     const auto words = std::bit_cast<TwoWords>(seen);
     const bool beyond = ((words.First | words.Second) & kBeyondAtOnce) != 0;
-    return beyond ? HashOneByOne(units) : hash;
+    return beyond ? HashApart<HashedUnits>(units) : hash;
+}
+
+std::uint32_t HashExactly(std::u16string_view units, Sameness sameness,
+                          std::uint32_t beside) noexcept {
+    switch (sameness) {
+        case Sameness::Folded:
+            return HashApart<OneByOne<kFold, FoldCodePoint>>(units, beside);
+        case Sameness::LowerCase:
+            return HashApart<OneByOne<kLower, LowerCodePoint>>(units, beside);
+        default:
+            return HashApart<AsTheyStand>(units, beside);
+    }
 }
 
 }  // namespace zorvane

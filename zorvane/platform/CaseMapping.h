@@ -28,8 +28,17 @@ enum class CompareMode : std::int32_t { Binary = 0, Text = 1 };
 [[nodiscard]] ZORVANE_EXPORT bool EqualLowerCase(std::u16string_view left,
                                                  std::u16string_view right) noexcept;
 
-// Never 0; equal for texts that are equal folded or equal in lower case. See Text::FoldedHash.
+// Hashes differ from process to process, so that nobody can choose texts that share one; none is 0.
+//
+// Equal for texts that are equal folded or equal in lower case, and for few others. See
+// Text::FoldedHash.
 [[nodiscard]] ZORVANE_EXPORT std::uint32_t HashFolded(std::u16string_view units) noexcept;
+// When two texts count as one.
+enum class Sameness { Units, Folded, LowerCase };
+// Equal for texts that are the same in this sense and come with the same number beside them, and as
+// far as 32 bits tell for no others, whoever chooses them. Slower than HashFolded.
+[[nodiscard]] ZORVANE_EXPORT std::uint32_t HashExactly(std::u16string_view units, Sameness sameness,
+                                                       std::uint32_t beside = 0) noexcept;
 
 [[nodiscard]] constexpr bool IsSurrogate(char32_t point) noexcept {
     return point >= 0xD800 && point <= 0xDFFF;

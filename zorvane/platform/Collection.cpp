@@ -1,5 +1,6 @@
 #include "zorvane/platform/Collection.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <utility>
@@ -53,11 +54,17 @@ void Collection::Add(Variant item, CollectionAdd options) {
     } else {
         Renumber(at + 1, count + 1, 1);
     }
-    if (added.Keyed) Link(added);
+    if (!added.Keyed) return;
+    Link(added);
+    if (added.Next && IsCrowded(added)) [[unlikely]] {
+        strict_ = true;
+        LinkAll();
+    }
 }
 
-Collection::Entry** Collection::Bucket(const Text& key) const noexcept {
-    return &buckets_[key.FoldedHash() & (buckets_.size() - 1)];
+std::size_t Collection::BucketOf(const Text& key) const noexcept {
+    const std::uint32_t hash = strict_ ? HashExactly(key, Sameness::Folded) : key.FoldedHash();
+    return hash & (buckets_.size() - 1);
 }
 
 Variant Collection::Call(std::u16string_view member, Arguments arguments) {
@@ -92,7 +99,7 @@ Collection::Entry& Collection::Find(const Variant& vKeyIndex) const {
 Collection::Entry* Collection::FindKey(const Text& key) const noexcept {
     if (buckets_.empty()) return nullptr;
     const std::uint32_t hash = key.FoldedHash();
-    for (Entry* entry = *Bucket(key); entry; entry = entry->Next) {
+    for (Entry* entry = buckets_[BucketOf(key)]; entry; entry = entry->Next) {
         if (entry->Key.FoldedHash() == hash && EqualTexts(entry->Key, key, CompareMode::Text)) {
             return entry;
         }
@@ -109,14 +116,32 @@ Variant Collection::Get(std::u16string_view member, Arguments arguments) {
 void Collection::GrowBuckets() {
     std::vector<Entry*> grown(buckets_.empty() ? kLeastBuckets : 2 * buckets_.size());
     buckets_.swap(grown);
-    for (const auto& entry : order_) {
-        if (entry->Keyed) Link(*entry);
+    LinkAll();
+}
+
+// Whether more share the bucket of an entry, which begins it, than chance brings together.
+bool Collection::IsCrowded(const Entry& entry) const noexcept {
+    constexpr int kMost = 16;
+    constexpr int kMostAlike = 4;
+    if (strict_) return false;
+    int all = 1;
+    int alike = 1;
+    for (const Entry* other = entry.Next; other && all < kMost; other = other->Next) {
+        ++all;
+        alike += other->Key.FoldedHash() == entry.Key.FoldedHash() ? 1 : 0;
     }
+    return all == kMost || alike >= kMostAlike;
 }
 
 void Collection::Link(Entry& entry) noexcept {
-    Entry** const bucket = Bucket(entry.Key);
-    entry.Next = std::exchange(*bucket, &entry);
+    entry.Next = std::exchange(buckets_[BucketOf(entry.Key)], &entry);
+}
+
+void Collection::LinkAll() noexcept {
+    std::ranges::fill(buckets_, nullptr);
+    for (const auto& entry : order_) {
+        if (entry->Keyed) Link(*entry);
+    }
 }
 
 void Collection::Remove(const Variant& vKeyIndex) {
@@ -139,7 +164,7 @@ void Collection::Renumber(std::size_t from, std::size_t to, std::int64_t distanc
 }
 
 void Collection::Unlink(const Entry& entry) noexcept {
-    Entry** link = Bucket(entry.Key);
+    Entry** link = &buckets_[BucketOf(entry.Key)];
     while (*link != &entry) link = &(*link)->Next;
     *link = entry.Next;
 }

@@ -67,18 +67,22 @@ class ZORVANE_EXPORT Collection : public Object {
 
     [[nodiscard]] Entry& Find(const Variant& vKeyIndex) const;
     [[nodiscard]] Entry* FindKey(const Text& key) const noexcept;
-    [[nodiscard]] Entry** Bucket(const Text& key) const noexcept;
+    [[nodiscard]] std::size_t BucketOf(const Text& key) const noexcept;
     void GrowBuckets();
+    [[nodiscard]] bool IsCrowded(const Entry& entry) const noexcept;
     [[nodiscard]] std::size_t IndexOf(const Entry& entry) const noexcept {
         return static_cast<std::size_t>(entry.Place - order_.front()->Place);
     }
     void Link(Entry& entry) noexcept;
+    void LinkAll() noexcept;
     void Renumber(std::size_t from, std::size_t to, std::int64_t distance) noexcept;
     void Unlink(const Entry& entry) noexcept;
 
     std::deque<std::unique_ptr<Entry>> order_;
     // Chains of entries by the hash of their keys; a power of two and never fewer than the entries.
-    mutable std::vector<Entry*> buckets_;
+    std::vector<Entry*> buckets_;
+    // A bucket was crowded once: from then on a hash that tells all keys apart says where they are.
+    bool strict_ = false;
 };
 
 class Collection::Iterator {

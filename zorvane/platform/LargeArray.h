@@ -3,6 +3,8 @@
 // all zero at first.
 
 #include <cstddef>
+#include <cstdint>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -18,7 +20,7 @@ class LargeArray {
   public:
     LargeArray() = default;
     explicit LargeArray(std::size_t size)
-        : values_(static_cast<T*>(AllocateBlock(size * sizeof(T)))), size_(size) {
+        : values_(static_cast<T*>(AllocateBlock(BytesOf(size)))), size_(size) {
         ZeroFill(values_, size);
     }
     LargeArray(LargeArray&& other) noexcept { swap(*this, other); }
@@ -37,6 +39,11 @@ class LargeArray {
     }
 
   private:
+    static std::size_t BytesOf(std::size_t size) {
+        if (size > SIZE_MAX / sizeof(T)) throw std::bad_array_new_length();
+        return size * sizeof(T);
+    }
+
     T* values_ = nullptr;
     std::size_t size_ = 0;
 };

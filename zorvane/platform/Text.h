@@ -58,8 +58,8 @@ class ZORVANE_EXPORT Text {
 
     [[nodiscard]] bool Empty() const noexcept { return block_ == nullptr; }
     // A hash of the units without regard to case, never 0: equal for texts that CompareTexts finds
-    // equal in mode Text and for texts with equal LowerCase. Computed once per block. O(n), then
-    // O(1).
+    // equal in mode Text and for texts with equal LowerCase. Another in every process. Computed
+    // once per block. O(n), then O(1).
     [[nodiscard]] std::uint32_t FoldedHash() const noexcept {
         if (block_) [[likely]] {
             const std::uint32_t known = block_->foldedHash.Get();

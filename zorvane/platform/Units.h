@@ -22,6 +22,7 @@ namespace zorvane {
 
 // Compilers make these vectors where the machine has them.
 using EightUnits [[gnu::vector_size(16)]] = std::uint16_t;
+using FourHalves [[gnu::vector_size(16)]] = std::uint32_t;
 using TwoSums [[gnu::vector_size(16)]] = std::uint64_t;
 struct TwoWords {
     std::uint64_t First;
