@@ -12,11 +12,13 @@
 
 namespace zorvane::detail {
 
-[[noreturn]] ZORVANE_EXPORT void RaiseNoKey(const std::string& key);     // std::out_of_range
-[[noreturn]] ZORVANE_EXPORT void RaiseKeyInUse(const std::string& key);  // std::invalid_argument
-[[noreturn]] ZORVANE_EXPORT void RaiseNoPosition(std::size_t position,
-                                                 std::size_t size);  // std::out_of_range
-[[noreturn]] ZORVANE_EXPORT void RaiseFull();                        // std::length_error
+// std::out_of_range
+[[noreturn]] ZORVANE_EXPORT void RaiseNoKey(const std::string& key);
+[[noreturn]] ZORVANE_EXPORT void RaiseNoPosition(std::size_t position, std::size_t size);
+// std::invalid_argument
+[[noreturn]] ZORVANE_EXPORT void RaiseKeyInUse(const std::string& key);
+// std::length_error
+[[noreturn]] ZORVANE_EXPORT void RaiseFull();
 
 [[nodiscard]] ZORVANE_EXPORT std::string Quoted(std::string_view key);
 [[nodiscard]] ZORVANE_EXPORT std::string Quoted(std::u16string_view key);
