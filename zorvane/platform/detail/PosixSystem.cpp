@@ -1,3 +1,6 @@
+#ifdef __linux__
+#include <pthread.h>
+#endif
 #include <sys/mman.h>
 
 #include "zorvane/platform/detail/System.h"
@@ -8,6 +11,25 @@ std::tm LocalTime(std::time_t time) {
     std::tm local{};
     localtime_r(&time, &local);
     return local;
+}
+
+// Each Unix has a call of its own for this, and the others are not told of.
+StackBounds StackOfThisThread() noexcept {
+    StackBounds stack;
+#ifdef __linux__
+    pthread_attr_t attributes;
+    if (pthread_getattr_np(pthread_self(), &attributes) != 0) return stack;
+    void* lowest = nullptr;
+    std::size_t size = 0;
+    std::size_t guard = 0;
+    if (pthread_attr_getstack(&attributes, &lowest, &size) == 0 &&
+        pthread_attr_getguardsize(&attributes, &guard) == 0) {
+        const auto address = reinterpret_cast<std::uintptr_t>(lowest);
+        stack = {address + guard, address + size};
+    }
+    pthread_attr_destroy(&attributes);
+#endif
+    return stack;
 }
 
 #ifdef MADV_HUGEPAGE
