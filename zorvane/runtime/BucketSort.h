@@ -34,9 +34,10 @@ void SortByBuckets(std::vector<Element>& elements, KeyOf&& keyOf, Less&& less, S
     std::vector<Element> scattered(elements.size());
     for (const Element& element : elements) scattered[ends[bucketOf(element)]++] = element;
     // Each bucket now ends where the next began.
-    std::uint32_t begin = 0;
-    for (const std::uint32_t end : ends) {
-        if (end - begin > 1) sort(scattered.begin() + begin, scattered.begin() + end, less);
+    auto begin = scattered.begin();
+    for (const std::uint32_t place : ends) {
+        const auto end = scattered.begin() + static_cast<std::ptrdiff_t>(place);
+        if (end - begin > 1) sort(begin, end, less);
         begin = end;
     }
     elements = std::move(scattered);

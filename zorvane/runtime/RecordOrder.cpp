@@ -241,16 +241,17 @@ void RecordOrder::Split(std::uint32_t at) {
     if (HasPrefixes()) fresh->prefixes = prefixRoom_.Take();
     Block& block = *blocks_[at];
     const bool last = at + 1 == blocks_.size();
+    const auto behind = static_cast<std::ptrdiff_t>(at) + 1;
     const std::uint32_t keep = last ? kBlock - kBlock / 16 : kBlock / 2;
     fresh->count = block.count - keep;
     fresh->begin = last ? 0 : (kBlock - fresh->count) / 2;
     Move(fresh->Numbers(), block.Numbers() + keep, fresh->count);
     if (HasPrefixes()) {
         Move(fresh->Prefixes(), block.Prefixes() + keep, fresh->count);
-        firstPrefixes_.insert(firstPrefixes_.begin() + at + 1, fresh->Prefixes()[0]);
+        firstPrefixes_.insert(firstPrefixes_.begin() + behind, fresh->Prefixes()[0]);
     }
     block.count = keep;
-    blocks_.insert(blocks_.begin() + at + 1, fresh);
+    blocks_.insert(blocks_.begin() + behind, fresh);
     starts_.Insert(at + 1, starts_.At(at) + keep);
     NoteOwner(*fresh);
     ForgetNear();
@@ -295,8 +296,9 @@ void RecordOrder::Erase(std::uint32_t position) noexcept {
         if (HasPrefixes()) firstPrefixes_[at] = block.count != 0 ? block.Prefixes()[0] : 0;
         starts_.MoveBehind(at, 0u - 1u);
     } else {
-        if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + at);
-        blocks_.erase(blocks_.begin() + at);
+        const auto gone = static_cast<std::ptrdiff_t>(at);
+        if (HasPrefixes()) firstPrefixes_.erase(firstPrefixes_.begin() + gone);
+        blocks_.erase(blocks_.begin() + gone);
         if (block.prefixes) prefixRoom_.Give(block.prefixes);
         room_.Give(&block);
         starts_.MoveBehind(at, 0u - 1u);

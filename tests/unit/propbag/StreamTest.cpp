@@ -93,7 +93,7 @@ struct ValueAndWords {
 };
 
 void ExpectWords(const ValueAndWords& row) {
-    Words words(StreamWordsOf(row.value), 0x5555);
+    Words words(static_cast<std::size_t>(StreamWordsOf(row.value)), 0x5555);
     StreamEncoder encoder(words);
     encoder.Write(row.value);
     EXPECT_EQ(ToHex(words), ToHex(Hex(row.words))) << row.what;

@@ -40,7 +40,7 @@ class Folder {
         std::error_code ignored;
         if (!std::filesystem::is_regular_file(At(name), ignored)) return {};
         std::ifstream file(At(name), std::ios::binary);
-        std::string bytes(std::filesystem::file_size(At(name)), '\0');
+        std::string bytes(static_cast<std::size_t>(std::filesystem::file_size(At(name))), '\0');
         file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         return bytes;
     }

@@ -114,8 +114,8 @@ Array StreamDecoder::ReadNumbers(VarType element, std::uint16_t size, const Arra
                               : Array(element, header.Lower, header.Elements());
     TakeBytes(made.MutableBytes().data(), words_.data() + position_, static_cast<std::size_t>(data),
               ArrayElementSize(element));
-    Doubt(data % 2 != 0 && static_cast<std::uint16_t>(words_[position_ + data / 2]) > 0xFF,
-          position_ + data / 2, kNoPad);
+    const std::size_t last = position_ + static_cast<std::size_t>(data / 2);
+    Doubt(data % 2 != 0 && static_cast<std::uint16_t>(words_[last]) > 0xFF, last, kNoPad);
     // Kept: an odd number of bytes is rounded up for bytes alone.
     position_ += static_cast<std::size_t>(element == VarType::Byte ? (data + 1) / 2 : data / 2);
     return made;
