@@ -8,13 +8,16 @@
 // Threads: different ones, copies too, may be used at once, and const members of one at once.
 
 #include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <iosfwd>
 #include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "zorvane/platform/Build.h"
@@ -22,6 +25,11 @@
 #include "zorvane/platform/Units.h"
 
 namespace zorvane {
+
+class Text;
+template <class T>
+concept ViewsAsUnits =
+    std::is_convertible_v<const T&, std::u16string_view> && !std::is_same_v<T, Text>;
 
 class ZORVANE_EXPORT Text {
   public:
@@ -34,6 +42,11 @@ class ZORVANE_EXPORT Text {
     Text(std::string_view utf8);  // O(n), one allocation; each malformed byte becomes U+FFFD
     Text(const std::string& utf8) : Text(std::string_view(utf8)) {}
     Text(const char* utf8) : Text(std::string_view(utf8)) {}
+    Text(std::u8string_view utf8)
+        : Text(std::string_view(reinterpret_cast<const char*>(utf8.data()), utf8.size())) {}
+    Text(const std::u8string& utf8) : Text(std::u8string_view(utf8)) {}
+    Text(const char8_t* utf8) : Text(std::u8string_view(utf8)) {}
+    Text(std::nullptr_t) = delete;
     Text(const Text& other) noexcept : block_(other.block_) { Retain(); }
     Text(Text&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
     Text& operator=(const Text& other) noexcept {
@@ -85,8 +98,22 @@ class ZORVANE_EXPORT Text {
     operator std::u16string_view() const noexcept { return Units(); }
 
     friend ZORVANE_EXPORT Text operator+(const Text& left, const Text& right);
+    Text& operator+=(const Text& more) { return *this = *this + more; }  // O(n), a new block
     friend bool operator==(const Text& left, const Text& right) noexcept {
         return left.block_ == right.block_ || SameUnits(left.Units(), right.Units());
+    }
+    // By units, unsigned: the order of keys that are compared binary.
+    friend std::strong_ordering operator<=>(const Text& left, const Text& right) noexcept {
+        return left.Units() <=> right.Units();
+    }
+    // The same with what views as units, of which no text is made.
+    template <ViewsAsUnits T>
+    friend bool operator==(const Text& left, const T& right) noexcept {
+        return left.Units() == std::u16string_view(right);
+    }
+    template <ViewsAsUnits T>
+    friend std::strong_ordering operator<=>(const Text& left, const T& right) noexcept {
+        return left.Units() <=> std::u16string_view(right);
     }
     friend void swap(Text& left, Text& right) noexcept { std::swap(left.block_, right.block_); }
     friend ZORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Text& text);
@@ -138,3 +165,11 @@ class ZORVANE_EXPORT Text {
 static_assert(sizeof(Text) == sizeof(void*));
 
 }  // namespace zorvane
+
+// Of the units as they are. O(n).
+template <>
+struct std::hash<zorvane::Text> {
+    [[nodiscard]] std::size_t operator()(const zorvane::Text& text) const noexcept {
+        return std::hash<std::u16string_view>()(text.Units());
+    }
+};

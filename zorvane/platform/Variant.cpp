@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <ostream>
+#include <sstream>
 
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Error.h"
@@ -258,11 +259,40 @@ bool operator==(const Variant& left, const Variant& right) {
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
+std::int32_t Variant::RaiseOverflow() {
+    RaisePlatform(PlatformError::Overflow);
+}
+
 std::ostream& operator<<(std::ostream& out, const Variant& value) {
-    out << "type " << static_cast<int>(value.Type());
-    Text text;
-    if (!IgnoringErrors([&] { text = value.ToText(); })) return out << " (no text)";
-    return out << ": " << text;
+    if (value.IsNull()) return out << "Null";
+    if (value.Type() == VarType::Error) return out << "Error " << value.AsError();
+    if (value.IsObject()) {
+        const Ref<Object>& object = value.AsObject();
+        return out << (object ? object->TypeName() : Text("Nothing"));
+    }
+    if (!value.IsArray()) return out << value.ToText();
+    const Array& array = value.AsArray();
+    out << '{';
+    for (std::int32_t i = 0; i < array.Count(); ++i) {
+        const Variant element = array.At(array.LowerBound() + i);
+        out << (i == 0 ? "" : ", ");
+        if (element.IsArray()) {
+            out << "{...}";
+        } else {
+            out << element;
+        }
+    }
+    return out << '}';
+}
+
+void PrintTo(const Variant& value, std::ostream* out) {
+    *out << "type " << static_cast<int>(value.Type()) << ": " << value;
+}
+
+std::string Variant::ToDebugText() const {
+    std::ostringstream out;
+    PrintTo(*this, &out);
+    return std::move(out).str();
 }
 
 }  // namespace zorvane

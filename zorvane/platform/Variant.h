@@ -41,6 +41,14 @@ struct Decimal {
     friend bool operator==(const Decimal&, const Decimal&) = default;
 };
 
+// A whole number of a type that is none of a tagged value's own.
+template <class T>
+concept OtherInteger =
+    std::is_integral_v<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char> &&
+    !std::is_same_v<T, wchar_t> && !std::is_same_v<T, char8_t> && !std::is_same_v<T, char16_t> &&
+    !std::is_same_v<T, char32_t> && !std::is_same_v<T, std::uint8_t> &&
+    !std::is_same_v<T, std::int16_t> && !std::is_same_v<T, std::int32_t>;
+
 class ZORVANE_EXPORT Variant {
   public:
     using Relocatable = void;
@@ -51,6 +59,11 @@ class ZORVANE_EXPORT Variant {
     Variant(std::uint8_t value) noexcept : Variant(VarType::Byte, PayloadOf(value)) {}
     Variant(std::int16_t value) noexcept : Variant(VarType::Integer, PayloadOf(value)) {}
     Variant(std::int32_t value) noexcept : Variant(VarType::Long, PayloadOf(value)) {}
+    // Any other whole number is a Long; raises 6 for one that does not fit.
+    template <OtherInteger T>
+    Variant(T value)
+        : Variant(std::in_range<std::int32_t>(value) ? static_cast<std::int32_t>(value)
+                                                     : RaiseOverflow()) {}
     Variant(float value) noexcept : Variant(VarType::Single, PayloadOf(value)) {}
     Variant(double value) noexcept : mark_(MarkOf(VarType::Double)), double_(value) {}
     Variant(Text value) noexcept : mark_(MarkOf(VarType::String)), text_(std::move(value)) {}
@@ -58,17 +71,24 @@ class ZORVANE_EXPORT Variant {
     Variant(const std::u16string& units) : Variant(Text(units)) {}
     Variant(const char16_t* units) : Variant(Text(units)) {}
     Variant(const char* utf8) : Variant(Text(utf8)) {}
+    Variant(std::u8string_view utf8) : Variant(Text(utf8)) {}
+    Variant(const std::u8string& utf8) : Variant(Text(utf8)) {}
+    Variant(const char8_t* utf8) : Variant(Text(utf8)) {}
     Variant(std::string_view utf8) : Variant(Text(utf8)) {}
     Variant(const std::string& utf8) : Variant(Text(utf8)) {}
     Variant(char) = delete;  // a character is neither a number nor a text
+    Variant(char8_t) = delete;
     Variant(char16_t) = delete;
+    Variant(char32_t) = delete;
+    Variant(wchar_t) = delete;
     Variant(Array value) noexcept;  // Empty for an array of no type
     template <class T>
     requires std::is_base_of_v<Object, T> Variant(const Ref<T>& object)
     noexcept : Variant(Ref<Object>(object)) {}
     Variant(Ref<Object> object) noexcept
         : mark_(MarkOf(VarType::Object)), object_(std::move(object)) {}
-    Variant(const void*) = delete;  // a pointer is not a Boolean
+    Variant(std::nullptr_t) noexcept : Variant(Ref<Object>()) {}  // "no object"
+    Variant(const void*) = delete;                                // a pointer is not a Boolean
     static Variant FromCurrency(std::int64_t tenThousandths) noexcept {
         return {VarType::Currency, tenThousandths};
     }
@@ -155,12 +175,19 @@ class ZORVANE_EXPORT Variant {
         left.Assume(right.Words());
         right.Assume(kept);
     }
+    // The value as ToText gives it; of what has no text: "Null", an object's TypeName or "Nothing",
+    // "Error n", an array's elements in braces, with "{...}" for an array within.
     friend ZORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Variant& value);
+    // For whoever looks for a fault: the type's number as well, as in "type 8: abc".
+    [[nodiscard]] std::string ToDebugText() const;
+    friend ZORVANE_EXPORT void PrintTo(const Variant& value,
+                                       std::ostream* out);  // GoogleTest asks for this
 
   private:
     Variant(VarType type, std::int64_t bits) noexcept : mark_(MarkOf(type)), bits_(bits) {}
 
     [[nodiscard]] std::int32_t ConvertedToLong() const;
+    [[noreturn]] static std::int32_t RaiseOverflow();
     // What a type is kept as: counted ones are marked, so that one question tells them.
     static constexpr std::uint16_t kCounted = 0x8000;
     static constexpr std::uint16_t MarkOf(VarType type) noexcept {

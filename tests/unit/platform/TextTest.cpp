@@ -80,6 +80,10 @@ TEST(Text_Block, IsSharedByCopiesAndOutlivesItsSource) {
     copy = std::move(same);
     EXPECT_FALSE(copy.SharesWith(Text(u"a\0"s)));
     EXPECT_EQ(copy + Text(u"b"), Text(u"a\0b"s));
+    EXPECT_EQ(copy += u"b", u"a\0b"s);
+    EXPECT_LT(copy, u"a\0\xFFFF"s);
+    EXPECT_GT(Text(u"\xFFFF"), u"\xD801\xDC00");  // by units, not by code points
+    EXPECT_EQ(std::hash<Text>()(copy), std::hash<Text>()(u8"a\0b"s));
 }
 
 TEST(Text_Make, AsksForUnitsOnlyWhereThereAreSomeAndALengthMustFitAPosition) {

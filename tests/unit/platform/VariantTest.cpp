@@ -4,9 +4,13 @@
 
 #include <cstring>
 #include <limits>
+#include <list>
+#include <sstream>
+#include <vector>
 
 #include "tests/support/Outcome.h"
 #include "tests/unit/CountedObject.h"
+#include "zorvane/platform/ArrayRanges.h"
 
 namespace zorvane {
 namespace {
@@ -106,6 +110,47 @@ TEST(Variant_Equal, NeedsTheSameTypeAndTheSameBytes) {
     std::memset(static_cast<void*>(&later), 0, sizeof later);
     EXPECT_TRUE(later.IsEmpty());
     EXPECT_TRUE(Variant(Array()).IsEmpty());
+}
+
+TEST(Variant_Make, TakesAnyWholeNumberThatFitsAndPrintsAsItsValue) {
+    Array nest(VarType::Variant, 1, 2);
+    nest.SetAt(1, kArray);
+    const std::tuple<Variant, VarType, const char*> rows[] = {
+        {std::size_t{5}, VarType::Long, "5"},
+        {std::int64_t{INT32_MIN}, VarType::Long, "-2147483648"},
+        {std::uint16_t{65535}, VarType::Long, "65535"},
+        {u8"\u00E9", VarType::String, "\xC3\xA9"},
+        {nullptr, VarType::Object, "Nothing"},
+        {Variant::Null(), VarType::Null, "Null"},
+        {MakeObject<CountedObject>(), VarType::Object, "CountedObject"},
+        {Variant::FromError(-3), VarType::Error, "Error -3"},
+        {ArrayOf(std::list<long>{1, -2}), VarType::ArrayFlag | VarType::Long, "{1, -2}"},
+        {nest, VarType::ArrayFlag | VarType::Variant, "{{...}, }"},
+    };
+    for (const auto& [value, type, printed] : rows) {
+        std::ostringstream out;
+        out << value;
+        EXPECT_EQ(out.str(), printed);
+        EXPECT_EQ(value.ToDebugText(),
+                  "type " + std::to_string(static_cast<int>(type)) + ": " + printed);
+    }
+    EXPECT_EQ(NumberRaisedBy([] { return Variant(std::uint32_t{0x80000000}); }), 6);
+    EXPECT_EQ(NumberRaisedBy([] { return ArrayOf(std::vector{INT64_MAX}); }), 6);
+}
+
+TEST(ArrayOf_VectorOf, ComeBackAsTheyWereOrConverted) {
+    const auto same = []<class T>(const std::vector<T>& values) {
+        EXPECT_EQ(VectorOf<T>(ArrayOf(values, -1)), values);
+    };
+    same(std::vector{true, false});
+    same(std::vector<std::uint8_t>{0, 255});
+    same(std::vector<std::size_t>{0, 7});
+    same(std::vector{0.1f});
+    same(std::vector{0.1});
+    same(std::vector<std::string>{"a", "\xC3\xA9"});
+    same(std::vector<Variant>{1, "a", {}});
+    EXPECT_EQ(VectorOf<Text>(ArrayOf(std::vector{1.5})), std::vector<Text>{"1.5"});
+    EXPECT_EQ(NumberRaisedBy([] { return VectorOf<unsigned>(ArrayOf(std::vector{-1})); }), 6);
 }
 
 TEST(Variant_Assign, ReleasesTheOldObjectOnceAndAfterTheNewValueStands) {
