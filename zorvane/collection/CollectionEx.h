@@ -1,16 +1,17 @@
 #pragma once
-// CollectionEx: the hand-written keyed collection: items in order, each under a key of its own.
-//
-// Keys are the same when their lower-cased forms are; no two entries share one. Between public
-// calls: while Sorted(), keys stand in binary order of their lower-cased forms; Count() never
-// exceeds Capacity(). It raises the platform's numbers 5, 9 and 457 and, unlike the generated
-// classes, never answers with codes.
-//
-// Cost: look-up by key and by position O(1) to O(log n); Add and Remove the same and the move of at
-// most a block of 4-byte numbers. When memory runs out, std::bad_alloc leaves the entries as they
-// were.
-//
-// Threads: different ones may be used at once, and const members of one at once.
+/// \class zorvane::CollectionEx
+/// The hand-written keyed collection: items in order, each under a key of its own.
+///
+/// Keys are the same when their lower-cased forms are; no two entries share one. Between public
+/// calls: while Sorted(), keys stand in binary order of their lower-cased forms; Count() never
+/// exceeds Capacity(). It raises the platform's numbers 5, 9 and 457 and, unlike the generated
+/// classes, never answers with codes.
+///
+/// Cost: look-up by key and by position O(1) to O(log n); Add and Remove the same and the move of
+/// at most a block of 4-byte numbers. When memory runs out, std::bad_alloc leaves the entries as
+/// they were.
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <concepts>
 #include <cstdint>
@@ -30,15 +31,15 @@
 
 namespace zorvane {
 
-// What Add takes beyond item and key. Before and After name an entry as vKeyIndex does.
+/// What Add takes beyond item and key. Before and After name an entry as vKeyIndex does.
 struct CollectionExAdd {
     std::optional<Variant> Before = {};
     std::optional<Variant> After = {};
-    bool Replace = false;  // a key that is present gets the new item instead of raising 457
+    bool Replace = false;  ///< a key that is present gets the new item instead of raising 457
 };
 
-// A vKeyIndex that holds a text is a key; anything else is converted to a 32-bit position (raises 6
-// or 13 where it has no such form).
+/// A vKeyIndex that holds a text is a key; anything else is converted to a 32-bit position (raises
+/// 6 or 13 where it has no such form).
 class ZORVANE_EXPORT CollectionEx : public Object {
     struct Record {
         using Relocatable = void;
@@ -58,38 +59,39 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     }
     CollectionEx(const CollectionEx&) = delete;
     CollectionEx& operator=(const CollectionEx&) = delete;
-    // A release may run code that uses the collection, and even add to it.
+    /// A release may run code that uses the collection, and even add to it.
     ~CollectionEx() override {
         while (Count() != 0 || snapshot_) ReleaseAll();
     }
 
-    // The capacity after Clear (at least 20), what is added when it is reached (below 20: the
-    // initial size) and hash slots per record (at least 1.5). An empty collection is cleared; one
-    // with entries takes the initial size as its capacity, but never less than Count().
+    /// The capacity after Clear (at least 20), what is added when it is reached (below 20: the
+    /// initial size) and hash slots per record (at least 1.5). An empty collection is cleared; one
+    /// with entries takes the initial size as its capacity, but never less than Count().
     void SetMemory(std::int32_t InitialSize, std::int32_t GrowStep, float TableRatio);
-    // Removes every entry. Kept: Sorted stays as it is.
+    /// Removes every entry. Kept: Sorted stays as it is.
     void Clear() noexcept;
     [[nodiscard]] std::int32_t Count() const noexcept { return records_.Count(); }
 
-    // While Sorted() the place follows from the key, and Before and After are ignored, even both.
-    // Raises 457 for a key that is present (unless Replace), and for a new key on an unsorted
-    // collection 5 when both Before and After are given or their key is absent, 9 when their
-    // position is outside 1..Count(). Kept: a full collection grows before such an error.
+    /// While Sorted() the place follows from the key, and Before and After are ignored, even both.
+    /// Raises 457 for a key that is present (unless Replace), and for a new key on an unsorted
+    /// collection 5 when both Before and After are given or their key is absent, 9 when their
+    /// position is outside 1..Count(). Kept: a full collection grows before such an error.
     void Add(Variant Item, Text Key, const CollectionExAdd& Options = {});
 
-    // Raises 5 for an absent key and 9 for a position outside 1..Count().
+    /// Raises 5 for an absent key and 9 for a position outside 1..Count().
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
         return records_.OfNumber(NumberOf(vKeyIndex)).Item;
     }
-    // The same for what loops ask by, with no tagged value made of it.
+    /// The same for what loops ask by, with no tagged value made of it.
     [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) const {
         const Record* const record = records_.Find(position);
         if (!record) RaisePlatform(PlatformError::OutOfRange);
         return record->Item;
     }
-    // The same where it lies, or null where there is none: nothing is copied, and only what
-    // converts to no position raises. A position is converted as Item does it, unlike Exists. The
-    // pointer ends with the next change of the collection.
+    /// @{
+    /// The same where it lies, or null where there is none: nothing is copied, and only what
+    /// converts to no position raises. A position is converted as Item does it, unlike Exists. The
+    /// pointer ends with the next change of the collection.
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const {
         if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
         const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
@@ -99,39 +101,40 @@ class ZORVANE_EXPORT CollectionEx : public Object {
         const Record* const record = records_.Find(position);
         return record ? &record->Item : nullptr;
     }
-    // As Item; Quiet: nothing happens instead of 5 and 9.
+    /// @}
+    /// As Item; Quiet: nothing happens instead of 5 and 9.
     void Remove(const Variant& vKeyIndex, bool Quiet = false);
 
-    // The items as they stood at the first enumeration since the last Add or Clear.
-    // Kept: what Remove took away in between still shows.
+    /// The items as they stood at the first enumeration since the last Add or Clear.
+    /// Kept: what Remove took away in between still shows.
     [[nodiscard]] Enumerator NewEnum();
 
-    // Whether a key is present; of any other value, whether it lies in 1..Count().
-    // Kept: it is compared as it stands, so 2.5 is present in a collection of three.
+    /// Whether a key is present; of any other value, whether it lies in 1..Count().
+    /// Kept: it is compared as it stands, so 2.5 is present in a collection of three.
     [[nodiscard]] bool Exists(const Variant& vKeyIndex) const {
         if (vKeyIndex.IsText()) [[likely]]
             return FindKey(vKeyIndex.TextUnchecked()) != nullptr;
         const double value = vKeyIndex.ToDouble();
         return value >= 1 && value <= Count();
     }
-    // The position of a key, or -1.
+    /// The position of a key, or -1.
     [[nodiscard]] std::int32_t Index(const Text& Key) const;
-    // The key at a position, lower-cased. Raises 9 outside 1..Count().
+    /// The key at a position, lower-cased. Raises 9 outside 1..Count().
     [[nodiscard]] Text Key(std::int32_t Position) const;
 
     [[nodiscard]] bool Sorted() const noexcept { return sorted_; }
-    // True sorts by key, O(n log^2 n) at worst; False leaves the order as it is.
+    /// True sorts by key, O(n log^2 n) at worst; False leaves the order as it is.
     void SetSorted(bool value);
 
-    // What the collection is planned for: records, and slots of its hash table (always odd).
+    /// What the collection is planned for: records, and slots of its hash table (always odd).
     [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
     [[nodiscard]] std::int32_t TableSize() const noexcept;
-    // The hash that a table of TableSize() slots is planned with: of a key in its lower-cased form,
-    // over its first 256 units. Keys counted up (String1, String2, ...) share few values of it, so
-    // look-ups here go by the text's own hash instead.
+    /// The hash that a table of TableSize() slots is planned with: of a key in its lower-cased
+    /// form, over its first 256 units. Keys counted up (String1, String2, ...) share few values of
+    /// it, so look-ups here go by the text's own hash instead.
     [[nodiscard]] static std::int32_t HashKey(const Text& Key);
 
-    // The items in position order; any change of the collection ends the pass.
+    /// The items in position order; any change of the collection ends the pass.
     [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
     [[nodiscard]] Iterator end() const noexcept { return {}; }
 

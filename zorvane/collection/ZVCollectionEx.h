@@ -1,20 +1,21 @@
 #pragma once
-// ZVCollectionEx: records under one text key, found through a hash, optionally kept sorted.
-//
-// Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
-// once; while Sorted() and only Add and Remove are used, keys follow Compare() and Descending();
-// sorted by a column of numbers or "item", keys are in order again from the next Add on. Kept:
-// assigning Sorted or Descending sorts nothing, and neither does selecting "key" or "itemstring"
-// restore the order of keys; until the next sort by key, the binary search looks the wrong way,
-// while look-ups go by hash and miss nothing. Two keys are the
-// same when their hash codes are equal and their texts are equal without regard to case. Cost:
-// look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
-// at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
-// O(n log^2 n) at worst.
-//
-// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
-//
-// Threads: different ones may be used at once, and const members of one at once.
+/// \class zorvane::ZVCollectionEx
+/// Records under one text key, found through a hash, optionally kept sorted.
+///
+/// Between public calls: every key is indexed and, unless a source of CopyFrom repeated one, occurs
+/// once; while Sorted() and only Add and Remove are used, keys follow Compare() and Descending();
+/// sorted by a column of numbers or "item", keys are in order again from the next Add on. Kept:
+/// assigning Sorted or Descending sorts nothing, and neither does selecting "key" or "itemstring"
+/// restore the order of keys; until the next sort by key, the binary search looks the wrong way,
+/// while look-ups go by hash and miss nothing. Two keys are the
+/// same when their hash codes are equal and their texts are equal without regard to case. Cost:
+/// look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
+/// at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
+/// O(n log^2 n) at worst.
+///
+/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <concepts>
 #include <cstdint>
@@ -37,7 +38,7 @@ struct CollectionRecord {
     Variant Item;
     Text Key;
     Text ItemString;
-    std::uint64_t AddedAt = 0;  // counts additions: who was seated after whom
+    std::uint64_t AddedAt = 0;  ///< counts additions: who was seated after whom
     std::int32_t ItemLong = 0;
 };
 
@@ -46,36 +47,36 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     ZVCollectionEx();
     ZVCollectionEx(ZVCollectionEx&& other) noexcept;
     ZVCollectionEx& operator=(ZVCollectionEx&& other) noexcept;
-    ZVCollectionEx(const ZVCollectionEx&) = delete;  // CopyFrom copies
+    ZVCollectionEx(const ZVCollectionEx&) = delete;  ///< CopyFrom copies
     ZVCollectionEx& operator=(const ZVCollectionEx&) = delete;
     ~ZVCollectionEx() override;
 
-    // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
-    // the place follows from the key; otherwise from Before, After or Position (1..Count()+1), else
-    // the end; Before may be Count()+1 and After 0. An empty key is replaced by a generated one
-    // unless Sorted. ItemLong and ItemString of the new entry are 0 and "". Fails when the key is
-    // in use (28501, whatever Unique says), when Before or After names no entry or is neither key
-    // nor position (28503), and when it leads out of range or the key of a sorted collection is
-    // empty (28502): raised with ReturnItem, else returned as the Integer -28501, -28503 or -28500.
-    // A failure adds nothing, but may have grown the store or restored key order.
+    /// Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
+    /// the place follows from the key; otherwise from Before, After or Position (1..Count()+1),
+    /// else the end; Before may be Count()+1 and After 0. An empty key is replaced by a generated
+    /// one unless Sorted. ItemLong and ItemString of the new entry are 0 and "". Fails when the key
+    /// is in use (28501, whatever Unique says), when Before or After names no entry or is neither
+    /// key nor position (28503), and when it leads out of range or the key of a sorted collection
+    /// is empty (28502): raised with ReturnItem, else returned as the Integer -28501, -28503 or
+    /// -28500. A failure adds nothing, but may have grown the store or restored key order.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
 
-    // Whether an entry has the key, by binary search; Index receives its position, or where the key
-    // belongs. Re-sorts by key first when another comparer is selected.
+    /// Whether an entry has the key, by binary search; Index receives its position, or where the
+    /// key belongs. Re-sorts by key first when another comparer is selected.
     [[nodiscard]] bool BinaryExists(Text Key, std::int32_t& Index);
 
-    // Records in the store before it grows. Slots of the hash table: twice as many and one.
+    /// Records in the store before it grows. Slots of the hash table: twice as many and one.
     [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
 
-    // Removes every entry and restores every setting; Granularity is raised to 128 if below.
+    /// Removes every entry and restores every setting; Granularity is raised to 128 if below.
     void Clear();
 
-    // Column 1..6 of an entry (HashCode, HashIndex, Item, ItemLong, ItemString, Key), or with
-    // Index <= 0 setting 1..6 (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty
-    // for anything out of range. HashIndex: O(Count()) for the first after a change, then O(1).
+    /// Column 1..6 of an entry (HashCode, HashIndex, Item, ItemLong, ItemString, Key), or with
+    /// Index <= 0 setting 1..6 (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty
+    /// for anything out of range. HashIndex: O(Count()) for the first after a change, then O(1).
     [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
 
-    // As in a key list, and look-ups never re-sort here.
+    /// As in a key list, and look-ups never re-sort here.
     [[nodiscard]] bool Contains(const Variant& vKeyIndex) const noexcept {
         return FindRecord(vKeyIndex) != nullptr;
     }
@@ -107,22 +108,22 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
         return Fetch(FindRecord(vKeyIndex), &CollectionRecord::ItemString, Value);
     }
 
-    // Whether a key or position names an entry. A key: Index receives its position, or Count()+1. A
-    // position leaves Index as it is. Never re-sorts.
+    /// Whether a key or position names an entry. A key: Index receives its position, or Count()+1.
+    /// A position leaves Index as it is. Never re-sorts.
     [[nodiscard]] bool Exists(const Variant& vKeyIndex, std::int32_t& Index) const;
 
     [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
-    // Clamped to 128..32768; sets the capacity to Count() + Granularity.
+    /// Clamped to 128..32768; sets the capacity to Count() + Granularity.
     void SetGranularity(std::int32_t value);
 
-    // The key at a position. Raises 28500 outside 1..Count().
+    /// The key at a position. Raises 28500 outside 1..Count().
     [[nodiscard]] Text Key(std::int32_t Index) const;
 
-    // The items in position order as they stand now.
+    /// The items in position order as they stand now.
     [[nodiscard]] Enumerator NewEnum() const;
 
-    // Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
-    // raises 28500 with ReturnItem, else gives the Integer 0.
+    /// Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
+    /// raises 28500 with ReturnItem, else gives the Integer 0.
     Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
 
     bool Sort();

@@ -1,19 +1,21 @@
 #pragma once
-// KeyListEX: records under one text key, kept in key order and re-sortable by any column.
-//
-// While Sorted() and only Add and Remove are used, keys follow Compare() and Descending(), and
-// while Unique() too no two are equal; sorted by "item" or "itemlong", keys are in order again from
-// the next look-up by key or Add on. Kept: assigning Sorted, Descending or Unique sorts and checks
-// nothing, and neither does selecting "key" or "itemstring" restore the order of keys; until the
-// next sort by key, searches may then miss keys that are there, and Add may repeat one. A look-up
-// by key may re-sort: look-ups are not const, and earlier positions go stale. Cost: look-up by key
-// and by position O(1) to O(log n), Add and Remove O(log n) comparisons and the move of at most a
-// block of 4-byte numbers, whatever the count; while k entries share a key, O(k) more for any. A
-// sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n) where values tie.
-//
-// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
-//
-// Threads: different ones may be used at once, and const members of one at once.
+/// \class zorvane::KeyListEX
+/// Records under one text key, kept in key order and re-sortable by any column.
+///
+/// While Sorted() and only Add and Remove are used, keys follow Compare() and Descending(), and
+/// while Unique() too no two are equal; sorted by "item" or "itemlong", keys are in order again
+/// from the next look-up by key or Add on. Kept: assigning Sorted, Descending or Unique sorts and
+/// checks nothing, and neither does selecting "key" or "itemstring" restore the order of keys;
+/// until the next sort by key, searches may then miss keys that are there, and Add may repeat one.
+/// A look-up by key may re-sort: look-ups are not const, and earlier positions go stale. Cost:
+/// look-up by key and by position O(1) to O(log n), Add and Remove O(log n) comparisons and the
+/// move of at most a block of 4-byte numbers, whatever the count; while k entries share a key, O(k)
+/// more for any. A sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n) where
+/// values tie.
+///
+/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
 #include <optional>
@@ -40,57 +42,58 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     KeyListEX();
     KeyListEX(KeyListEX&& other) noexcept;
     KeyListEX& operator=(KeyListEX&& other) noexcept;
-    KeyListEX(const KeyListEX&) = delete;  // CopyFrom copies
+    KeyListEX(const KeyListEX&) = delete;  ///< CopyFrom copies
     KeyListEX& operator=(const KeyListEX&) = delete;
     ~KeyListEX() override;
 
-    // Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
-    // the place follows from the key and Before and After are ignored; otherwise the entry goes
-    // where they say, or to the end. Unless they say so, a repeated key (Unique False) goes in
-    // front of the first of its equals.
-    // Position of the options is not used. Before may be Count()+1 and After 0. ItemLong and
-    // ItemString of the new entry are 0 and "". Fails when the key is in use (28501), Before or
-    // After is out of range (28502) or names no entry or is neither key nor position (28503):
-    // raised with ReturnItem, else returned as the Integer -28501, -28500 or -28503. A failure adds
-    // nothing.
+    /// Adds Item under Key and gives its position (Long), or with ReturnItem the item. While Sorted
+    /// the place follows from the key and Before and After are ignored; otherwise the entry goes
+    /// where they say, or to the end. Unless they say so, a repeated key (Unique False) goes in
+    /// front of the first of its equals.
+    /// Position of the options is not used. Before may be Count()+1 and After 0. ItemLong and
+    /// ItemString of the new entry are 0 and "". Fails when the key is in use (28501), Before or
+    /// After is out of range (28502) or names no entry or is neither key nor position (28503):
+    /// raised with ReturnItem, else returned as the Integer -28501, -28500 or -28503. A failure
+    /// adds nothing.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
 
-    // Slots in the store: an addition that finds it full makes it Granularity more than Count()
-    // then is; it shrinks to Count() when more than Granularity slots stand spare after a removal
-    // that leaves something.
+    /// Slots in the store: an addition that finds it full makes it Granularity more than Count()
+    /// then is; it shrinks to Count() when more than Granularity slots stand spare after a removal
+    /// that leaves something.
     [[nodiscard]] std::int32_t Capacity() const noexcept { return capacity_; }
 
-    // Removes every entry and restores every setting but Granularity.
-    // Kept: Clear lifts Granularity to 32 although assignment accepts 16.
+    /// Removes every entry and restores every setting but Granularity.
+    /// Kept: Clear lifts Granularity to 32 although assignment accepts 16.
     void Clear();
 
-    // Column 1..4 of an entry (Item, ItemLong, ItemString, Key), or with Index <= 0 setting 1..6
-    // (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty for anything out of range.
+    /// Column 1..4 of an entry (Item, ItemLong, ItemString, Key), or with Index <= 0 setting 1..6
+    /// (Changed, Compare, Descending, Granularity, Sorted, Unique). Empty for anything out of
+    /// range.
     [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
 
-    // Whether an entry has the key; Index receives its position (the first of equal keys when
-    // Unique is False), else where the key belongs: its place while Sorted, Count()+1 otherwise.
+    /// Whether an entry has the key; Index receives its position (the first of equal keys when
+    /// Unique is False), else where the key belongs: its place while Sorted, Count()+1 otherwise.
     [[nodiscard]] bool Exists(Text Key, std::int32_t& Index);
 
     [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
-    void SetGranularity(std::int32_t value) noexcept;  // clamped to 16..32768
+    void SetGranularity(std::int32_t value) noexcept;  ///< clamped to 16..32768
 
-    // The key at a position. Raises 28500 outside 1..Count().
+    /// The key at a position. Raises 28500 outside 1..Count().
     [[nodiscard]] Text Key(std::int32_t Index) const;
-    // Renames an entry and, while Sorted, re-sorts by the current column. Raises 28500 outside
-    // 1..Count() and, while Unique, 28501 when the key is in use, be it by the entry itself.
-    // Raises 13, renamed already, when it re-sorts by an item that has no text form. Kept: while
-    // ordered by another column, the search for the new key re-sorts first, and the entry that then
-    // stands at the position is the one renamed.
+    /// Renames an entry and, while Sorted, re-sorts by the current column. Raises 28500 outside
+    /// 1..Count() and, while Unique, 28501 when the key is in use, be it by the entry itself.
+    /// Raises 13, renamed already, when it re-sorts by an item that has no text form. Kept: while
+    /// ordered by another column, the search for the new key re-sorts first, and the entry that
+    /// then stands at the position is the one renamed.
     void SetKey(std::int32_t Index, Text value);
 
-    // The items as they stood when the first enumeration since the last Add, Remove or Clear began.
-    // Kept: assignments and sorts in between do not show. Raises 457 when a key occurs twice, unit
-    // for unit.
+    /// The items as they stood when the first enumeration since the last Add, Remove or Clear
+    /// began. Kept: assignments and sorts in between do not show. Raises 457 when a key occurs
+    /// twice, unit for unit.
     [[nodiscard]] Enumerator NewEnum();
 
-    // Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
-    // raises 28500 with ReturnItem, else gives the Integer 0.
+    /// Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
+    /// raises 28500 with ReturnItem, else gives the Integer 0.
     Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
 
     friend ZORVANE_EXPORT void swap(KeyListEX& left, KeyListEX& right) noexcept;

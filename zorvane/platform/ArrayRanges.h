@@ -1,5 +1,6 @@
 #pragma once
-// Arrays out of ranges, and ranges out of arrays.
+/// \file
+/// Arrays out of ranges, and ranges out of arrays.
 
 #include <algorithm>
 #include <cstdint>
@@ -18,7 +19,7 @@
 
 namespace zorvane {
 
-// How an array keeps a C++ type: as which element type, and as what in memory.
+/// How an array keeps a C++ type: as which element type, and as what in memory.
 template <class T>
 struct ArrayElement {
     static_assert(std::is_convertible_v<T, Text>, "no array has elements of this type");
@@ -49,8 +50,8 @@ struct ArrayElement<Variant> : ArrayElementAs<VarType::Variant, Variant> {};
 template <class T>
 struct ArrayElement<Ref<T>> : ArrayElementAs<VarType::Object, Ref<Object>> {};
 
-// The elements of a range, at positions from `lower` on. Whole numbers that no element type has are
-// Long; raises 6 for one that does not fit, and for more elements than an array counts. O(n).
+/// The elements of a range, at positions from `lower` on. Whole numbers that no element type has
+/// are Long; raises 6 for one that does not fit, and for more elements than an array counts. O(n).
 template <std::ranges::input_range Range>
 [[nodiscard]] Array ArrayOf(Range&& range, std::int32_t lower = 0) {
     using Value = std::remove_cvref_t<std::ranges::range_value_t<Range>>;
@@ -76,7 +77,7 @@ template <std::ranges::input_range Range>
     }
 }
 
-// A tagged value as a C++ type; raises 6 and 13 as its conversions do.
+/// A tagged value as a C++ type; raises 6 and 13 as its conversions do.
 template <class T>
 [[nodiscard]] T ConvertTo(const Variant& value) {
     if constexpr (std::is_same_v<T, Variant>) {
@@ -98,7 +99,7 @@ template <class T>
     }
 }
 
-// An array's elements, each converted. O(n).
+/// An array's elements, each converted. O(n).
 template <class T>
 [[nodiscard]] std::vector<T> VectorOf(const Array& array) {
     std::vector<T> elements;

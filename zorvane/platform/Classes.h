@@ -1,7 +1,8 @@
 #pragma once
-// Classes: the list of classes that can be created by name, keyed by class identifier.
-//
-// Threads: many may create at once, by CreatableClasses() too, while nobody registers.
+/// \class zorvane::Classes
+/// The list of classes that can be created by name, keyed by class identifier.
+///
+/// Threads: many may create at once, by CreatableClasses() too, while nobody registers.
 
 #include <functional>
 #include <map>
@@ -12,19 +13,19 @@
 
 namespace zorvane {
 
-// The first half of every class identifier.
+/// The first half of every class identifier.
 inline constexpr char16_t kProjectName[] = u"ZorvaneDemoProject";
 
-// "ZorvaneDemoProject" + "." + the class's plain name.
+/// "ZorvaneDemoProject" + "." + the class's plain name.
 [[nodiscard]] ZORVANE_EXPORT Text ClassIdentifier(const Text& typeName);
 
 class ZORVANE_EXPORT Classes {
   public:
     using Maker = std::function<Ref<Object>()>;
 
-    // Names are matched without regard to case; a later registration replaces an earlier one.
+    /// Names are matched without regard to case; a later registration replaces an earlier one.
     void Register(const Text& className, Maker maker);
-    // A new instance; raises 429 for a name that is not registered, or whose maker makes none.
+    /// A new instance; raises 429 for a name that is not registered, or whose maker makes none.
     [[nodiscard]] Ref<Object> Create(const Text& className) const;
 
   private:
@@ -34,7 +35,7 @@ class ZORVANE_EXPORT Classes {
     std::map<Text, Maker, Before> makers_;
 };
 
-// The list of this program. Whoever starts the program fills it; nothing registers by itself.
+/// The list of this program. Whoever starts the program fills it; nothing registers by itself.
 [[nodiscard]] ZORVANE_EXPORT Classes& CreatableClasses();
 
 }  // namespace zorvane

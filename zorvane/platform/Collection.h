@@ -1,10 +1,11 @@
 #pragma once
-// Collection: the platform's keyed collection: items in order, some of them under a text key.
-//
-// Keys are unique without regard to case. Every entry knows its place: places count up along the
-// order, so a position is a subtraction. Removing and inserting renumber the shorter side only.
-//
-// Threads: different ones may be used at once, and const members of one at once.
+/// \class zorvane::Collection
+/// The platform's keyed collection: items in order, some of them under a text key.
+///
+/// Keys are unique without regard to case. Every entry knows its place: places count up along the
+/// order, so a position is a subtraction. Removing and inserting renumber the shorter side only.
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,15 +20,15 @@
 
 namespace zorvane {
 
-// What Add takes beyond the item. Before and After name an entry as vKeyIndex does; not both.
+/// What Add takes beyond the item. Before and After name an entry as vKeyIndex does; not both.
 struct CollectionAdd {
     std::optional<Text> Key = {};
     std::optional<Variant> Before = {};
     std::optional<Variant> After = {};
 };
 
-// A vKeyIndex that holds a text is a key (raises 5 when absent); any other converts to a 32-bit
-// position 1..Count() (raises 9 outside, 6 or 13 when it has no such form).
+/// A vKeyIndex that holds a text is a key (raises 5 when absent); any other converts to a 32-bit
+/// position 1..Count() (raises 9 outside, 6 or 13 when it has no such form).
 class ZORVANE_EXPORT Collection : public Object {
   public:
     class Iterator;
@@ -37,18 +38,18 @@ class ZORVANE_EXPORT Collection : public Object {
     Collection& operator=(const Collection&) = delete;
     ~Collection() override;
 
-    // Raises 457 for a key in use and 5 for both Before and After; a failed Add changes nothing.
-    // O(1) at either end, else O(distance to the nearer end).
+    /// Raises 457 for a key in use and 5 for both Before and After; a failed Add changes nothing.
+    /// O(1) at either end, else O(distance to the nearer end).
     void Add(Variant item, CollectionAdd options = {});
     [[nodiscard]] std::int32_t Count() const noexcept {
         return static_cast<std::int32_t>(order_.size());
     }
-    // O(1).
+    /// O(1).
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) const { return Find(vKeyIndex).Item; }
-    // O(1) at either end, else O(distance to the nearer end).
+    /// O(1) at either end, else O(distance to the nearer end).
     void Remove(const Variant& vKeyIndex);
 
-    // The items in order. An iterator survives additions and removals: it counts positions.
+    /// The items in order. An iterator survives additions and removals: it counts positions.
     [[nodiscard]] Iterator begin() const noexcept;
     [[nodiscard]] Iterator end() const noexcept;
 
@@ -103,7 +104,7 @@ class Collection::Iterator {
         ++at_;
         return before;
     }
-    // Past the end is one place, wherever the end is by now.
+    /// Past the end is one place, wherever the end is by now.
     friend bool operator==(const Iterator& left, const Iterator& right) noexcept {
         return left.At() == right.At();
     }

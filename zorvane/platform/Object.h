@@ -1,12 +1,13 @@
 #pragma once
-// Object: what a tagged value can refer to: counted, with members that can be reached by name.
-//
-// An object made by MakeObject lives until the last Ref lets go. An object that stands on the stack
-// or inside another is never freed by a Ref; whoever owns it outlives every Ref to it. Objects may
-// hold objects however deep: one whose end would come with the stack nearly used up waits until the
-// outermost end on its thread is through.
-//
-// Threads: different ones may be used at once, and const members of one at once; so may Refs.
+/// \class zorvane::Object
+/// What a tagged value can refer to: counted, with members that can be reached by name.
+///
+/// An object made by MakeObject lives until the last Ref lets go. An object that stands on the
+/// stack or inside another is never freed by a Ref; whoever owns it outlives every Ref to it.
+/// Objects may hold objects however deep: one whose end would come with the stack nearly used up
+/// waits until the outermost end on its thread is through.
+///
+/// Threads: different ones may be used at once, and const members of one at once; so may Refs.
 
 #include <cstdint>
 #include <functional>
@@ -26,15 +27,15 @@ using Arguments = std::span<const Variant>;
 class ZORVANE_EXPORT Object {
   public:
     Object() noexcept = default;
-    // The count belongs to the object, not to its value.
+    /// The count belongs to the object, not to its value.
     Object(const Object&) noexcept {}
     Object& operator=(const Object&) noexcept { return *this; }
     virtual ~Object() = default;
 
-    // The class's plain name, such as "KeyListEX" or "Font".
+    /// The class's plain name, such as "KeyListEX" or "Font".
     [[nodiscard]] virtual Text TypeName() const = 0;
 
-    // Late-bound use: members by name, without regard to case. The defaults raise 438.
+    /// Late-bound use: members by name, without regard to case. The defaults raise 438.
     virtual Variant Call(std::u16string_view member, Arguments arguments = {});
     virtual Variant Get(std::u16string_view member, Arguments arguments = {});
     virtual void Set(std::u16string_view member, const Variant& value, Arguments arguments = {});
@@ -57,7 +58,7 @@ class ZORVANE_EXPORT Object {
     mutable const Object* next_ = nullptr;  // among those that wait for their end
 };
 
-// A counted reference; null is "no object".
+/// A counted reference; null is "no object".
 template <class T>
 class Ref {
   public:
@@ -80,7 +81,7 @@ class Ref {
     }
 
     [[nodiscard]] T* Get() const noexcept { return object_; }
-    // Lets go without releasing: the caller takes over this reference.
+    /// Lets go without releasing: the caller takes over this reference.
     [[nodiscard]] T* Detach() noexcept { return std::exchange(object_, nullptr); }
     T& operator*() const noexcept { return *object_; }
     T* operator->() const noexcept { return object_; }
@@ -102,7 +103,7 @@ auto MakeObject(Args&&... args) {
     return Ref<T>(object);
 }
 
-// The object viewed as a T, or null when it is none.
+/// The object viewed as a T, or null when it is none.
 template <class T>
 Ref<T> ViewAs(const Ref<Object>& object) noexcept {
     return Ref<T>(dynamic_cast<T*>(object.Get()));

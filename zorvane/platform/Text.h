@@ -1,11 +1,12 @@
 #pragma once
-// Text: an immutable, counted UTF-16 text behind one pointer.
-//
-// Null means empty; copying counts a reference and never copies units. Any unit may stand in a
-// text, U+0000 and lone surrogates included. A Text may be moved as raw bytes (see
-// zorvane/platform/Relocate.h).
-//
-// Threads: different ones, copies too, may be used at once, and const members of one at once.
+/// \class zorvane::Text
+/// An immutable, counted UTF-16 text behind one pointer.
+///
+/// Null means empty; copying counts a reference and never copies units. Any unit may stand in a
+/// text, U+0000 and lone surrogates included. A Text may be moved as raw bytes (see
+/// zorvane/platform/Relocate.h).
+///
+/// Threads: different ones, copies too, may be used at once, and const members of one at once.
 
 #include <algorithm>
 #include <compare>
@@ -36,10 +37,10 @@ class ZORVANE_EXPORT Text {
     using Relocatable = void;
 
     constexpr Text() noexcept = default;
-    Text(std::u16string_view units);  // O(n), one allocation
+    Text(std::u16string_view units);  ///< O(n), one allocation
     Text(const std::u16string& units) : Text(std::u16string_view(units)) {}
-    Text(const char16_t* units) : Text(std::u16string_view(units)) {}  // up to U+0000
-    Text(std::string_view utf8);  // O(n), one allocation; each malformed byte becomes U+FFFD
+    Text(const char16_t* units) : Text(std::u16string_view(units)) {}  ///< up to U+0000
+    Text(std::string_view utf8);  ///< O(n), one allocation; each malformed byte becomes U+FFFD
     Text(const std::string& utf8) : Text(std::string_view(utf8)) {}
     Text(const char* utf8) : Text(std::string_view(utf8)) {}
     Text(std::u8string_view utf8)
@@ -61,7 +62,7 @@ class ZORVANE_EXPORT Text {
     }
     ~Text() { Release(); }
 
-    // A text of `length` units, all of which `fill(char16_t*)` writes; not called for none.
+    /// A text of `length` units, all of which `fill(char16_t*)` writes; not called for none.
     template <class Fill>
     static Text Make(std::size_t length, Fill&& fill) {
         Text made(Allocate(length));
@@ -70,9 +71,9 @@ class ZORVANE_EXPORT Text {
     }
 
     [[nodiscard]] bool Empty() const noexcept { return block_ == nullptr; }
-    // A hash of the units without regard to case, never 0: equal for texts that CompareTexts finds
-    // equal in mode Text and for texts with equal LowerCase. Another in every process. Computed
-    // once per block. O(n), then O(1).
+    /// A hash of the units without regard to case, never 0: equal for texts that CompareTexts finds
+    /// equal in mode Text and for texts with equal LowerCase. Another in every process. Computed
+    /// once per block. O(n), then O(1).
     [[nodiscard]] std::uint32_t FoldedHash() const noexcept {
         if (block_) [[likely]] {
             const std::uint32_t known = block_->foldedHash.Get();
@@ -81,32 +82,32 @@ class ZORVANE_EXPORT Text {
         }
         return ComputeFoldedHash();
     }
-    // Brings the text near: a hint, for whoever will read it soon.
+    /// Brings the text near: a hint, for whoever will read it soon.
     void Fetch() const noexcept { __builtin_prefetch(block_, 1); }
     [[nodiscard]] std::int32_t Length() const noexcept {
         return block_ ? static_cast<std::int32_t>(block_->length) : 0;
     }
-    // True when both name the same block; never compares units.
+    /// True when both name the same block; never compares units.
     [[nodiscard]] bool SharesWith(const Text& other) const noexcept {
         return block_ == other.block_;
     }
     [[nodiscard]] std::u16string_view Units() const noexcept {
         return block_ ? std::u16string_view(block_->units, block_->length) : std::u16string_view();
     }
-    // UTF-8; a lone surrogate becomes U+FFFD.
+    /// UTF-8; a lone surrogate becomes U+FFFD.
     [[nodiscard]] std::string ToUtf8() const;
     operator std::u16string_view() const noexcept { return Units(); }
 
     friend ZORVANE_EXPORT Text operator+(const Text& left, const Text& right);
-    Text& operator+=(const Text& more) { return *this = *this + more; }  // O(n), a new block
+    Text& operator+=(const Text& more) { return *this = *this + more; }  ///< O(n), a new block
     friend bool operator==(const Text& left, const Text& right) noexcept {
         return left.block_ == right.block_ || SameUnits(left.Units(), right.Units());
     }
-    // By units, unsigned: the order of keys that are compared binary.
+    /// By units, unsigned: the order of keys that are compared binary.
     friend std::strong_ordering operator<=>(const Text& left, const Text& right) noexcept {
         return left.Units() <=> right.Units();
     }
-    // The same with what views as units, of which no text is made.
+    /// The same with what views as units, of which no text is made.
     template <ViewsAsUnits T>
     friend bool operator==(const Text& left, const T& right) noexcept {
         return left.Units() == std::u16string_view(right);
@@ -166,7 +167,7 @@ static_assert(sizeof(Text) == sizeof(void*));
 
 }  // namespace zorvane
 
-// Of the units as they are. O(n).
+/// Of the units as they are. O(n).
 template <>
 struct std::hash<zorvane::Text> {
     [[nodiscard]] std::size_t operator()(const zorvane::Text& text) const noexcept {

@@ -1,5 +1,6 @@
 #pragma once
-// What Add of the keyed classes takes beyond item and key, and where it leads.
+/// \file
+/// What Add of the keyed classes takes beyond item and key, and where it leads.
 
 #include <cstdint>
 #include <optional>
@@ -10,26 +11,26 @@
 namespace zorvane {
 
 struct AddOptions {
-    std::optional<Variant> Before = {};  // the new entry goes before this key or position ...
-    std::optional<Variant> After = {};   // ... or behind this one; Before takes precedence
-    std::int32_t Position = 0;           // ... or here, where the class uses it; 0 = not given
-    bool ReturnItem = false;             // give back the item and raise failures, instead of codes
+    std::optional<Variant> Before = {};  ///< the new entry goes before this key or position ...
+    std::optional<Variant> After = {};   ///< ... or behind this one; Before takes precedence
+    std::int32_t Position = 0;           ///< ... or here, where the class uses it; 0 = not given
+    bool ReturnItem = false;  ///< give back the item and raise failures, instead of codes
 
     [[nodiscard]] bool NamesPlace() const noexcept { return Before || After; }
 };
 
-// A position 1..count+1, or what is wrong with the Before or After that was given.
+/// A position 1..count+1, or what is wrong with the Before or After that was given.
 struct Place {
     std::int32_t Position = 0;
     std::optional<Failure> Wrong;
 };
 
-// Where Before or After, one of which is given, lead in a list of `count` entries.
-// `find(const Text& key)` gives an std::optional position.
+/// Where Before or After, one of which is given, lead in a list of `count` entries.
+/// `find(const Text& key)` gives an std::optional position.
 template <class Find>
 [[nodiscard]] Place PlaceBeforeOrAfter(const AddOptions& options, std::int32_t count, Find&& find) {
     const KeyOrPosition named = Classify(options.Before ? *options.Before : *options.After);
-    std::int64_t position = named.Position;  // wide: After may be the greatest position there is
+    std::int64_t position = named.Position;  ///< wide: After may be the greatest position there is
     if (named.Is == KeyOrPosition::Kind::Neither) return Place{0, Failure::BadPosition};
     if (named.Is == KeyOrPosition::Kind::Key) {
         const std::optional<std::int32_t> found = find(*named.Key);

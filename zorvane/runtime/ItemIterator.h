@@ -1,9 +1,10 @@
 #pragma once
-// ItemIterator: the items of a record store in position order, for range-for.
-//
-// Any insertion, removal or sort ends the pass: iterators of before it are not to be used.
-//
-// Threads: different ones may be used at once, and const members of one at once.
+/// \class zorvane::ItemIterator
+/// The items of a record store in position order, for range-for.
+///
+/// Any insertion, removal or sort ends the pass: iterators of before it are not to be used.
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +20,7 @@ class ItemIterator {
     using value_type = Variant;
     using difference_type = std::ptrdiff_t;
 
-    ItemIterator() = default;  // the end of any pass
+    ItemIterator() = default;  ///< the end of any pass
     explicit ItemIterator(const RecordStore<Record>& records) noexcept
         : ItemIterator(From(records, 1)) {}
 

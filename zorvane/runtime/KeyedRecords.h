@@ -1,15 +1,16 @@
 #pragma once
-// KeyedRecords: what the generated keyed classes answer alike: settings, typed columns by key or
-// position and the choice of a sort column.
-//
-// A class built on it supplies, as members that this base may reach:
-//   Record              with Item, ItemLong, ItemString and Key
-//   Columns()           the table of its sort columns
-//   ReadRecord(source, i), Append(record)   for CopyFrom
-//   FindRecord(v)       the record that a key or position names, or null; may re-sort
-//   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
-//   kLookUpReorders     whether FindRecord may sort by key first
-//   kTypeName, kItemStringMember
+/// \class zorvane::KeyedRecords
+/// What the generated keyed classes answer alike: settings, typed columns by key or
+/// position and the choice of a sort column.
+///
+/// A class built on it supplies, as members that this base may reach:
+///   Record              with Item, ItemLong, ItemString and Key
+///   Columns()           the table of its sort columns
+///   ReadRecord(source, i), Append(record)   for CopyFrom
+///   FindRecord(v)       the record that a key or position names, or null; may re-sort
+///   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
+///   kLookUpReorders     whether FindRecord may sort by key first
+///   kTypeName, kItemStringMember
 
 #include <concepts>
 #include <cstddef>
@@ -34,11 +35,11 @@
 
 namespace zorvane {
 
-// One column that records can be sorted by.
+/// One column that records can be sorted by.
 struct SortColumn {
-    std::u16string_view Name;  // lower case
-    std::size_t Offset;        // of the field in a record, in bytes
-    VarType Type;              // chooses the comparer
+    std::u16string_view Name;  ///< lower case
+    std::size_t Offset;        ///< of the field in a record, in bytes
+    VarType Type;              ///< chooses the comparer
 };
 
 template <class Derived, class Record>
@@ -47,56 +48,60 @@ class KeyedRecords : public Object {
     [[nodiscard]] bool Changed() const noexcept { return settings_.Changed; }
     void SetChanged(bool value) noexcept { settings_.Changed = value; }
 
-    // The class identifier, and the first half of every error source.
+    /// The class identifier, and the first half of every error source.
     [[nodiscard]] static Text ClassName() { return ClassIdentifier(Derived::kTypeName); }
 
     [[nodiscard]] std::int32_t Compare() const noexcept { return settings_.Compare; }
-    // Kept: the value is ignored. A stored mode other than 0 becomes 1, and as Clear stores 0 the
-    // comparison stays binary however often 1 is assigned.
+    /// Kept: the value is ignored. A stored mode other than 0 becomes 1, and as Clear stores 0 the
+    /// comparison stays binary however often 1 is assigned.
     void SetCompare(std::int32_t) noexcept {
         if (settings_.Compare != 0) settings_.Compare = 1;
     }
 
-    // Clears this one, takes the source's settings as they come and its records one by one, and
-    // sorts by key. The source is any object with the late-bound members CopyItemValue and Count.
-    // Copying from itself leaves nothing. Raises what the source raises; then what was read so far
-    // stands.
+    /// Clears this one, takes the source's settings as they come and its records one by one, and
+    /// sorts by key. The source is any object with the late-bound members CopyItemValue and Count.
+    /// Copying from itself leaves nothing. Raises what the source raises; then what was read so far
+    /// stands.
     void CopyFrom(Object& Source, bool MarkChanged = false);
 
     [[nodiscard]] std::int32_t Count() const noexcept { return records_.Count(); }
 
-    // Assigning does not re-sort; until the next sort a key search looks the wrong way.
+    /// @{
+    /// Assigning does not re-sort; until the next sort a key search looks the wrong way.
     [[nodiscard]] bool Descending() const noexcept { return settings_.Descending; }
     void SetDescending(bool value) noexcept {
         settings_.Descending = value;
         hashTells_ = false;
     }
+    /// @}
 
-    // Whether a key or position names an entry. May re-sort by key, as may the look-ups below,
-    // which are const in a class whose look-ups never do.
+    /// Whether a key or position names an entry. May re-sort by key, as may the look-ups below,
+    /// which are const in a class whose look-ups never do.
     [[nodiscard]] bool Contains(const Variant& vKeyIndex) {
         return Self().FindRecord(vKeyIndex) != nullptr;
     }
 
-    // The values of one entry, named by its key (a text) or its position from 1 (a 16- or 32-bit
-    // integer). Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no such entry, and
-    // for an argument of any other type. A look-up by key may re-sort by key: positions known
-    // before it are then stale.
+    /// The values of one entry, named by its key (a text) or its position from 1 (a 16- or 32-bit
+    /// integer). Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no such entry,
+    /// and for an argument of any other type. A look-up by key may re-sort by key: positions known
+    /// before it are then stale.
     [[nodiscard]] Variant Item(const Variant& vKeyIndex) {
         return Find(vKeyIndex, kItemMember).Item;
     }
-    // The same for what loops ask by, with no tagged value made of it.
+    /// The same for what loops ask by, with no tagged value made of it.
     [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
         return ItemAt(position);
     }
-    // The same where it lies, or null where there is none: nothing is copied and nothing raised.
-    // The pointer ends with the next change of the container, a look-up that re-sorts included.
+    /// @{
+    /// The same where it lies, or null where there is none: nothing is copied and nothing raised.
+    /// The pointer ends with the next change of the container, a look-up that re-sorts included.
     [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) {
         return ItemIn(Self().FindRecord(vKeyIndex));
     }
     [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) noexcept {
         return ItemIn(records_.Find(position));
     }
+    /// @}
     void SetItem(const Variant& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
         swap(Find(vKeyIndex, kItemMember).Item, value);
@@ -114,7 +119,7 @@ class KeyedRecords : public Object {
         swap(Find(vKeyIndex, Derived::kItemStringMember).ItemString, value);
     }
 
-    // Quiet look-ups: false and Value untouched when there is no such entry. They never raise.
+    /// Quiet look-ups: false and Value untouched when there is no such entry. They never raise.
     [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) {
         return Fetch(Self().FindRecord(vKeyIndex), &Record::Item, Value);
     }
@@ -125,27 +130,29 @@ class KeyedRecords : public Object {
         return Fetch(Self().FindRecord(vKeyIndex), &Record::ItemString, Value);
     }
 
-    // Sorts by the selected column in the current direction; false when none is selected or there
-    // is nothing to sort. Raises 13 when a value of "item" has no text form; then nothing moved.
+    /// Sorts by the selected column in the current direction; false when none is selected or there
+    /// is nothing to sort. Raises 13 when a value of "item" has no text form; then nothing moved.
     bool Sort();
-    // Selects a column by name, without regard to case, and sorts on request. A name that is
-    // unknown selects no column. Kept: whether a look-up by key re-sorts first depends on the
-    // column that is selected, not on the order that the records have; "key" and "itemstring" count
-    // as one. Kept: the result is inverted; True means that the name is unknown.
+    /// Selects a column by name, without regard to case, and sorts on request. A name that is
+    /// unknown selects no column. Kept: whether a look-up by key re-sorts first depends on the
+    /// column that is selected, not on the order that the records have; "key" and "itemstring"
+    /// count as one. Kept: the result is inverted; True means that the name is unknown.
     bool SortBy(const Text& Column, bool SortNow = false);
 
-    // Assigning does not sort.
+    /// @{
+    /// Assigning does not sort.
     [[nodiscard]] bool Sorted() const noexcept { return settings_.Sorted; }
     void SetSorted(bool value) noexcept {
         settings_.Sorted = value;
         hashTells_ = false;
     }
+    /// @}
     [[nodiscard]] bool Unique() const noexcept { return settings_.Unique; }
     void SetUnique(bool value) noexcept { settings_.Unique = value; }
 
-    // Late-bound reading and calling, by property and method alike: the settings, Count, ClassName,
-    // the typed columns and Key by key or position, Clear, CopyItemValue, Exists, Remove, Sort and
-    // SortBy.
+    /// Late-bound reading and calling, by property and method alike: the settings, Count,
+    /// ClassName, the typed columns and Key by key or position, Clear, CopyItemValue, Exists,
+    /// Remove, Sort and SortBy.
     Variant Call(std::u16string_view member, Arguments arguments = {}) override {
         return InvokeMember(Self(), Members(), member, arguments);
     }
@@ -154,12 +161,13 @@ class KeyedRecords : public Object {
     }
     [[nodiscard]] Text TypeName() const override { return Derived::kTypeName; }
 
-    // The items in position order, for range-for; any change of the container ends the pass.
+    /// The items in position order, for range-for; any change of the container ends the pass.
     using Iterator = ItemIterator<Record>;
     [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
     [[nodiscard]] Iterator end() const noexcept { return {}; }
 
   protected:
+    /// \cond
     using Search = typename KeyedStore<Record>::Search;
 
     // An entry; Position 0: none.
@@ -290,7 +298,9 @@ class KeyedRecords : public Object {
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
     const Derived& Self() const noexcept { return static_cast<const Derived&>(*this); }
+    /// \endcond
 };
+/// \cond
 
 template <class Derived, class Record>
 void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
@@ -368,4 +378,5 @@ bool KeyedRecords<Derived, Record>::SortBy(const Text& Column, bool SortNow) {
     return true;
 }
 
+/// \endcond
 }  // namespace zorvane

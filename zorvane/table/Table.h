@@ -1,12 +1,13 @@
 #pragma once
-// Table: records of any type under a unique key, in the order in which they came and in as many
-// other orders as are asked for. docs/table.md tells of it as a whole.
-//
-// Between public calls: the index names every record under its key's hash; every kept order holds
-// every record's number once, in order. A member that throws has changed nothing, unless it says
-// otherwise. Const members may be called by several threads at once. A pointer to a record is valid
-// until a record is added (unless there is room for it: reserve) or that record is taken away or
-// replaced; an iterator until the table changes or is moved. Positions count from 0.
+/// \class zorvane::Table
+/// Records of any type under a unique key, in the order in which they came and in as many
+/// other orders as are asked for. docs/table.md tells of it as a whole.
+///
+/// Between public calls: the index names every record under its key's hash; every kept order holds
+/// every record's number once, in order. A member that throws has changed nothing, unless it says
+/// otherwise. Const members may be called by several threads at once. A pointer to a record is
+/// valid until a record is added (unless there is room for it: reserve) or that record is taken
+/// away or replaced; an iterator until the table changes or is moved. Positions count from 0.
 
 #include <algorithm>
 #include <concepts>
@@ -31,7 +32,7 @@
 
 namespace zorvane {
 
-// kKey: what std::invoke gets a record's key by. Hash, Equal: as of an unordered container.
+/// kKey: what std::invoke gets a record's key by. Hash, Equal: as of an unordered container.
 template <class Record, auto kKey,
           class Hash =
               TableHash<std::remove_cvref_t<std::invoke_result_t<decltype(kKey), const Record&>>>,
@@ -55,7 +56,7 @@ class Table {
     using const_iterator = iterator;
     template <class... Columns>
     using Order = TableOrder<Table, std::remove_cv_t<Columns>...>;
-    // The record that is there now, and whether it was added.
+    /// The record that is there now, and whether it was added.
     using Added = std::pair<const Record*, bool>;
 
     Table() = default;
@@ -65,13 +66,16 @@ class Table {
         insert(std::move(first), std::move(last));
     }
     Table(std::initializer_list<Record> records) : Table(records.begin(), records.end()) {}
-    // A copy has no orders.
+    /// @{
+    /// A copy has no orders.
     Table(const Table& other) : keys_(other.keys_) {
         reserve(other.size());
         insert(other.begin(), other.end());
     }
     Table(Table&& other) noexcept { swap(other); }
-    // What this table held ends, with its orders.
+    /// @}
+    /// @{
+    /// What this table held ends, with its orders.
     Table& operator=(const Table& other) {
         Table copy(other);
         swap(copy);
@@ -82,6 +86,7 @@ class Table {
         swap(taken);
         return *this;
     }
+    /// @}
     ~Table() {
         for (const auto& order : orders_) order->Detach();
     }
@@ -96,7 +101,7 @@ class Table {
     [[nodiscard]] iterator cbegin() const noexcept { return begin(); }
     [[nodiscard]] iterator cend() const noexcept { return end(); }
 
-    // Look-ups, by whatever can be compared with the key. O(1).
+    /// Look-ups, by whatever can be compared with the key. O(1).
     template <class Asked = key_type>
     [[nodiscard]] const Record* find(const Asked& key) const {
         const RecordNumber* const number = Locate(key);
@@ -106,22 +111,22 @@ class Table {
     [[nodiscard]] bool contains(const Asked& key) const {
         return Locate(key) != nullptr;
     }
-    // Throws std::out_of_range, which names the key.
+    /// Throws std::out_of_range, which names the key.
     template <class Asked = key_type>
     [[nodiscard]] const Record& at(const Asked& key) const {
         if (const Record* const record = find(key)) [[likely]]
             return *record;
         detail::RaiseNoKey(detail::KeyWords(key));
     }
-    // Where a record stands in the order of insertion.
+    /// Where a record stands in the order of insertion.
     template <class Asked = key_type>
     [[nodiscard]] std::optional<size_type> position_of(const Asked& key) const {
         const RecordNumber* const number = Locate(key);
         if (!number) return std::nullopt;
         return static_cast<size_type>(records_.PositionOf(*number) - 1);
     }
-    // The record at a position. Throws std::out_of_range. O(1) while nothing was taken away from
-    // between, else O(log n).
+    /// The record at a position. Throws std::out_of_range. O(1) while nothing was taken away from
+    /// between, else O(log n).
     [[nodiscard]] const Record& nth(size_type position) const {
         if (position < max_size()) [[likely]] {
             const Record* const record = records_.Find(static_cast<std::int32_t>(position) + 1);
@@ -131,12 +136,14 @@ class Table {
         detail::RaiseNoPosition(position, size());
     }
 
-    // Adds a record behind all others, unless its key is in use. O(1) on average, and O(log n) for
-    // each kept order.
+    /// @{
+    /// Adds a record behind all others, unless its key is in use. O(1) on average, and O(log n) for
+    /// each kept order.
     Added insert(Record record) { return Add(std::move(record)); }
     template <std::input_iterator Iterator, std::sentinel_for<Iterator> Sentinel>
     void insert(Iterator first, Sentinel last);
     void insert(std::initializer_list<Record> records) { insert(records.begin(), records.end()); }
+    /// @}
     template <std::ranges::input_range Range>
     requires(!std::convertible_to<Range, Record> &&
              std::convertible_to<std::ranges::range_reference_t<Range>,
@@ -147,16 +154,16 @@ class Table {
     Added emplace(Arguments&&... arguments) {
         return Add(Keys::Make(std::forward<Arguments>(arguments)...));
     }
-    // Adds Record{key, arguments...}, unless the key is in use; then nothing is made.
+    /// Adds Record{key, arguments...}, unless the key is in use; then nothing is made.
     template <class Asked = key_type, class... Arguments>
     Added try_emplace(Asked&& key, Arguments&&... arguments);
-    // Adds a record, or puts it in the place of the one with its key.
+    /// Adds a record, or puts it in the place of the one with its key.
     Added insert_or_assign(Record record);
 
-    // Changes a record; false when there is none. The function gets a copy, which is put in the
-    // record's place; it may change the key as well, and shall not use the table. Throws
-    // std::invalid_argument when the new key is in use. O(log n) for each order that changes.
-    // Instead of a key, these and erase and extract take the pointer that a look-up gave.
+    /// Changes a record; false when there is none. The function gets a copy, which is put in the
+    /// record's place; it may change the key as well, and shall not use the table. Throws
+    /// std::invalid_argument when the new key is in use. O(log n) for each order that changes.
+    /// Instead of a key, these and erase and extract take the pointer that a look-up gave.
     template <class Asked = key_type, std::invocable<Record&> Change>
     requires std::copy_constructible<Record>
     bool update(const Asked& key, Change&& change) {
@@ -164,7 +171,7 @@ class Table {
         if (number) ChangeWhole(*number, change);
         return number.has_value();
     }
-    // Changes one data member. O(1) where neither the key nor an order may depend on it.
+    /// Changes one data member. O(1) where neither the key nor an order may depend on it.
     template <class Asked = key_type, class Member, class Class, std::invocable<Member&> Change>
     bool update(const Asked& key, Member Class::*column, Change&& change) {
         const auto number = NumberFor(key);
@@ -177,19 +184,19 @@ class Table {
         return update(key, column, [&](Member& member) { member = std::forward<Value>(value); });
     }
 
-    // Takes a record away; gives how many there were. O(1), and O(log n) for each kept order.
+    /// Takes a record away; gives how many there were. O(1), and O(log n) for each kept order.
     template <class Asked = key_type>
     requires(!std::convertible_to<const Asked&, const_iterator>) size_type erase(const Asked& key) {
         return extract(key) ? 1 : 0;
     }
-    // Gives an iterator to the one behind it.
+    /// Gives an iterator to the one behind it.
     iterator erase(const_iterator at) {
         const auto position = static_cast<size_type>(at.Position());
         if (position >= size()) detail::RaiseNoPosition(position, size());
         static_cast<void>(Take(NumberAt(position)));
         return {records_, nullptr, static_cast<std::uint32_t>(position)};
     }
-    // Takes away all records for which it holds, in one pass; gives how many. O(n).
+    /// Takes away all records for which it holds, in one pass; gives how many. O(n).
     template <std::predicate<const Record&> Predicate>
     size_type erase_if(Predicate predicate);
     template <class Asked = key_type>
@@ -198,21 +205,23 @@ class Table {
         if (!number) return std::nullopt;
         return Take(*number);
     }
-    // Moves every record over whose key is not here. Where it throws, those in front are here.
+    /// @{
+    /// Moves every record over whose key is not here. Where it throws, those in front are here.
     void merge(Table& other);
     void merge(Table&& other) { merge(other); }
-    // The orders stay, empty.
+    /// @}
+    /// The orders stay, empty.
     void clear() noexcept;
     void reserve(size_type count);
 
-    // The order by these columns (zorvane/table/Columns.h), kept from now on, or since it was asked
-    // for first. O(n log n), or O(1).
+    /// The order by these columns (zorvane/table/Columns.h), kept from now on, or since it was
+    /// asked for first. O(n log n), or O(1).
     template <class... Columns>
     TableOrder<Table, Columns...> order(Columns... columns);
-    // Keeps it no longer; every handle of it becomes empty.
+    /// Keeps it no longer; every handle of it becomes empty.
     template <class... Columns>
     void drop(const TableOrder<Table, Columns...>& order) noexcept;
-    // An order that is not kept. O(n log n).
+    /// An order that is not kept. O(n log n).
     template <class... Columns>
     [[nodiscard]] std::vector<const Record*> sorted_by(Columns... columns) const;
 
@@ -225,7 +234,7 @@ class Table {
         Own();
         other.Own();
     }
-    // The same records in the same order of insertion.
+    /// The same records in the same order of insertion.
     friend bool operator==(const Table& left,
                            const Table& right) requires std::equality_comparable<Record> {
         return std::ranges::equal(left, right);

@@ -1,5 +1,6 @@
 #pragma once
-// TableHash: the hash of a key, the same for all forms of one text.
+/// \class zorvane::TableHash
+/// The hash of a key, the same for all forms of one text.
 
 #include <cstddef>
 #include <functional>
@@ -10,7 +11,7 @@ namespace zorvane {
 
 template <class Key>
 struct TableHash {
-    // For a Key, or for what Plain makes of it.
+    /// For a Key, or for what Plain makes of it.
     std::size_t operator()(const detail::PlainOf<Key>& key) const {
         return std::hash<detail::PlainOf<Key>>()(key);
     }

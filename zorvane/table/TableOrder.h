@@ -1,9 +1,10 @@
 #pragma once
-// TableOrder: the records of a table in an order that it keeps.
-//
-// A light handle, a sized range with random access. The order follows every change of the table,
-// until it is dropped or the table ends; then the handle is false and empty. Iterators are valid
-// until the table changes or is moved. Positions count from 0.
+/// \class zorvane::TableOrder
+/// The records of a table in an order that it keeps.
+///
+/// A light handle, a sized range with random access. The order follows every change of the table,
+/// until it is dropped or the table ends; then the handle is false and empty. Iterators are valid
+/// until the table changes or is moved. Positions count from 0.
 
 #include <cstddef>
 #include <cstdint>
@@ -28,9 +29,9 @@ class TableOrder {
     using const_iterator = iterator;
     using range = std::ranges::subrange<iterator>;
 
-    TableOrder() = default;  // of no table
+    TableOrder() = default;  ///< of no table
 
-    // Whether the order is kept still.
+    /// Whether the order is kept still.
     [[nodiscard]] explicit operator bool() const noexcept { return kept_ && kept_->Owner(); }
 
     [[nodiscard]] size_type size() const noexcept { return kept_ ? kept_->Numbers().Count() : 0; }
@@ -38,7 +39,7 @@ class TableOrder {
     [[nodiscard]] iterator begin() const noexcept { return At(0); }
     [[nodiscard]] iterator end() const noexcept { return At(static_cast<std::uint32_t>(size())); }
 
-    // The record at a position. Throws std::out_of_range. O(log n).
+    /// The record at a position. Throws std::out_of_range. O(log n).
     [[nodiscard]] const value_type& operator[](size_type position) const {
         if (position >= size()) detail::RaiseNoPosition(position, size());
         return kept_->Records()->OfNumber(
@@ -47,7 +48,7 @@ class TableOrder {
     [[nodiscard]] const value_type& front() const { return (*this)[0]; }
     [[nodiscard]] const value_type& back() const { return (*this)[size() - 1]; }
 
-    // The position of the record with a key. O(log n).
+    /// The position of the record with a key. O(log n).
     template <class Key = typename Table::key_type>
     [[nodiscard]] std::optional<size_type> rank_of(const Key& key) const {
         if (!*this) return std::nullopt;
@@ -56,8 +57,8 @@ class TableOrder {
         return kept_->Numbers().PositionOf(*number);
     }
 
-    // The first record that does not stand in front of these values of the first columns, in the
-    // order's own sense; the first that stands behind them; those that have them. O(log n).
+    /// The first record that does not stand in front of these values of the first columns, in the
+    /// order's own sense; the first that stands behind them; those that have them. O(log n).
     template <class... Values>
     [[nodiscard]] iterator lower_bound(const Values&... values) const {
         return At(Bound(false, values...));
@@ -74,7 +75,7 @@ class TableOrder {
     [[nodiscard]] size_type count(const Values&... values) const {
         return Bound(true, values...) - Bound(false, values...);
     }
-    // The first of them, or null.
+    /// The first of them, or null.
     template <class... Values>
     [[nodiscard]] const value_type* find(const Values&... values) const {
         const iterator first = lower_bound(values...);
@@ -104,9 +105,11 @@ class TableOrder {
 
 }  // namespace zorvane
 
-// Its iterators need the order, which the table keeps, and not the handle.
+/// \cond
+/// Its iterators need the order, which the table keeps, and not the handle.
 template <class Table, class... Columns>
 inline constexpr bool std::ranges::enable_borrowed_range<zorvane::TableOrder<Table, Columns...>> =
     true;
 template <class Table, class... Columns>
 inline constexpr bool std::ranges::enable_view<zorvane::TableOrder<Table, Columns...>> = true;
+/// \endcond
