@@ -131,6 +131,10 @@ std::int32_t CollectionEx::TableSize() const noexcept {
     return static_cast<std::int32_t>(RoundHalfEvenSaturating(slots, 0, kGreatest)) | 1;
 }
 
+const RecordNumber* CollectionEx::FindStrictly(const Text& key) const noexcept {
+    return FindUnder(IndexHash(key), key);
+}
+
 std::int32_t CollectionEx::HashKey(const Text& Key) {
     const Text lowered = LowerCase(Key);
     const std::u16string_view units = lowered.Units().substr(0, kHashedUnits);

@@ -152,15 +152,20 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     }
     // The entry that has a key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
-        const auto matches = [&](RecordNumber number) {
-            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
-        };
-        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        const RecordNumber* const number = FindUnder(key.FoldedHash(), key);
         if (number || !index_.IsStrict()) [[likely]]
             return number;
-        return index_.Find(IndexHash(key), matches);
+        return FindStrictly(key);
     }
     [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
+    // Out of line: a look-up of the usual kind is to stay short.
+    [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
+    [[nodiscard]] const RecordNumber* FindUnder(std::uint32_t hash,
+                                                const Text& key) const noexcept {
+        return index_.Find(hash, [&](RecordNumber number) {
+            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
+        });
+    }
     // Whether its key counts as this one although not all units are the same.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // What the index has a key under, as given or lower-cased.

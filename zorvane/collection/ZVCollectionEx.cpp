@@ -188,6 +188,10 @@ Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const
     return QuietCode(failure);
 }
 
+const RecordNumber* ZVCollectionEx::FindStrictly(const Text& key) const noexcept {
+    return FindUnder(IndexHash(key), key);
+}
+
 Text ZVCollectionEx::GeneratedKey() const {
     Text key;
     do {

@@ -168,19 +168,24 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
         const RecordNumber* const number = Holder(vKeyIndex.TextUnchecked());
         return number ? &records_.OfNumber(*number) : nullptr;
     }
+    // Out of line: a look-up of the usual kind is to stay short.
+    [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
+    [[nodiscard]] const RecordNumber* FindUnder(std::uint32_t hash,
+                                                const Text& key) const noexcept {
+        return index_.Find(hash, [&](RecordNumber number) {
+            if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
+                return true;
+            return HasKeyLike(number, key);
+        });
+    }
     [[nodiscard]] Text GeneratedKey() const;
     [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
     // The record that has the key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
-        const auto matches = [&](RecordNumber number) {
-            if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
-                return true;
-            return HasKeyLike(number, key);
-        };
-        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        const RecordNumber* const number = FindUnder(key.FoldedHash(), key);
         if (number || !index_.IsStrict()) [[likely]]
             return number;
-        return index_.Find(IndexHash(key), matches);
+        return FindStrictly(key);
     }
     // Whether its key counts as this one, with every hash code looked at.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;

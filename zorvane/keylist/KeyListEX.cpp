@@ -159,6 +159,10 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
     return records_.NumberAt(found.Position);
 }
 
+const RecordNumber* KeyListEX::FindStrictly(const Text& key) const noexcept {
+    return FindUnder(IndexHash(key), key);
+}
+
 // Whether a look-up by key sorts nothing and finds by hash what a search would find.
 bool KeyListEX::HashTells() const noexcept {
     if (repeats_) return false;

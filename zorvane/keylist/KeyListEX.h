@@ -124,18 +124,23 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         const auto number = FindKey(key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
+    // Out of line: a look-up of the usual kind is to stay short.
+    [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
+    [[nodiscard]] const RecordNumber* FindUnder(std::uint32_t hash,
+                                                const Text& key) const noexcept {
+        return index_.Find(hash, [&](RecordNumber number) {
+            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
+        });
+    }
     [[nodiscard]] bool HashTells() const noexcept;
     // Whether its key counts as this one although not all units are the same.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // Some entry that has the key, whatever the order: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
-        const auto matches = [&](RecordNumber number) {
-            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
-        };
-        const RecordNumber* const number = index_.Find(key.FoldedHash(), matches);
+        const RecordNumber* const number = FindUnder(key.FoldedHash(), key);
         if (number || !index_.IsStrict()) [[likely]]
             return number;
-        return index_.Find(IndexHash(key), matches);
+        return FindStrictly(key);
     }
     // What the index has a key under.
     [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
