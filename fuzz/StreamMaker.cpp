@@ -88,7 +88,7 @@ void StreamMaker::Alter() {
 
 void StreamMaker::Put(const Variant& value) {
     const std::size_t at = words_.size();
-    words_.resize(at + StreamWordsOf(value));
+    words_.resize(at + static_cast<std::size_t>(StreamWordsOf(value)));
     StreamEncoder(std::span(words_).subspan(at)).Write(value);
 }
 

@@ -81,7 +81,7 @@ class RecordIterator {
         RecordIterator from;
         from.records_ = records;
         from.order_ = order;
-        from.past_ = position;
+        from.past_ = static_cast<difference_type>(position);
         if (!records) return from;
         const auto count = order ? order->Count() : static_cast<std::uint32_t>(records->Count());
         if (position >= count) return from;
