@@ -1,7 +1,7 @@
 #pragma once
 /// \class zorvane::KeyedRecords
-/// What the generated keyed classes answer alike: settings, typed columns by key or
-/// position and the choice of a sort column.
+/// What the generated keyed classes answer alike: settings, typed columns by key or position and
+/// the choice of a sort column.
 ///
 /// A class built on it supplies, as members that this base may reach:
 ///   Record              with Item, ItemLong, ItemString and Key
@@ -11,6 +11,8 @@
 ///   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
 ///   kLookUpReorders     whether FindRecord may sort by key first
 ///   kTypeName, kItemStringMember
+///
+/// Threads: different ones may be used at once, and const members of one at once.
 
 #include <concepts>
 #include <cstddef>
