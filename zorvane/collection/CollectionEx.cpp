@@ -132,7 +132,7 @@ std::int32_t CollectionEx::TableSize() const noexcept {
 }
 
 const RecordNumber* CollectionEx::FindStrictly(const Text& key) const noexcept {
-    return FindUnder(IndexHash(key), key);
+    return index_.Find(IndexHash(key), [&](RecordNumber number) { return HasKey(number, key); });
 }
 
 std::int32_t CollectionEx::HashKey(const Text& Key) {

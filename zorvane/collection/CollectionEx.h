@@ -152,21 +152,19 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     }
     // The entry that has a key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
-        const RecordNumber* const number = FindUnder(key.FoldedHash(), key);
-        if (number || !index_.IsStrict()) [[likely]]
-            return number;
-        return FindStrictly(key);
+        if (!index_.IsPlain()) [[unlikely]]
+            return FindStrictly(key);
+        return index_.FindAmongSlots(key.FoldedHash(),
+                                     [&](RecordNumber number) { return HasKey(number, key); });
     }
     [[nodiscard]] std::int32_t FindSorted(const Text& lowered) const noexcept;
     // Out of line: a look-up of the usual kind is to stay short.
     [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
-    [[nodiscard]] const RecordNumber* FindUnder(std::uint32_t hash,
-                                                const Text& key) const noexcept {
-        return index_.Find(hash, [&](RecordNumber number) {
-            return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
-        });
+    // Whether its key counts as this one: mostly it is the same text.
+    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept {
+        return records_.OfNumber(number).Key == key || HasKeyLike(number, key);
     }
-    // Whether its key counts as this one although not all units are the same.
+    // The same although not all units are.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // What the index has a key under, as given or lower-cased.
     [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {

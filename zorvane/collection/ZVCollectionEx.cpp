@@ -189,7 +189,7 @@ Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const
 }
 
 const RecordNumber* ZVCollectionEx::FindStrictly(const Text& key) const noexcept {
-    return FindUnder(IndexHash(key), key);
+    return index_.Find(IndexHash(key), [&](RecordNumber number) { return HasKey(number, key); });
 }
 
 Text ZVCollectionEx::GeneratedKey() const {

@@ -170,24 +170,22 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     }
     // Out of line: a look-up of the usual kind is to stay short.
     [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
-    [[nodiscard]] const RecordNumber* FindUnder(std::uint32_t hash,
-                                                const Text& key) const noexcept {
-        return index_.Find(hash, [&](RecordNumber number) {
-            if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
-                return true;
-            return HasKeyLike(number, key);
-        });
-    }
     [[nodiscard]] Text GeneratedKey() const;
     [[nodiscard]] std::int32_t HashCodeOf(RecordNumber number) const noexcept;
     // The record that has the key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* Holder(const Text& key) const noexcept {
-        const RecordNumber* const number = FindUnder(key.FoldedHash(), key);
-        if (number || !index_.IsStrict()) [[likely]]
-            return number;
-        return FindStrictly(key);
+        if (!index_.IsPlain()) [[unlikely]]
+            return FindStrictly(key);
+        return index_.FindAmongSlots(key.FoldedHash(),
+                                     [&](RecordNumber number) { return HasKey(number, key); });
     }
-    // Whether its key counts as this one, with every hash code looked at.
+    // Whether its key counts as this one: mostly it is the same text.
+    [[nodiscard]] bool HasKey(RecordNumber number, const Text& key) const noexcept {
+        if (records_.OfNumber(number).Key == key && foreignCodes_.empty()) [[likely]]
+            return true;
+        return HasKeyLike(number, key);
+    }
+    // The same with every hash code looked at.
     [[nodiscard]] bool HasKeyLike(RecordNumber number, const Text& key) const noexcept;
     // What the index has a key under.
     [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {

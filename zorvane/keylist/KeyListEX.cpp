@@ -160,7 +160,7 @@ std::optional<RecordNumber> KeyListEX::FindKey(const Text& sought) {
 }
 
 const RecordNumber* KeyListEX::FindStrictly(const Text& key) const noexcept {
-    return FindUnder(IndexHash(key), key);
+    return index_.Find(IndexHash(key), [&](RecordNumber number) { return HasKey(number, key); });
 }
 
 // Whether a look-up by key sorts nothing and finds by hash what a search would find.

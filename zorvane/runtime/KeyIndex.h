@@ -28,6 +28,11 @@ class KeyIndex {
     [[nodiscard]] const RecordNumber* Find(std::uint32_t hash, Matches&& matches) const {
         if (count_ == 0) [[unlikely]]
             return nullptr;
+        return FindAmongSlots(hash, matches);
+    }
+    // The same in an index that IsPlain().
+    template <class Matches>
+    [[nodiscard]] const RecordNumber* FindAmongSlots(std::uint32_t hash, Matches&& matches) const {
         const Slot* slot = &slots_[Home(hash)];
         while (slot->hash != 0) {
             if (slot->hash == hash && matches(slot->number)) [[likely]]
@@ -57,6 +62,9 @@ class KeyIndex {
     [[nodiscard]] bool TakesOne() const noexcept { return count_ < room_; }
     // Whether Tighten is due before the next entry comes.
     [[nodiscard]] bool IsCrowded() const noexcept { return state_ == State::Crowded; }
+    // Whether there are slots, and what stands in them stands under ordinary hashes. So it mostly
+    // is: a look-up needs no other question.
+    [[nodiscard]] bool IsPlain() const noexcept { return plain_; }
     // Whether the owner's strict hashes stand here instead of its ordinary ones.
     [[nodiscard]] bool IsStrict() const noexcept { return state_ == State::Strict; }
     // Puts every entry under strictHash(number), which must not fail. O(n). May throw, then nothing
@@ -121,6 +129,7 @@ class KeyIndex {
         std::swap(left.count_, right.count_);
         std::swap(left.room_, right.room_);
         std::swap(left.state_, right.state_);
+        std::swap(left.plain_, right.plain_);
     }
 
   private:
@@ -152,6 +161,7 @@ class KeyIndex {
         mask_ = static_cast<std::uint32_t>(slots_.Size()) - 1;
         shift_ = static_cast<std::uint32_t>(32 - std::countr_zero(slots_.Size()));
         room_ = IsCrowded() ? 0 : (mask_ + 1) / 2;
+        plain_ = !IsStrict();
         const auto size = static_cast<std::uint32_t>(slots.Size());
         std::uint32_t begin = 0;
         while (begin < size && slots[begin].hash != 0) ++begin;
@@ -186,6 +196,7 @@ class KeyIndex {
     std::uint32_t count_ = 0;
     std::uint32_t room_ = 0;  // entries that may come as they are; crowded: none
     State state_ = State::Open;
+    bool plain_ = false;
 };
 
 }  // namespace zorvane
