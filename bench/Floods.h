@@ -3,6 +3,7 @@
 // apart.
 
 #include <cstddef>
+#include <cstdint>
 #include <random>
 #include <string>
 
@@ -62,6 +63,15 @@ inline constexpr Flood kFloods[] = {
      },
      true, true},
 };
+
+// Numbers that come to lie side by side under the usual multiplier, once their halves were joined.
+inline std::uint64_t SolvedNumber(std::uint64_t number) {
+    constexpr std::uint64_t kUsual = 0x9E3779B97F4A7C15u;
+    std::uint64_t inverse = kUsual;
+    for (int bits = 3; bits < 64; bits *= 2) inverse *= 2 - kUsual * inverse;
+    const std::uint64_t joined = number * inverse;
+    return joined ^ (joined >> 32);
+}
 
 // What nobody chose.
 inline std::u16string OrdinaryKey(std::mt19937& random, std::size_t length) {

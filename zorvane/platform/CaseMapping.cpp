@@ -192,6 +192,46 @@ class AsTheyStand {
     std::u16string_view units_;
 };
 
+// Bytes as they stand, two to a unit, of texts that fill a step; an odd one at the end stands in a
+// step with 15 before it.
+class Bytes {
+  public:
+    explicit Bytes(std::string_view bytes) noexcept : bytes_(bytes) {}
+    [[nodiscard]] std::size_t Length() const noexcept { return (bytes_.size() + 1) / 2; }
+    [[nodiscard]] EightUnits Eight(std::size_t at) const noexcept {
+        EightUnits eight;
+        const std::size_t from = std::min(2 * at, bytes_.size() - sizeof eight);
+        std::memcpy(&eight, bytes_.data() + from, sizeof eight);
+        return eight;
+    }
+    [[nodiscard]] EightUnits Few() const noexcept { return EightUnits{}; }
+
+  private:
+    std::string_view bytes_;
+};
+
+// The first and the last bytes of fewer than two words, all of which they hold.
+TwoWords EndsOf(std::string_view bytes) noexcept {
+    TwoWords ends{};
+    const char* const last = bytes.data() + bytes.size();
+    const auto read = [&]<class Word>(Word word) {
+        std::memcpy(&word, bytes.data(), sizeof word);
+        ends.First = word;
+        std::memcpy(&word, last - sizeof word, sizeof word);
+        ends.Second = word;
+    };
+    if (bytes.size() >= sizeof(std::uint64_t)) {
+        read(std::uint64_t{});
+    } else if (bytes.size() >= sizeof(std::uint32_t)) {
+        read(std::uint32_t{});
+    } else if (bytes.size() >= sizeof(std::uint16_t)) {
+        read(std::uint16_t{});
+    } else if (!bytes.empty()) {
+        read(std::uint8_t{});
+    }
+    return ends;
+}
+
 // Any units under a mapping. A pair of surrogates keeps its first half in either case.
 template <const UnitMap& kMap, char32_t (*MapPoint)(char32_t) noexcept>
 class OneByOne {
@@ -230,6 +270,7 @@ constexpr std::uint64_t kBeyondAtOnce = 0xFF00FF00FF00FF00u;  // of four units
 // What every hash of this process is made with.
 struct HashKeys {
     FourHalves steps[kSteps];
+    std::uint64_t words[4];
     std::uint64_t beside;
 };
 HashKeys MakeHashKeys() noexcept {
@@ -237,6 +278,7 @@ HashKeys MakeHashKeys() noexcept {
     for (FourHalves& step : keys.steps) {
         step = std::bit_cast<FourHalves>(TwoWords{SecretBits(), SecretBits()});
     }
+    for (std::uint64_t& word : keys.words) word = SecretBits();
     keys.beside = SecretBits() | 1;
     return keys;
 }
@@ -283,6 +325,21 @@ template <class Given>
     const std::uint64_t both = first * kMix + sums.Second * kOtherMix;
     // A product moves nothing down: what only high bits tell joins the low ones before the last.
     const auto hash = static_cast<std::uint32_t>(((both ^ (both >> 32)) * kMix) >> 32);
+    return hash != 0 ? hash : 1;
+}
+
+// The sum of products of each half with a secret word of its own: the high bits are the same for
+// two inputs with a chance of one in 2^32.
+std::uint32_t HashWords(TwoWords words, std::uint32_t beside) noexcept {
+    const HashKeys& keys = TheHashKeys();
+    const auto product = [](std::uint64_t half, std::uint64_t key) {
+        return (half & 0xFFFFFFFF) * key;
+    };
+    const std::uint64_t sum = product(words.First, keys.words[0]) +
+                              product(words.First >> 32, keys.words[1]) +
+                              product(words.Second, keys.words[2]) +
+                              product(words.Second >> 32, keys.words[3]) + beside * keys.beside;
+    const auto hash = static_cast<std::uint32_t>(sum >> 32);
     return hash != 0 ? hash : 1;
 }
 
@@ -337,6 +394,14 @@ bool EqualLowerCase(std::u16string_view left, std::u16string_view right) noexcep
     if (left.size() != right.size()) return false;
     return SameUnits(left, right) ||
            CompareMapped(LoweredUnits(left, kLower), LoweredUnits(right, kLower)) == 0;
+}
+
+std::uint32_t HashBytes(std::string_view bytes) noexcept {
+    const auto length = static_cast<std::uint32_t>(bytes.size());
+    if (bytes.size() < sizeof(EightUnits)) return HashWords(EndsOf(bytes), length);
+    EightUnits seen{};
+    const Bytes given(bytes);
+    return HashWith(given, given.Length(), length, seen);
 }
 
 std::uint32_t HashFolded(std::u16string_view units) noexcept {

@@ -42,6 +42,8 @@ enum class Sameness { Units, Folded, LowerCase };
 /// as far as 32 bits tell for no others, whoever chooses them. Slower than HashFolded.
 [[nodiscard]] ZORVANE_EXPORT std::uint32_t HashExactly(std::u16string_view units, Sameness sameness,
                                                        std::uint32_t beside = 0) noexcept;
+/// Equal for the same bytes, and as far as 32 bits tell for no others. O(n).
+[[nodiscard]] ZORVANE_EXPORT std::uint32_t HashBytes(std::string_view bytes) noexcept;
 
 [[nodiscard]] constexpr bool IsSurrogate(char32_t point) noexcept {
     return point >= 0xD800 && point <= 0xDFFF;

@@ -37,4 +37,10 @@ std::uint64_t SecretBits() noexcept {
     }
 }
 
+// Made when first asked for, which may be before main.
+const HashSecret& TheHashSecret() noexcept {
+    static const HashSecret secret{SecretBits(), SecretBits() | 1};
+    return secret;
+}
+
 }  // namespace zorvane

@@ -84,11 +84,16 @@ TEST(HashFolded, AgreesWithBothEqualitiesOverAllCodePoints) {
 // Texts of up to 7, 8 to 40 and more units are taken in different steps, which overlap.
 TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
     for (const std::size_t length :
-         {1u, 3u, 4u, 7u, 8u, 9u, 16u, 23u, 31u, 32u, 33u, 39u, 40u, 41u, 49u}) {
+         {1u, 2u, 3u, 4u, 7u, 8u, 9u, 15u, 16u, 17u, 31u, 32u, 33u, 39u, 40u, 41u, 49u, 95u}) {
         const std::u16string base(length, u'a');
+        const std::string bytes(length, 'a');
         for (std::size_t i = 0; i < length; ++i) {
             std::u16string other = base;
             other[i] = u'z';
+            std::string otherBytes = bytes;
+            otherBytes[i] = 'z';
+            EXPECT_NE(HashBytes(otherBytes), HashBytes(bytes)) << i << " of " << length;
+            EXPECT_NE(HashBytes(bytes.substr(0, i)), HashBytes(bytes)) << i << " of " << length;
             EXPECT_NE(HashFolded(other), HashFolded(base)) << i << " of " << length;
             EXPECT_NE(HashFolded(base.substr(0, i)), HashFolded(base)) << i << " of " << length;
             EXPECT_FALSE(EqualTexts(other, base, CompareMode::Binary)) << i << " of " << length;

@@ -8,6 +8,7 @@
 #include "bench/Floods.h"
 #include "tests/unit/zorvane/Containers.h"
 #include "zorvane/platform/Error.h"
+#include "zorvane/table/Table.h"
 
 namespace zorvane {
 namespace {
@@ -68,6 +69,32 @@ TYPED_TEST(Flooded, KeysPassFewPlacesWhoeverChoseThem) {
             ASSERT_EQ(found, is ? Variant(static_cast<std::int32_t>(i)) : Variant());
         }
     }
+}
+
+struct Named {
+    std::u16string Key;
+};
+struct Numbered {
+    std::uint64_t Key;
+};
+using Names = Table<Named, &Named::Key>;
+using Numbers = Table<Numbered, &Numbered::Key>;
+auto IndexOf(Of<Names>);
+auto IndexOf(Of<Numbers>);
+template struct Opened<Names, &Names::index_>;
+template struct Opened<Numbers, &Numbers::index_>;
+
+// Catches a table whose keys are hashed without a secret.
+TEST(TableHash, CannotBeSolvedForTextsOrNumbers) {
+    constexpr unsigned kCount = 5000;
+    for (const Flood& flood : kFloods) {
+        Names names;
+        for (unsigned i = 0; i < kCount; ++i) names.insert({flood.Key(i)});
+        EXPECT_LT(PassedIn(names.*IndexOf(Of<Names>())), 3 * kCount) << flood.Name;
+    }
+    Numbers numbers;
+    for (unsigned i = 0; i < kCount; ++i) numbers.insert({SolvedNumber(i)});
+    EXPECT_LT(PassedIn(numbers.*IndexOf(Of<Numbers>())), 3 * kCount);
 }
 
 // Catches a count of slots that wraps, so that what is added is lost.

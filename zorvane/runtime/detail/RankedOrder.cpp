@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "zorvane/platform/Secret.h"
 #include "zorvane/platform/Units.h"
 #include "zorvane/runtime/BucketSort.h"
 #include "zorvane/runtime/detail/WideGapSort.h"
@@ -40,10 +41,11 @@ bool SharesRanks(std::span<const Ranked> given) {
     if (given.size() > kFirst && SharesRanks(given.first(kFirst))) return true;
     const std::size_t size = std::bit_ceil(given.size() * 2);
     const int shift = 64 - std::countr_zero(size);
-    std::vector<std::uint64_t> seen(size);  // ranks plus one; 0: free
+    std::vector<std::uint64_t> seen(size);       // ranks plus one; 0: free
+    const HashSecret& secret = TheHashSecret();  // chosen values shall not meet in one place
     return std::ranges::any_of(given, [&](Ranked ranked) {
         const std::uint64_t rank = RankOf(ranked) + 1;
-        auto at = static_cast<std::size_t>((rank * 0x9E3779B97F4A7C15u) >> shift);
+        auto at = static_cast<std::size_t>(secret.Of(rank) >> shift);
         while (seen[at] != 0 && seen[at] != rank) at = (at + 1) & (size - 1);
         return std::exchange(seen[at], rank) == rank;
     });
