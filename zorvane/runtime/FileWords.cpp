@@ -94,14 +94,16 @@ Variant ReadFileWords(const Text& path) {
     }
 }
 
-std::error_code SaveFileWords(const Path& path, const Variant& words) noexcept {
+std::error_code SaveFileWords(const Path& path, const Variant& words,
+                              SaveOptions options) noexcept {
     if (words.Type() != (VarType::ArrayFlag | VarType::Integer))
         return std::make_error_code(std::errc::invalid_argument);
     return Answered(path, [&] {
         Array stored = words.AsArray();
         if constexpr (std::endian::native == std::endian::big)
             SwapOnBigEndian(stored.MutableBytes());
-        return SaveOverFile(path, stored.Bytes());
+        return SaveOverFile(path, stored.Bytes(),
+                            options.CutOldTail ? OldTail::Cut : OldTail::Stays);
     });
 }
 

@@ -45,13 +45,18 @@ struct LoadedWords {
 /// words. Where reading fails half-way the words not read are 0. O(n), one array.
 [[nodiscard]] ZORVANE_EXPORT Variant ReadFileWords(const Text& path);
 
-/// The file then holds `words` followed by whatever it held behind them: it is never cut short. A
-/// file that already begins with the words is not written again, and one without write permission
-/// is not written. Success, or why the file is what it was: no_space_on_device (a quota, too),
-/// io_error, permission_denied, read_only_file_system, is_a_directory, invalid_argument (not an
-/// array of 16-bit integers; neither a file nor a folder), device_or_resource_busy (somebody else
-/// writes in it for long), resource_unavailable_try_again (others came in between time and
-/// again)...
+/// How words are saved.
+struct SaveOptions {
+    bool CutOldTail = false;  ///< the file then ends with the words
+};
+
+/// The file then holds `words` followed by whatever it held behind them: unless that is asked for,
+/// it is never cut short. A file that already begins with the words is not written again, and one
+/// without write permission is not written. Success, or why the file is what it was:
+/// no_space_on_device (a quota, too), io_error, permission_denied, read_only_file_system,
+/// is_a_directory, invalid_argument (not an array of 16-bit integers; neither a file nor a folder),
+/// device_or_resource_busy (somebody else writes in it for long), resource_unavailable_try_again
+/// (others came in between time and again)...
 ///
 /// The new file is assembled beside the old one and takes its place, owner, mode, access list and
 /// extended attributes in one step: whoever reads, or is left with the disk after a crash, has the
@@ -63,7 +68,8 @@ struct LoadedWords {
 /// removed by the next call for that folder. What each system keeps of this stands in
 /// docs/behaviour.md.
 [[nodiscard]] ZORVANE_EXPORT std::error_code SaveFileWords(const std::filesystem::path& path,
-                                                           const Variant& words) noexcept;
+                                                           const Variant& words,
+                                                           SaveOptions options = {}) noexcept;
 
 /// SaveFileWords, of which nothing is said.
 ZORVANE_EXPORT void WriteFileWords(const Text& path, const Variant& words);

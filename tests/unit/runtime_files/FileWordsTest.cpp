@@ -56,17 +56,28 @@ TEST(LoadFileWords, NoMoreIsReadThanWasAskedFor) {
 }
 
 // The name is of two bytes, of one and of two UTF-16 units.
-TEST(SaveFileWords, TheNewWordsStandInFrontOfTheOldTail) {
+TEST(SaveFileWords, TheNewWordsStandInFrontOfTheOldTailOrWithout) {
     const Folder folder;
     const std::filesystem::path path = std::filesystem::path(folder.Path()) / u"\u00FC\U0001F4BE";
-    for (const auto& [words, held] : {std::pair{"abcdefgh", "abcdefgh"}, {"WXYZ", "WXYZefgh"}}) {
-        EXPECT_EQ(modZorvane::CheckFileWords(path), std::error_code());
-        EXPECT_EQ(SaveFileWords(path, WordsOf(words)), std::error_code());
-        EXPECT_TRUE(ReadFileWords(Text(path.u16string())) == WordsOf(held));
+    const struct {
+        const char* words;
+        bool cut;
+        const char* held;
+    } saves[] = {{"abcdefgh", false, "abcdefgh"},
+                 {"WXYZ", false, "WXYZefgh"},
+                 {"WXYZ", true, "WXYZ"},
+                 {"0123456789", true, "0123456789"},
+                 {"vw", true, "vw"},
+                 {"abcdefgh", false, "abcdefgh"}};
+    for (const bool inPlace : {false, true}) {
+        for (const auto& [words, cut, held] : saves) {
+            EXPECT_EQ(modZorvane::CheckFileWords(path), std::error_code());
+            EXPECT_EQ(SaveFileWords(path, WordsOf(words), {.CutOldTail = cut}), std::error_code());
+            EXPECT_TRUE(ReadFileWords(Text(path.u16string())) == WordsOf(held)) << words;
+        }
+        if (!inPlace) std::filesystem::create_hard_link(path, folder.At("name"));
     }
-    std::filesystem::create_hard_link(path, folder.At("name"));
-    EXPECT_EQ(SaveFileWords(path, WordsOf("0123456789")), std::error_code());
-    EXPECT_EQ(folder.Bytes("name"), "0123456789") << "in place";
+    EXPECT_EQ(folder.Bytes("name"), "abcdefgh") << "in place";
     std::filesystem::remove(path);
     EXPECT_EQ(folder.Others({"name"}), std::vector<std::string>());
 }

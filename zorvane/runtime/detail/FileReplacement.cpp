@@ -21,8 +21,10 @@ constexpr std::uint64_t kLongestTail = std::uint64_t{64} << 20;
 // Each further one needs another process in between, at just that moment.
 constexpr int kTries = 10;
 
-bool BeginsWith(const SavePlace& place, Bytes bytes) {
+// Whether nothing is to be written.
+bool HoldsAlready(const SavePlace& place, Bytes bytes, OldTail tail) {
     if (place.OldSize < bytes.size()) return false;
+    if (tail == OldTail::Cut && place.OldSize != bytes.size()) return false;
     std::vector<std::byte> chunk(std::min(kChunk, bytes.size()));
     for (std::size_t at = 0; at < bytes.size(); at += chunk.size()) {
         const Bytes wanted = bytes.subspan(at, std::min(chunk.size(), bytes.size() - at));
@@ -57,15 +59,18 @@ std::error_code CopyTail(const SavePlace& place, std::uint64_t from, const Syste
     return {};
 }
 
-std::error_code Replace(SavePlace& place, Bytes bytes, Naming naming) {
+std::error_code Replace(SavePlace& place, Bytes bytes, OldTail tail, Naming naming) {
     NewFile fresh(place);
     if (const std::error_code error = fresh.Create(naming)) return error;
     if (const std::error_code error = fresh.KeepAttributes()) return error;
     const SystemFile& file = fresh.File();
-    const std::uint64_t size = std::max<std::uint64_t>(bytes.size(), place.OldSize);
-    if (const std::error_code error = file.Reserve(size)) return error;
+    const std::uint64_t stays = tail == OldTail::Stays ? place.OldSize : 0;
+    if (const std::error_code error = file.Reserve(std::max<std::uint64_t>(bytes.size(), stays)))
+        return error;
     if (const std::error_code error = file.WriteAt(bytes, 0)) return error;
-    if (const std::error_code error = CopyTail(place, bytes.size(), file)) return error;
+    if (stays != 0) {
+        if (const std::error_code error = CopyTail(place, bytes.size(), file)) return error;
+    }
     if (const std::error_code error = file.Sync()) return error;
     return fresh.TakePlace();
 }
@@ -94,7 +99,7 @@ std::error_code WriteMarkerLast(const SystemFile& file, Bytes bytes) noexcept {
     return write(bytes.first(marker), 0);
 }
 
-std::error_code WriteInPlace(SavePlace& place, Bytes bytes) {
+std::error_code WriteInPlace(SavePlace& place, Bytes bytes, OldTail tail) {
     const SystemFile& file = place.Old;
     if (!file.Await(SystemFile::Turn::Write))
         return std::make_error_code(std::errc::device_or_resource_busy);
@@ -105,6 +110,10 @@ std::error_code WriteInPlace(SavePlace& place, Bytes bytes) {
     std::error_code failure = file.Reserve(bytes.size());
     if (!failure) {
         failure = WriteMarkerLast(file, bytes);
+        if (!failure && tail == OldTail::Cut) {
+            failure = file.Truncate(bytes.size());
+            if (!failure) return file.Sync();
+        }
         if (!failure) return {};
         (void)WriteMarkerLast(file, before);
     }
@@ -113,20 +122,21 @@ std::error_code WriteInPlace(SavePlace& place, Bytes bytes) {
     return failure;
 }
 
-std::error_code SaveOnce(const std::filesystem::path& path, Bytes bytes) {
+std::error_code SaveOnce(const std::filesystem::path& path, Bytes bytes, OldTail tail) {
     SavePlace place;
     if (const std::error_code error = place.Open(path)) return error;
     place.RemoveLeftOvers();
-    if (place.Old && BeginsWith(place, bytes)) return {};
+    if (place.Old && HoldsAlready(place, bytes, tail)) return {};
     std::error_code error;
-    if (!place.OldStays && place.OldSize <= bytes.size() + kLongestTail) {
-        error = Replace(place, bytes, Naming::None);
+    const bool copiesMuch = tail == OldTail::Stays && place.OldSize > bytes.size() + kLongestTail;
+    if (!place.OldStays && !copiesMuch) {
+        error = Replace(place, bytes, tail, Naming::None);
         if (error == std::errc::operation_not_supported)
-            error = Replace(place, bytes, Naming::Temporary);
+            error = Replace(place, bytes, tail, Naming::Temporary);
         if (!error) return place.Settle();
         if (!AnotherWayMayDo(error)) return error;
     }
-    return place.Old ? WriteInPlace(place, bytes) : error;
+    return place.Old ? WriteInPlace(place, bytes, tail) : error;
 }
 
 }  // namespace
@@ -137,10 +147,11 @@ std::error_code MaySaveOverFile(const std::filesystem::path& path) {
     return place.Old ? std::error_code() : place.MayAdd();
 }
 
-std::error_code SaveOverFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
-    std::error_code error = SaveOnce(path, bytes);
+std::error_code SaveOverFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                             OldTail tail) {
+    std::error_code error = SaveOnce(path, bytes, tail);
     for (int i = 1; i < kTries && error == std::errc::resource_unavailable_try_again; ++i)
-        error = SaveOnce(path, bytes);
+        error = SaveOnce(path, bytes, tail);
     return error;
 }
 
