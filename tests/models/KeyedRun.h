@@ -87,11 +87,9 @@ class KeyedRun : public StepRun {
         return static_cast<std::int32_t>(Below(30));
     }
 
-    // The same on the container and on its model, which has the same members.
     template <class Operation>
     Choice Both(unsigned bound, const char* what, Operation operation) {
-        return {bound, what, [=, this] { return operation(container_); },
-                [=, this] { return operation(model_); }};
+        return OnEither(bound, what, container_, model_, operation);
     }
     template <class Search>
     static std::string FoundAt(Search&& search) {
@@ -236,9 +234,7 @@ class KeyedRun : public StepRun {
             for (std::int32_t i = 0; i < many; ++i) removed += c.Remove(at).ToLong() == at;
             return removed;
         };
-        DoAtOnce(
-            "Remove many", [&] { return removeFrom(container_); },
-            [&] { return removeFrom(model_); });
+        BothAtOnce("Remove many", container_, model_, removeFrom);
     }
 
     void OperateOnSettings() {

@@ -116,6 +116,18 @@ class StepRun {
             if (number < choice.Bound) return choice.Run(*this);
         }
     }
+    // The same on a container and on its model, which has the same members.
+    template <class Container, class Model, class Operation>
+    static Choice OnEither(unsigned bound, const char* what, Container& container, Model& model,
+                           Operation operation) {
+        return {bound, what, [=, &container] { return operation(container); },
+                [=, &model] { return operation(model); }};
+    }
+    template <class Container, class Model, class Operation>
+    void BothAtOnce(const char* what, Container& container, Model& model, Operation&& operation) {
+        DoAtOnce(
+            what, [&] { return operation(container); }, [&] { return operation(model); });
+    }
     // For an operation that may stop halfway, so that it cannot be tried again.
     template <class Ours, class Models>
     void DoAtOnce(const char* what, Ours&& ours, Models&& models) {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <functional>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -7,6 +6,7 @@
 #include <vector>
 
 #include "tests/models/StepRun.h"
+#include "tests/models/TableModel.h"
 #include "zorvane/table/Table.h"
 
 namespace zorvane {
@@ -25,6 +25,14 @@ struct Person {
     Rest More = {};
 };
 
+// What a person is made of, however often an operation is tried.
+struct Drawn {
+    unsigned Key, City;
+    int Born;
+    double Owed;
+    int Id;
+};
+
 // Long enough to be allocated, alike at first, and some a beginning of others.
 template <class T>
 T Named(unsigned number) {
@@ -38,26 +46,14 @@ T Named(unsigned number) {
     }
 }
 
-// Any operations on a table of people in up to four orders and on a vector that is searched from
-// its beginning and sorted anew whenever somebody asks.
+// Any operations on a table of people in up to four orders and on its model, which is sorted anew
+// whenever somebody asks.
 template <class KeyType, class CityType, class Rest>
 class Run : public StepRun {
     using Record = Person<KeyType, CityType, Rest>;
     using People = Table<Record, &Record::Key>;
-    struct Row {
-        KeyType Key;
-        CityType City;
-        int Born;
-        double Owed;
-        int Id;
-    };
-    using Rows = std::vector<Row>;
     static constexpr bool kCopies = std::copy_constructible<Record>;
 
-    static constexpr auto kByCity = [](const Row& a, const Row& b) {
-        if (auto order = detail::CompareValues(a.City, b.City); order != 0) return order < 0;
-        return a.Born > b.Born;
-    };
     // The value is made anew for every comparison, so that each may fail for want of memory.
     static constexpr auto kThird = [](const auto& person) {
         return std::string(20, 'a') + std::to_string(person.Born % 3);
@@ -68,290 +64,141 @@ class Run : public StepRun {
         typename People::template Order<decltype(kThird), KeyType Record::*> Third;
         typename People::template Order<int Record::*> Born;
     };
+    static constexpr auto kByCity = [](const Record& a, const Record& b) {
+        if (auto order = detail::CompareValues(a.City, b.City); order != 0) return order < 0;
+        return a.Born > b.Born;
+    };
+    static constexpr auto kByOwed = [](const Record& a, const Record& b) {
+        return detail::CompareValues(b.Owed, a.Owed) < 0;
+    };
+    static constexpr auto kByThird = [](const Record& a, const Record& b) {
+        if (kThird(a) != kThird(b)) return kThird(a) < kThird(b);
+        return detail::CompareValues(a.Key, b.Key) < 0;
+    };
+    static constexpr auto kByBorn = [](const Record& a, const Record& b) {
+        return a.Born < b.Born;
+    };
 
   public:
     explicit Run(std::uint32_t kind) : keys_(kind % 5 == 0 ? 3000 : kind % 3 == 0 ? 400 : 30) {}
 
   private:
-    void Operate() override {
-        const unsigned chosen = Below(100);
-        // Where there are many keys most of them are to come in.
-        const unsigned adding = keys_ > 1000 ? 75 : 25;
-        if (chosen < adding) return Add();
-        switch (Below(14)) {
-            case 0:
-            case 1:
-            case 2:
-                return TakeAway();
-            case 3:
-            case 4:
-            case 5:
-            case 6:
-                return ChangeOne();
-            case 7:
-                return KeepOrDrop();
-            case 8:
-            case 9:
-                return LookUp();
-            case 10:
-            case 11:
-                return SearchOrders();
-            case 12:
-                return Merge();
-            default:
-                return ChangeAll();
-        }
+    template <class Operation>
+    Choice Both(unsigned bound, const char* what, Operation operation) {
+        return OnEither(bound, what, people_, model_, operation);
     }
-
-    Row AnyRow() {
+    Drawn SomeOne() {
         static constexpr double kOwed[] = {0.0, -0.0, 1.5, -2, 1e300, -1e300};
         const double owed = Below(9) == 0 ? std::numeric_limits<double>::quiet_NaN()
                                           : kOwed[Below(std::size(kOwed))];
-        return {AnyKey(), Named<CityType>(Below(9)), static_cast<int>(Below(12)) - 6, owed,
-                Number()};
+        return {Below(keys_), Below(9), static_cast<int>(Below(12)) - 6, owed, Number()};
     }
-    KeyType AnyKey() { return Named<KeyType>(Below(keys_)); }
-    static Record Made(const Row& row) {
-        Record record{row.Key, row.City, row.Born, row.Owed, row.Id, {}};
-        if constexpr (!kCopies) record.More = std::make_unique<int>(row.Id);
+    static Record Made(const Drawn& one) {
+        Record record{Named<KeyType>(one.Key), Named<CityType>(one.City), one.Born, one.Owed,
+                      one.Id};
+        if constexpr (!kCopies) record.More = std::make_unique<int>(one.Id);
         return record;
     }
-    static auto Find(Rows& rows, const KeyType& key) {
-        return std::ranges::find(rows, key, &Row::Key);
-    }
-    // What an operation that may throw has to say.
-    using Operation = std::function<std::string()>;
-    static std::string Said(const Operation& operation) {
-        try {
-            return operation();
-        } catch (const std::logic_error& error) {
-            return error.what();
-        }
-    }
-    void Try(const char* what, const Operation& operation, const Operation& model) {
-        Do(
-            what, [&] { return Said(operation); }, model);
-    }
-    void TryAtOnce(const char* what, const Operation& operation, const Operation& model) {
-        DoAtOnce(
-            what, [&] { return Said(operation); }, model);
-    }
-    static std::string Told(const typename People::Added& added) {
+    static std::string Told(const std::pair<const Record*, bool>& added) {
         return std::to_string(added.first->Id) + (added.second ? " added" : " there");
     }
-    static std::string InUse(const KeyType& key) {
-        return "another record has the key " + detail::KeyWords(key);
+
+    void Operate() override {
+        const Drawn one = SomeOne();
+        const KeyType key = Named<KeyType>(Below(keys_));
+        const unsigned chosen = Below(14);
+        // Where there are many keys most of them are to come in.
+        if (Chance(keys_ > 1000 ? 75 : 25)) return Add(one);
+        if (chosen < 3) return TakeAway(key);
+        if (chosen < 7) return Change(key, one);
+        if (chosen < 9) return LookUp(key);
+        if (chosen < 11) return Search(one);
+        if (chosen == 11) return KeepOrDrop();
+        chosen == 12 ? Merge() : ChangeAll();
     }
 
-    void Add() {
-        const Row row = AnyRow();
-        const auto found = Find(rows_, row.Key);
-        const bool isNew = found == rows_.end();
-        const auto model = [=, this] {
-            if (isNew) rows_.push_back(row);
-            return std::to_string(isNew ? row.Id : found->Id) + (isNew ? " added" : " there");
-        };
-        switch (Below(4)) {
-            case 0:
-                return Try(
-                    "insert_or_assign",
-                    [=, this] { return Told(people_.insert_or_assign(Made(row))); },
-                    [=, this] {
-                        if (!isNew) *found = row;
-                        return isNew ? model() : std::to_string(row.Id) + " there";
-                    });
-            case 1:
-                return Try(
-                    "try_emplace",
-                    [=, this] {
-                        return Told(
-                            people_.try_emplace(row.Key, row.City, row.Born, row.Owed, row.Id));
-                    },
-                    model);
-            default:
-                return Try(
-                    "insert", [=, this] { return Told(people_.insert(Made(row))); }, model);
-        }
+    void Add(const Drawn& one) {
+        DoChosen(Below(4),
+                 {Both(1, "insert_or_assign",
+                       [=](auto& table) { return Told(table.insert_or_assign(Made(one))); }),
+                  Both(2, "try_emplace",
+                       [=](auto& table) {
+                           const Record made = Made(one);
+                           return Told(
+                               table.try_emplace(made.Key, made.City, one.Born, one.Owed, one.Id));
+                       }),
+                  Both(4, "insert", [=](auto& table) { return Told(table.insert(Made(one))); })});
     }
 
-    void TakeAway() {
-        const KeyType key = AnyKey();
-        const auto found = Find(rows_, key);
-        const auto model = [=, this] {
-            const std::string told = found == rows_.end() ? "none" : std::to_string(found->Id);
-            if (found != rows_.end()) rows_.erase(found);
-            return told;
-        };
-        if (Below(3) == 0) {
-            Try(
-                "erase at",
-                [=, this]() -> std::string {
-                    const auto position = people_.position_of(key);
-                    if (!position) return "none";
-                    const auto at = people_.begin() + static_cast<std::ptrdiff_t>(*position);
-                    const std::string told = std::to_string(at->Id);
-                    const auto next = people_.erase(at);
-                    const bool follows = *position == people_.size()
-                                             ? next == people_.end()
-                                             : &*next == &people_.nth(*position);
-                    return follows ? told : "not the next";
-                },
-                model);
-        } else {
-            Try(
-                "extract",
-                [=, this]() -> std::string {
-                    const auto taken = people_.extract(key);
-                    return taken ? std::to_string(taken->Id) : "none";
-                },
-                model);
-        }
+    void TakeAway(const KeyType& key) {
+        DoChosen(Below(3),
+                 {Both(1, "erase at",
+                       [=](auto& table) -> std::string {
+                           const auto at = table.position_of(key);
+                           if (!at) return "none";
+                           const auto next = table.erase(table.begin() + static_cast<int>(*at));
+                           return next == table.end() ? "the last" : std::to_string(next->Id);
+                       }),
+                  Both(3, "extract", [=](auto& table) {
+                      const auto taken = table.extract(key);
+                      return taken ? taken->Id : -1;
+                  })});
     }
 
-    void ChangeOne() {
-        const Row to = AnyRow();
-        const KeyType key = AnyKey();
-        const auto found = Find(rows_, key);
-        const bool isThere = found != rows_.end();
-        const auto other = Find(rows_, to.Key);
-        const auto change = [=, this](const char* what, auto column, auto rowColumn) {
-            const auto value = to.*rowColumn;
-            Try(
-                what, [=, this] { return people_.set(key, column, value) ? "yes" : "no"; },
-                [=] {
-                    if (isThere) (*found).*rowColumn = value;
-                    return isThere ? "yes" : "no";
-                });
-        };
-        const auto changeKey = [=, this](auto&& ours) {
-            Try("key", ours, [=, this]() -> std::string {
-                if (!isThere) return "no";
-                if (other != rows_.end() && other != found) return InUse(to.Key);
-                found->Key = to.Key;
-                return "yes";
+    void Change(const KeyType& key, const Drawn& one) {
+        const Record to = Made(one);
+        const auto set = [&](unsigned bound, const char* what, auto column) {
+            return Both(bound, what, [=, value = to.*column](auto& table) {
+                return table.set(key, column, value);
             });
         };
-        switch (Below(6)) {
-            case 0:
-                return change("set City", &Record::City, &Row::City);
-            case 1:
-                return change("set Born", &Record::Born, &Row::Born);
-            case 2:
-                return change("set Owed", &Record::Owed, &Row::Owed);
-            case 3:
-                return changeKey([=, this] {
-                    return people_.set(people_.find(key), &Record::Key, to.Key) ? "yes" : "no";
-                });
-            case 4:
-                return TryAtOnce(
-                    "change that fails",
-                    [=, this] {
-                        return people_.update(key, &Record::City,
-                                              [](CityType& city) {
-                                                  city = Named<CityType>(77);
-                                                  throw std::logic_error("failed");
-                                              })
-                                   ? "yes"
-                                   : "no";
-                    },
-                    // A column that nobody looks at is changed where it lies.
-                    [=, this] {
-                        if (isThere && !orders_.City && !orders_.Third)
-                            found->City = Named<CityType>(77);
-                        return isThere ? "failed" : "no";
-                    });
-            default:
-                if constexpr (kCopies) {
-                    return Try(
-                        "update",
-                        [=, this] {
-                            return people_.update(key, [&](Record& record) { record = Made(to); })
-                                       ? "yes"
-                                       : "no";
-                        },
-                        [=, this]() -> std::string {
-                            if (!isThere) return "no";
-                            if (other != rows_.end() && other != found) return InUse(to.Key);
-                            *found = to;
-                            return "yes";
-                        });
-                } else {
-                    return TryAtOnce(
-                        "own",
-                        [=, this] {
-                            const auto end = [](Owned& own) { own.reset(); };
-                            return people_.update(key, &Record::More, end) ? "yes" : "no";
-                        },
-                        [=] { return isThere ? "yes" : "no"; });
-                }
+        const unsigned chosen = Below(6);
+        if (chosen > 3) return ChangeOrFail(key, one, chosen == 4);
+        DoChosen(chosen, {set(1, "set City", &Record::City), set(2, "set Born", &Record::Born),
+                          set(3, "set Owed", &Record::Owed),
+                          Both(4, "set Key", [=, value = to.Key](auto& table) {
+                              return table.set(table.find(key), &Record::Key, value);
+                          })});
+    }
+    void ChangeOrFail(const KeyType& key, const Drawn& one, bool fails) {
+        if constexpr (kCopies) {
+            if (!fails) {
+                const auto change = [=](Record& record) { record = Made(one); };
+                return Both(1, "update", [=](auto& table) { return table.update(key, change); })
+                    .Run(*this);
+            }
         }
+        // A column that nobody looks at is changed where it lies.
+        model_.ChangesInPlace = !orders_.City && !orders_.Third;
+        BothAtOnce(fails ? "change that fails" : "own", people_, model_, [=](auto& table) {
+            if (!fails) return table.update(key, &Record::More, [](Rest& own) { own = Rest(); });
+            return table.update(key, &Record::City, [](CityType& city) {
+                city = Named<CityType>(77);
+                throw std::logic_error("failed");
+            });
+        });
+        model_.ChangesInPlace = false;
     }
 
-    template <class Order, class... Columns>
-    void KeepOrDrop(Order Orders::*order, Columns... columns) {
-        const bool drops = static_cast<bool>(orders_.*order) && Below(3) == 0;
-        Try(
-            drops ? "drop" : "order",
-            [=, this] {
-                if (drops) {
-                    people_.drop(orders_.*order);
-                } else {
-                    orders_.*order = people_.order(columns...);
-                }
-                return (orders_.*order ? "kept " : "gone ") +
-                       std::to_string((orders_.*order).size());
-            },
-            [=, this] {
-                return drops ? std::string("gone 0") : "kept " + std::to_string(rows_.size());
-            });
-    }
-    void KeepOrDrop() {
-        switch (Below(4)) {
-            case 0:
-                return KeepOrDrop(&Orders::City, &Record::City, descending(&Record::Born));
-            case 1:
-                return KeepOrDrop(&Orders::Owed, descending(&Record::Owed));
-            case 2:
-                return KeepOrDrop(&Orders::Third, kThird, &Record::Key);
-            default:
-                return KeepOrDrop(&Orders::Born, &Record::Born);
-        }
-    }
-
-    void LookUp() {
-        const KeyType key = AnyKey();
-        const auto found = Find(rows_, key);
-        const auto place = static_cast<std::size_t>(found - rows_.begin());
-        const std::size_t position = Below(static_cast<unsigned>(rows_.size()) + 1);
-        Try(
-            "at",
-            [=, this] {
-                const auto at = people_.position_of(key);
-                return std::to_string(people_.at(detail::Plain(key)).Id) + " " +
-                       std::to_string(at.value_or(people_.size()));
-            },
-            [=, this] {
-                return found == rows_.end()
-                           ? "no record has the key " + detail::KeyWords(key)
-                           : std::to_string(found->Id) + " " + std::to_string(place);
-            });
-        Try(
-            "nth", [=, this] { return std::to_string(people_.nth(position).Id); },
-            [=, this] {
-                return position == rows_.size() ? "position " + std::to_string(position) + " of " +
-                                                      std::to_string(position) + " records"
-                                                : std::to_string(rows_[position].Id);
-            });
+    void LookUp(const KeyType& key) {
+        const std::size_t position = Below(static_cast<unsigned>(model_.size()) + 1);
+        DoChosen(Below(2), {Both(1, "at",
+                                 [=](auto& table) {
+                                     const auto at = table.position_of(key);
+                                     const Record& found = table.at(detail::Plain(key));
+                                     return std::to_string(found.Id) + " " + std::to_string(*at);
+                                 }),
+                            Both(2, "nth", [=](auto& table) { return table.nth(position).Id; })});
     }
 
     template <class Order, class Less, class Has, class... Values>
-    void Search(const char* what, const Order& order, Less less, Has has, const Values&... values) {
+    void Search(const Order& order, Less less, Has has, const Values&... values) {
         if (!order) return;
-        const Rows sorted = Sorted(less);
+        const auto sorted = model_.Sorted(less);
         const auto first = std::ranges::find_if(sorted, has);
         const auto count = std::ranges::count_if(sorted, has);
-        Try(
-            what,
+        Do(
+            "equal_range",
             [&] {
                 const auto range = order.equal_range(values...);
                 const auto* const found = order.find(values...);
@@ -360,163 +207,130 @@ class Run : public StepRun {
                                    std::to_string(found ? found->Id : -1);
                 // Where there are none, the place between.
                 const auto at = static_cast<std::size_t>(range.begin() - order.begin());
-                if (range.empty()) {
-                    told += at < order.size() || at == sorted.size() ? "" : " outside";
-                } else {
-                    told += " " + std::to_string(at);
-                }
-                return told;
+                if (!range.empty()) return told + " " + std::to_string(at);
+                return told + (at < order.size() || at == sorted.size() ? "" : " outside");
             },
             [&] {
                 const std::string times = std::to_string(count) + " ";
-                return times + times + std::to_string(first == sorted.end() ? -1 : first->Id) +
+                return times + times + std::to_string(count == 0 ? -1 : (*first)->Id) +
                        (count == 0 ? "" : " " + std::to_string(first - sorted.begin()));
             });
     }
-    void SearchOrders() {
-        const Row asked = AnyRow();
-        const auto sameCity = [=](const Row& row) {
-            return detail::CompareValues(row.City, asked.City) == 0;
-        };
+    void Search(const Drawn& one) {
+        const CityType city = Named<CityType>(one.City);
+        const auto sameCity = [&](const Record* record) { return record->City == city; };
+        const auto sameBorn = [&](const Record* record) { return record->Born == one.Born; };
         switch (Below(4)) {
             case 0:
-                return Search("equal_range City", orders_.City, kByCity, sameCity,
-                              detail::Plain(asked.City));
+                return Search(orders_.City, kByCity, sameCity, detail::Plain(city));
             case 1:
                 return Search(
-                    "equal_range City and Born", orders_.City, kByCity,
-                    [=](const Row& row) { return sameCity(row) && row.Born == asked.Born; },
-                    asked.City, static_cast<std::int64_t>(asked.Born));
+                    orders_.City, kByCity,
+                    [&](const Record* record) { return sameCity(record) && sameBorn(record); },
+                    city, static_cast<std::int64_t>(one.Born));
             case 2:
                 return Search(
-                    "equal_range Owed", orders_.Owed, kByOwed,
-                    [=](const Row& row) {
-                        return detail::CompareValues(row.Owed, asked.Owed) == 0;
+                    orders_.Owed, kByOwed,
+                    [&](const Record* record) {
+                        return detail::CompareValues(record->Owed, one.Owed) == 0;
                     },
-                    asked.Owed);
+                    one.Owed);
             default:
-                return Search(
-                    "equal_range Born", orders_.Born, kByBorn,
-                    [=](const Row& row) { return row.Born == asked.Born; }, asked.Born);
+                return Search(orders_.Born, kByBorn, sameBorn, one.Born);
         }
     }
 
-    void Merge() {
-        Rows comes;
-        for (unsigned i = Below(6); i != 0; --i) {
-            const Row row = AnyRow();
-            if (Find(comes, row.Key) == comes.end()) comes.push_back(row);
-        }
-        // What was moved over before memory ran out stays here.
-        TryAtOnce(
-            "merge",
+    template <class Order, class... Columns>
+    void KeepOrDrop(Order& order, Columns... columns) {
+        const bool drops = order && Below(3) == 0;
+        Do(
+            drops ? "drop" : "order",
             [&] {
-                People other;
-                for (const Row& row : comes) other.insert(Made(row));
-                people_.merge(other);
-                std::string left;
-                for (const Record& record : other) left += std::to_string(record.Id) + " ";
-                return left;
-            },
-            [&] {
-                std::string left;
-                for (const Row& row : comes) {
-                    if (Find(rows_, row.Key) == rows_.end()) {
-                        rows_.push_back(row);
-                    } else {
-                        left += std::to_string(row.Id) + " ";
-                    }
+                if (drops) {
+                    people_.drop(order);
+                } else {
+                    order = people_.order(columns...);
                 }
-                return left;
-            });
+                return (order ? "kept " : "gone ") + std::to_string(order.size());
+            },
+            [&] { return drops ? "gone 0" : "kept " + std::to_string(model_.size()); });
+    }
+    void KeepOrDrop() {
+        switch (Below(4)) {
+            case 0:
+                return KeepOrDrop(orders_.City, &Record::City, descending(&Record::Born));
+            case 1:
+                return KeepOrDrop(orders_.Owed, descending(&Record::Owed));
+            case 2:
+                return KeepOrDrop(orders_.Third, kThird, &Record::Key);
+            default:
+                return KeepOrDrop(orders_.Born, &Record::Born);
+        }
+    }
+
+    // What was moved over before memory ran out stays here.
+    void Merge() {
+        std::vector<Drawn> come(Below(6));
+        for (Drawn& one : come) one = SomeOne();
+        BothAtOnce("merge", people_, model_, [&]<class T>(T& table) {
+            T other;
+            for (const Drawn& one : come) other.insert(Made(one));
+            table.merge(other);
+            std::string left;
+            for (const Record& record : other) left += std::to_string(record.Id) + " ";
+            return left;
+        });
     }
 
     void ChangeAll() {
-        const unsigned modulus = 1 + Below(keys_ > 1000 ? 40 : 4);
-        switch (Below(8)) {
-            case 0:
-                return Try(
-                    "reserve", [&] { return people_.reserve(people_.size() * 2), ""; },
-                    [] { return ""; });
-            case 1:
-                return Try(
-                    "move and back",
-                    [&] {
-                        People taken(std::move(people_));
-                        const std::string told = std::to_string(people_.size());
-                        people_.swap(taken);
-                        return told;
-                    },
-                    [] { return "0"; });
-            case 2:
-                if (Below(10) != 0) return;
-                return Try(
-                    "clear", [&] { return people_.clear(), ""; },
-                    [&] { return rows_.clear(), ""; });
-            case 3:
-                if constexpr (kCopies) {
-                    return Try(
-                        "copy",
-                        [&] {
-                            const People copy(people_);
-                            return std::ranges::equal(copy, people_, {}, &Record::Id, &Record::Id)
-                                       ? "same"
-                                       : "other";
-                        },
-                        [] { return "same"; });
-                }
-                [[fallthrough]];
-            default:
-                return Try(
-                    "erase_if",
-                    [=, this] {
-                        return std::to_string(people_.erase_if([=](const Record& record) {
-                            return static_cast<unsigned>(record.Id) % (modulus + 1) == 0;
-                        }));
-                    },
-                    [=, this] {
-                        return std::to_string(std::erase_if(rows_, [=](const Row& row) {
-                            return static_cast<unsigned>(row.Id) % (modulus + 1) == 0;
-                        }));
-                    });
-        }
+        const int modulus = static_cast<int>(2 + Below(keys_ > 1000 ? 40 : 4));
+        if (Chance(1)) return BothAtOnce("clear", people_, model_, [](auto& t) { t.clear(); });
+        DoChosen(Below(8),
+                 {Both(1, "reserve", [](auto& table) { table.reserve(table.size() * 2); }),
+                  Both(2, "move and back",
+                       []<class T>(T& table) {
+                           T taken(std::move(table));
+                           const std::size_t left = table.size();
+                           table.swap(taken);
+                           return left;
+                       }),
+                  Both(3, "copy",
+                       []<class T>(T& table) {
+                           if constexpr (!kCopies)
+                               return true;
+                           else
+                               return std::ranges::equal(T(table), table, IsSame);
+                       }),
+                  Both(8, "erase_if", [=](auto& table) {
+                      return table.erase_if(
+                          [=](const Record& record) { return record.Id % modulus == 0; });
+                  })});
     }
 
-    static constexpr auto kByOwed = [](const Row& a, const Row& b) {
-        return detail::CompareValues(b.Owed, a.Owed) < 0;
-    };
-    static constexpr auto kByBorn = [](const Row& a, const Row& b) { return a.Born < b.Born; };
-    static constexpr auto kByThird = [](const Row& a, const Row& b) {
-        if (kThird(a) != kThird(b)) return kThird(a) < kThird(b);
-        return detail::CompareValues(a.Key, b.Key) < 0;
-    };
-    template <class Less>
-    Rows Sorted(Less less) const {
-        Rows sorted = rows_;
-        std::ranges::stable_sort(sorted, less);
-        return sorted;
-    }
-    static bool IsSame(const Record& record, const Row& row) {
-        return record.Id == row.Id && record.Key == row.Key && record.City == row.City &&
-               record.Born == row.Born && detail::CompareValues(record.Owed, row.Owed) == 0;
+    static bool IsSame(const Record& one, const Record& other) {
+        return one.Id == other.Id && one.Key == other.Key && one.City == other.City &&
+               one.Born == other.Born && detail::CompareValues(one.Owed, other.Owed) == 0;
     }
     template <class Order, class Less>
     bool IsOther(const Order& order, Less less) const {
         if (!order) return !order.empty();
-        const Rows sorted = Sorted(less);
-        if (!std::ranges::equal(order, sorted, IsSame)) return true;
+        const auto sorted = model_.Sorted(less);
+        const auto isSame = [](const Record& one, const Record* other) {
+            return IsSame(one, *other);
+        };
+        if (!std::ranges::equal(order, sorted, isSame)) return true;
         for (std::size_t i = 0; i < sorted.size(); ++i) {
-            if (order.rank_of(sorted[i].Key) != i || order[i].Id != sorted[i].Id) return true;
+            if (order.rank_of(sorted[i]->Key) != i || order[i].Id != sorted[i]->Id) return true;
         }
         return false;
     }
     std::string StateDiffers(bool last) override {
-        if (!last && rows_.size() > 100 && Number() % 64 != 0) return "";
-        if (people_.size() != rows_.size()) return "the size differs";
-        if (!std::ranges::equal(people_, rows_, IsSame)) return "the records differ";
-        for (const Row& row : rows_) {
-            const Record* const found = people_.find(row.Key);
-            if (!found || !IsSame(*found, row)) return "a key is not found";
+        if (!last && model_.size() > 100 && Number() % 64 != 0) return "";
+        if (people_.size() != model_.size()) return "the size differs";
+        if (!std::ranges::equal(people_, model_, IsSame)) return "the records differ";
+        for (const Record& record : model_) {
+            const Record* const found = people_.find(record.Key);
+            if (!found || !IsSame(*found, record)) return "a key is not found";
         }
         if (IsOther(orders_.City, kByCity)) return "the order by city differs";
         if (IsOther(orders_.Owed, kByOwed)) return "the order by what is owed differs";
@@ -525,12 +339,12 @@ class Run : public StepRun {
         return "";
     }
     // Each allocation of each operation is followed by this one.
-    std::string FailedStateDiffers() override { return StateDiffers(rows_.size() < 100); }
+    std::string FailedStateDiffers() override { return StateDiffers(model_.size() < 100); }
 
     unsigned keys_;
     People people_;
     Orders orders_;
-    Rows rows_;
+    TableModel<Record> model_;
 };
 
 }  // namespace

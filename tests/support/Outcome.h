@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <new>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -26,6 +27,8 @@ std::string OutcomeOf(Operation&& operation) {
         }
     } catch (const Error& error) {
         line << "raised " << error.Number << " | " << error.Source << " | " << error.Description;
+    } catch (const std::logic_error& error) {
+        line << "raised " << error.what();
     } catch (const std::ios_base::failure&) {
         throw std::bad_alloc();  // what some streams make of it
     }
