@@ -11,6 +11,7 @@
 #include "tests/support/AllocationFaults.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/platform/Error.h"
+#include "zorvane/propbag/BagReport.h"
 #include "zorvane/propbag/BagStream.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/StreamEncoder.h"
@@ -96,7 +97,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(checked.State.Entries.size() <= static_cast<std::size_t>(bag.Count()),
             "a checker reads no further than a reader");
     Require(!sound || !checked.Damage, "a checker has nothing against what a bag writes");
+    const BagReport report = ReportBag(words);
+    Require(checked.Damage ? !report.Damage.empty()
+                           : report.Entries.size() == checked.State.Entries.size(),
+            "a report tells of damage, and of every entry where there is none");
+    for (const BagReport::Entry& entry : report.Entries)
+        Require(entry.Bag.empty() == (entry.Type != kBagType), "a report opens a bag");
     if (!checked.Damage && bag.Count() > 0) RequireSameWords(words, once.Words());
     if (given == twice && bag.Count() > 0) RequireWhatStandsBeforeACut(words);
+    const std::int32_t count = bag.Count();
+    for (int i = 0; i < 40; ++i) bag.Add(i, Text(std::to_string(i) + " more"));
+    Require(bag.Count() == count + 40, "whatever step it read, a bag takes more");
     return 0;
 }

@@ -14,7 +14,7 @@ class Pet : public IZVPropertyBag {
   public:
     explicit Pet(std::int32_t legs = 0) : Legs(legs) {}
     [[nodiscard]] Text TypeName() const override { return u"Pet"; }
-    [[nodiscard]] Text ClassName() const override { return u"ZorvaneDemoProject.Pet"; }
+    [[nodiscard]] Text ClassName() const override { return Class; }
     void InitProperties() override { Legs = -1; }
     [[nodiscard]] Variant ParentObject() override { return Variant(); }
     void ReadProperties(ZVPropertyBag& bag) override {
@@ -22,6 +22,7 @@ class Pet : public IZVPropertyBag {
     }
     void WriteProperties(ZVPropertyBag& bag) override { bag.WriteProperty(u"Legs", Legs); }
     std::int32_t Legs;
+    Text Class = u"ZorvaneDemoProject.Pet";  // "": its words alone are kept
 };
 
 class Run : public StepRun {
@@ -99,6 +100,7 @@ class Run : public StepRun {
         const Text name = SomeName();
         const std::int32_t index = Chance(1) ? SomePosition() : 0;
         const auto pet = MakeObject<Pet>(static_cast<std::int32_t>(Below(5)));
+        if (Chance(20)) pet->Class = Text();
         const auto font = MakeObject<Font>(FontValue{.Name = SomeName()});
         const Variant values[] = {SomePlain(), SomePlain(), SomePlain(), pet, font, Ref<Object>()};
         const Variant value = values[Below(std::size(values))];

@@ -10,6 +10,19 @@ class Run : public ListRun<Collection> {
         const Variant v = AnyIndex();
         const Variant key = Below(4) != 0 ? Variant(AnyKey()) : Variant();
         const Variant before = Perhaps(), after = Perhaps();
+        const auto passRemoving = [&] {
+            std::int32_t seen = 0;
+            for (auto at = collection_.begin(); at != collection_.end(); ++at, ++seen) {
+                collection_.Remove(1);
+            }
+            return seen;
+        };
+        const auto halfGoes = [&] {
+            const std::int32_t seen = (Count() + 1) / 2;
+            rows_.erase(rows_.begin(), rows_.begin() + seen);
+            return seen;
+        };
+        if (Below(200) == 0) return DoAtOnce("a pass that removes", passRemoving, halfGoes);
         DoChosen(static_cast<unsigned>(Below(8)),
                  {{4, "Add", {Number(), key, before, after}, [&] { Add(key, before, after); }},
                   {6, "Remove", {v}, [&] { rows_.erase(At(v)); }},

@@ -1,9 +1,6 @@
 #include "zorvane/collection/CollectionEx.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <string>
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

@@ -1,38 +1,10 @@
 #include "zorvane/collection/ZVCollectionEx.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Outcome.h"
 #include "tests/support/ScriptedSource.h"
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {
-
-std::int32_t HashCode(const Text& key) {
-    ZVCollectionEx collection;
-    collection.Add(0, key);
-    return collection.CopyItemValue(1, 1).ToLong();
-}
-
-// Frozen: stored collections of others depend on these.
-TEST(ZVCollectionEx_HashCode, StaysOnBothSidesOfEachBoundary) {
-    const auto repeated = [](std::size_t n, std::u16string_view tail) {
-        return Text(std::u16string(n, u'a') + std::u16string(tail));
-    };
-    const std::tuple<const char*, Text, std::int32_t> rows[] = {
-        {"one unit", u"A", 82},
-        {"the last that stays positive", u"\x7FEE", 32767},
-        {"the first that wraps", u"\x7FEF", -32768},
-        {"the last negative", u"\xFFEE", -1},
-        {"wraps to zero", u"\xFFEF", 0},
-        {"past zero", u"\xFFFF", 16},
-        {"two units are never negative", u"\x7FEFz", 0x3FFF0000 + 'z'},
-        {"case counts", u"ab", 0x61 * 2 + 34 + 0x62},
-        {"unit 128 counts", repeated(127, u"b"), 0x3FFFFFA0},
-        {"unit 129 does not", repeated(128, u"b"), 0x3FFFFF9F},
-    };
-    for (const auto& [what, key, code] : rows) EXPECT_EQ(HashCode(key), code) << what;
-}
 
 TEST(ZVCollectionEx_Add, AnEmptyKeyIsGeneratedWhereNothingIsSorted) {
     ZVCollectionEx collection;

@@ -1,9 +1,6 @@
 #include "program/demos/ChartScale.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

@@ -1,6 +1,6 @@
 #include "program/demos/Growth.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

@@ -1,10 +1,8 @@
 #include "program/demos/TestData.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <set>
 
+#include "tests/support/Testing.h"
 #include "zorvane/platform/NumberText.h"
 
 namespace zorvane {

@@ -1,8 +1,6 @@
 #include "program/demos/TimingRun.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

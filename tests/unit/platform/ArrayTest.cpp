@@ -1,13 +1,6 @@
 #include "zorvane/platform/Array.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstring>
-
-#include "tests/support/Outcome.h"
-#include "tests/unit/CountedObject.h"
-#include "zorvane/platform/Variant.h"
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

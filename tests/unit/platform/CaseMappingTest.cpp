@@ -1,10 +1,8 @@
 #include "zorvane/platform/CaseMapping.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <string>
 #include <unordered_set>
+
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

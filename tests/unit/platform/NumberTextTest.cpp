@@ -1,15 +1,8 @@
 #include "zorvane/platform/NumberText.h"
 
-#include <gtest/gtest.h>
-
 #include <clocale>
-#include <cstdint>
-#include <limits>
-#include <random>
-#include <string>
-#include <tuple>
 
-#include "zorvane/platform/Variant.h"
+#include "tests/support/Testing.h"
 #include "zorvane/platform/detail/ReadDouble.h"
 
 namespace zorvane {

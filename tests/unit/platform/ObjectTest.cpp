@@ -1,12 +1,8 @@
 #include "zorvane/platform/Object.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Outcome.h"
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "zorvane/platform/Classes.h"
 #include "zorvane/platform/Random.h"
-#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 namespace {

@@ -1,12 +1,6 @@
 // TextMaker: texts in one slab must not run into one another, and each must live until it goes.
+#include "tests/support/Testing.h"
 #include "zorvane/platform/TextMaker.h"
-
-#include <algorithm>
-#include <stdexcept>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace zorvane {
 namespace {
@@ -34,55 +28,36 @@ std::vector<Made> MakeMany(TextMaker& maker) {
     return all;
 }
 
-void ExpectWhole(const std::vector<Made>& all) {
-    for (const Made& made : all) ASSERT_EQ(made.Value.Units(), made.Units);
-}
-
+// Catches texts that run into one another, and a slab that goes while a text of it, or a copy of
+// one, still stands: what was given back too early is written over.
 TEST(TextMaker, TextsStayWholeWhoeverGoesFirstAndWhateverComesInTheirPlace) {
+    const auto isWhole = [](const Made& made) { return made.Value.Units() == made.Units; };
     for (const bool fromFront : {true, false}) {
-        SCOPED_TRACE(fromFront);
         std::vector<Made> all;
         {
             TextMaker maker;
-            all = MakeMany(maker);
-            ExpectWhole(all);
+            const std::vector<Made> originals = MakeMany(maker);
+            all = originals;
         }
-        std::vector<Made> later;
         while (!all.empty()) {
             const auto doomed = static_cast<std::ptrdiff_t>(std::min<std::size_t>(all.size(), 50));
             all.erase(fromFront ? all.begin() : all.end() - doomed,
                       fromFront ? all.begin() + doomed : all.end());
-            // Whatever was given back too early is written over now.
             TextMaker another;
-            later = MakeMany(another);
-            ExpectWhole(all);
+            const std::vector<Made> later = MakeMany(another);
+            ASSERT_TRUE(std::ranges::all_of(all, isWhole) && std::ranges::all_of(later, isWhole));
         }
-        ExpectWhole(later);
     }
 }
 
-// A copy counts for its text alone: a slab that counted copies would never go, or go too early.
-TEST(TextMaker, ACopyOutlivesTheTextAndItsNeighbours) {
-    std::vector<Text> copies;
-    {
-        TextMaker maker;
-        for (const Made& made : MakeMany(maker)) copies.push_back(made.Value);
-    }
-    TextMaker another;
-    const std::vector<Made> later = MakeMany(another);
-    for (std::size_t serial = 0; serial < copies.size(); ++serial) {
-        ASSERT_EQ(copies[serial].Units(), UnitsOf(serial, serial % 70));
-        const Text copy = copies[serial];
-        copies[serial] = Text();
-        ASSERT_EQ(copy.Units(), UnitsOf(serial, serial % 70));
-    }
-    ExpectWhole(later);
-}
-
-TEST(TextMaker, NoUnitsAndTooMany) {
+TEST(TextMaker, NoUnitsAndTooManyAreToldApartByWhoeverMakes) {
     TextMaker maker;
-    EXPECT_TRUE(maker.Make(0, [](char16_t*) { FAIL(); }).Empty());
-    EXPECT_THROW(static_cast<void>(maker.Make(0x40000000, [](char16_t*) {})), std::length_error);
+    const auto check = [](auto&& make) {
+        EXPECT_TRUE(make(0, [](char16_t*) { FAIL(); }).Empty());
+        EXPECT_THROW(static_cast<void>(make(0x40000000, [](char16_t*) {})), std::length_error);
+    };
+    check([&](std::size_t length, auto fill) { return maker.Make(length, fill); });
+    check([](std::size_t length, auto fill) { return Text::Make(length, fill); });
 }
 
 }  // namespace

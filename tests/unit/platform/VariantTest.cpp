@@ -1,15 +1,8 @@
 #include "zorvane/platform/Variant.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <limits>
 #include <list>
-#include <sstream>
-#include <vector>
 
-#include "tests/support/Outcome.h"
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "zorvane/platform/ArrayRanges.h"
 
 namespace zorvane {

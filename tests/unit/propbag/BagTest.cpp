@@ -1,11 +1,6 @@
 // The store, beyond what the model run compares: equality, names, limits.
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
-#include "tests/support/Outcome.h"
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/SameValue.h"
@@ -51,17 +46,6 @@ TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
     for (const auto& [what, left, right, same] : table) {
         EXPECT_EQ(SameValue(left, right), same) << what;
         EXPECT_EQ(SameValue(right, left), same) << what << ", turned round";
-    }
-}
-
-TEST(ZVPropertyBag_Settings, KeptAGranularityOutOfTheWordsStandsAsReadAndDoesNoHarm) {
-    for (const bool low : {true, false}) {
-        Words words = TwoEntries();
-        words[54] = low ? INT16_MIN : INT16_MAX;
-        ZVPropertyBag bag = BagFrom(words);
-        EXPECT_EQ(bag.Granularity(), (low ? INT32_MIN : 0x7FFF0000) + 16);
-        for (int i = 0; i < 100; ++i) bag.WriteProperty("n" + std::to_string(i), i);
-        EXPECT_EQ(bag.Count(), 102);
     }
 }
 

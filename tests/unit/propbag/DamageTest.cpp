@@ -1,9 +1,8 @@
 // Streams that are wrong: what is left of them. That nothing is raised and little memory taken,
 // whatever the words, and what a cut leaves, is fuzz/BagStreamFuzz's.
 
-#include <gtest/gtest.h>
-
 #include "tests/support/SmallStack.h"
+#include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/detail/StreamWords.h"
 
@@ -59,6 +58,8 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
     const std::tuple<const char*, Words, std::size_t> table[] = {
         {"nothing", TwoEntries(), kSound},
         {"an empty bag", Hex("D8F1 D8F1 0003"), kSound},
+        {"Empty, Null and a decimal",
+         OneEntry("200C 0010 0003 0000 0000 0000 0002 0000 0000 0000 0001 0000 000E 0000"), kSound},
         {"Long becomes Single", Patched({{47, 4}}), kSound},
         {"first marker", Patched({{0, 0}}), 0},
         {"half a marker", Hex("D8F1 FFFF 0003"), 0},

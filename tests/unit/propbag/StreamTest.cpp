@@ -1,12 +1,6 @@
 // What a bag's stream looks like, word by word, and what comes back out of it.
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <limits>
-
-#include "tests/support/Outcome.h"
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/StreamEncoder.h"
@@ -39,19 +33,6 @@ TEST(Contents_Read, AnEmptyBagIs16WordsThatSayNothingOfItsSettings) {
                         "000B 0002 FFFF")));
     bag.SetGranularity(77);
     EXPECT_EQ(BagFrom(bag.Contents()).Granularity(), 16);
-}
-
-TEST(Contents_Assign, TheBagOfTwoEntriesComesBackWithItsSettings) {
-    Words words = TwoEntries();
-    words[53] = 40;        // granularity
-    words[57] = 0;         // sorted
-    Words longer = words;  // an older, longer tail is not looked at
-    longer.insert(longer.end(), {-1, -1, 3, 4, 7, 0, 0x2008});
-    const ZVPropertyBag bag = BagFrom(longer);
-    EXPECT_EQ(bag.Granularity(), 40);
-    EXPECT_FALSE(bag.Sorted());
-    EXPECT_FALSE(bag.Changed());
-    EXPECT_EQ(ToHex(bag.Contents().Words()), ToHex(words));
 }
 
 TEST(Contents_Assign, WhatIsNoStreamLeavesTheBagCleared) {
@@ -202,6 +183,8 @@ TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
         {"a text with a size", "0008 0007 0001 0000 0041", u"A"},
         {"fewer numbers than the bounds hold", "2003 0004 0001 0000 0000 0000 0002 0000 0005 0000",
          ArrayOf(VarType::Long, 0, 5, 0, 0)},
+        {"bounds for as many bytes more as the stream has",
+         "2011 0001 0000 0000 0000 0000 0059 0000", Array(VarType::Byte, 0, 90)},
         {"narrower elements", "2003 0002 0002 0000 0000 0000 0001 0000 0005 0006",
          ArrayOf(VarType::Long, 0, 0x60005, 0)},
         {"texts go by their bounds", "2008 0004 0009 0000 0000 0000 0000 0000 0001 0000 0041",
@@ -226,30 +209,34 @@ TEST(Stream, KeptAnOddNumberOfBytesIsRoundedUpForBytesAlone) {
     EXPECT_EQ(BagFrom(words).Granularity(), 7);
 }
 
-TEST(Stream, ArraysNestedTooDeepAreRefusedBeforeTheyAreLost) {
-    Variant value = 1;
-    for (int depth = 0; depth < kStreamDepth; ++depth) value = ArrayOf(VarType::Variant, 0, value);
-    EXPECT_EQ(RoundTrip(value), value);
-    EXPECT_EQ(NumberRaisedBy([&] { RoundTrip(ArrayOf(VarType::Variant, 0, value)); }), 5);
-    // Known already, and too deep where it comes again.
-    const Variant twice = ArrayOf(VarType::Variant, 0, value.AsArray().At(0),
-                                  ArrayOf(VarType::Variant, 0, value.AsArray().At(0)));
-    EXPECT_EQ(NumberRaisedBy([&] { RoundTrip(twice); }), 5);
-}
-
-TEST(Stream, WhatComesAgainByEveryWayIsRefusedBeforeItFillsTheMemory) {
-    for (const auto& [levels, error] : {std::pair(12, 0), std::pair(24, 6)}) {
+// Catches what would be lost when it is read, fill the memory, or have no place in an array.
+TEST(Stream, TooDeepNestsAndTooManyWordsAreRefused) {
+    const auto nest = [](int levels, int times) {
         Variant value = 1;
-        for (int i = 0; i < levels; ++i) value = ArrayOf(VarType::Variant, 0, value, value);
-        EXPECT_EQ(NumberRaisedBy([&] { EXPECT_EQ(RoundTrip(value), value); }), error);
-    }
-}
-
-TEST(Contents_Read, MoreWordsThanAnArrayCanCountRaise) {
-    const Variant text = std::u16string(1 << 20, u'x');
+        for (; levels > 0; --levels) {
+            value = times == 1 ? ArrayOf(VarType::Variant, 0, value)
+                               : ArrayOf(VarType::Variant, 0, value, value);
+        }
+        return value;
+    };
+    const Variant most = nest(kStreamDepth, 1), inner = most.AsArray().At(0);
     Array texts(VarType::Variant, 0, 1 << 11);  // all of them the same text
+    const Variant text = std::u16string(1 << 20, u'x');
     for (Variant& element : texts.MutableElements<Variant>()) element = text;
-    EXPECT_EQ(NumberRaisedBy([&] { RoundTrip(texts); }), 6);
+    const std::tuple<const char*, Variant, std::int32_t> rows[] = {
+        {"as deep as may be", most, 0},
+        {"one level more", nest(kStreamDepth + 1, 1), 5},
+        {"known already, and too deep where it comes again",
+         ArrayOf(VarType::Variant, 0, inner, ArrayOf(VarType::Variant, 0, inner)), 5},
+        {"4096 ways to one value", nest(12, 2), 0},
+        {"16 million ways to one value", nest(24, 2), 6},
+        {"more words than an array can count", texts, 6},
+    };
+    for (const auto& [what, value, error] : rows) {
+        Variant back;
+        EXPECT_EQ(NumberRaisedBy([&, &given = value] { back = RoundTrip(given); }), error) << what;
+        EXPECT_EQ(back == value, error == 0) << what;
+    }
 }
 
 TEST(StreamWords, AMachineWithTheOtherOrderOfBytesWritesTheSameWords) {

@@ -1,8 +1,6 @@
 // Values written one by one into a stream that grows.
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Outcome.h"
+#include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/detail/StreamValue.h"
 

@@ -1,11 +1,6 @@
 #include "zorvane/runtime/Comparers.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstring>
-
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 
 namespace zorvane::modZorvane {
 namespace {

@@ -1,10 +1,10 @@
 // Every system call of reading and saving fails once, at every place where it is made.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cerrno>
 
+#include "tests/support/Testing.h"
 #include "tests/unit/runtime_files/FaultyCalls.h"
 #include "tests/unit/runtime_files/UnixFolder.h"
 

@@ -1,8 +1,7 @@
 // What holds on every system.
 
+#include "tests/support/Testing.h"
 #include "zorvane/runtime/FileWords.h"
-
-#include <gtest/gtest.h>
 
 #include "tests/unit/runtime_files/Folder.h"
 #include "zorvane/runtime/detail/SystemFile.h"

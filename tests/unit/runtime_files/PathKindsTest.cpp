@@ -1,12 +1,11 @@
 // Saving to every kind of path: what is at the path afterwards, and beside it.
 
-#include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 
 #include <map>
-#include <sstream>
 
+#include "tests/support/Testing.h"
 #include "tests/unit/runtime_files/UnixFolder.h"
 
 namespace zorvane {
@@ -96,6 +95,9 @@ void Check(const PathKind& kind) {
         const fs::path path = folder.At(kind.path);
         EXPECT_EQ(CheckFileWords(path).value(), kind.failure);
         EXPECT_EQ(SaveFileWords(path, WordsOf("WXYZ")).value(), kind.failure);
+        if (kind.failure == EINVAL || kind.failure == ELOOP) {
+            EXPECT_EQ(modZorvane::LoadFileWords(path).Error.value(), kind.failure);
+        }
     }
     open();
     std::istringstream changed(kind.changed);
@@ -117,50 +119,26 @@ TEST(SaveFileWords, EveryKindOfPathIsServedOrLeftAlone) {
     }
 }
 
-TEST(LoadFileWords, WhatUnixHasBesideFilesSaysWhy) {
-    const UnixFolder folder;
-    folder.Make("file=abcd closed=abcd closed!0 fifo| dangling>nowhere circle>circle \xff=ab");
-    const std::tuple<const char*, const char*, int> cases[] = {
-        {"FIFO: opened without waiting for a writer", "fifo", EINVAL},
-        {"link to nothing", "dangling", ENOENT},
-        {"circle of links", "circle", ELOOP},
-        {"no permission", "closed", EACCES},
-        {"bytes that are no text", "\xff", 0},
-    };
-    const OrdinaryUser user(folder);
-    for (const auto& [what, name, failure] : cases)
-        EXPECT_EQ(modZorvane::LoadFileWords(folder.At(name)).Error.value(), failure) << what;
-}
-
-TEST(SaveFileWords, AFileThatBelongsToAnotherKeepsItsOwner) {
-    if (::geteuid() != 0) GTEST_SKIP() << "needs root to make a file of another user";
-    const UnixFolder folder;
-    folder.Make("file=abcdefgh");
-    { const OrdinaryUser user(folder); }
-    ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 65534), 0);
-    folder.Make("file!660");
-    Must(::setegid(65534) == 0 && ::seteuid(65534) == 0);
-    EXPECT_EQ(SaveFileWords(folder.At("file"), WordsOf("WXYZ")), std::error_code());
-    Must(::seteuid(0) == 0 && ::setegid(0) == 0);
-    EXPECT_EQ(folder.Bytes("file"), "WXYZefgh");
-    EXPECT_EQ(folder.State("file").st_uid, 1234u);
-    EXPECT_EQ(folder.Others({"file"}), std::vector<std::string>{});
-}
-
+// By itself, and by a member of its group who may write it and is not its owner.
 TEST(SaveFileWords, ModeAndOwnerAreKept) {
-    const UnixFolder folder;
-    folder.Make("file=abcd file!640");
-    if (::geteuid() == 0) {
-        ASSERT_EQ(::chown(folder.At("file").c_str(), 1234, 2345), 0);
+    for (const uid_t saver : {0u, 65534u}) {
+        if (saver != 0 && ::geteuid() != 0) continue;
+        const UnixFolder folder;
+        folder.Make("file=abcdefgh");
+        { const OrdinaryUser user(folder); }
+        folder.Make("file!660");
+        Must(::geteuid() != 0 || ::chown(folder.At("file").c_str(), 1234, 65534) == 0);
+        const struct stat before = folder.State("file");
+        if (saver != 0) Must(::setegid(saver) == 0 && ::seteuid(saver) == 0);
+        EXPECT_EQ(SaveFileWords(folder.At("file"), WordsOf("WXYZ")), std::error_code());
+        if (saver != 0) Must(::seteuid(0) == 0 && ::setegid(0) == 0);
+        const struct stat after = folder.State("file");
+        EXPECT_EQ(folder.Bytes("file"), "WXYZefgh");
+        EXPECT_EQ(after.st_ino != before.st_ino, saver == 0);
+        EXPECT_EQ(std::tie(after.st_mode, after.st_uid, after.st_gid),
+                  std::tie(before.st_mode, before.st_uid, before.st_gid));
+        EXPECT_EQ(folder.Others({"file"}), std::vector<std::string>{});
     }
-    const struct stat before = folder.State("file");
-    EXPECT_EQ(SaveFileWords(folder.At("file"), WordsOf("WXYZ")), std::error_code());
-    const struct stat after = folder.State("file");
-    EXPECT_EQ(folder.Bytes("file"), "WXYZ");
-    EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(after.st_mode, before.st_mode);
-    EXPECT_EQ(after.st_uid, before.st_uid);
-    EXPECT_EQ(after.st_gid, before.st_gid);
 }
 
 TEST(SaveFileWords, ANewFileHasTheModeThatTheUserWants) {

@@ -1,16 +1,9 @@
 #include "zorvane/table/Table.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cctype>
-#include <functional>
-#include <ranges>
-#include <stdexcept>
-#include <string>
-#include <string_view>
 
 #include "tests/support/AllocationFaults.h"
+#include "tests/support/Testing.h"
 
 namespace zorvane {
 namespace {

@@ -1,10 +1,9 @@
 #pragma once
 // What the containers have in common, for tests that hold for each of them.
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
 
+#include "tests/support/Testing.h"
 #include "zorvane/collection/CollectionEx.h"
 #include "zorvane/collection/ZVCollectionEx.h"
 #include "zorvane/keylist/KeyListEX.h"

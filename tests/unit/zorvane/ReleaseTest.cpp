@@ -1,12 +1,7 @@
 // A value's end may run code that uses the container it was in: it finds the container whole, and
 // comes once, after the operation that let go of it.
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "tests/unit/zorvane/Containers.h"
 
 namespace zorvane {

@@ -1,16 +1,10 @@
 // Objects that have nothing in common in several threads at once, and one that many only read. A
 // thread sanitizer sees most in these; without it they count.
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <atomic>
-#include <cstdint>
-#include <string>
 #include <thread>
-#include <vector>
 
-#include "tests/unit/CountedObject.h"
+#include "tests/support/Testing.h"
 #include "zorvane/collection/CollectionEx.h"
 #include "zorvane/collection/ZVCollectionEx.h"
 #include "zorvane/keylist/KeyListEX.h"
