@@ -24,9 +24,6 @@ class TableModel {
     using Key = decltype(Record::Key);
     using Place = typename std::vector<Record>::iterator;
 
-    // Whether an update by column changes it where it lies: what failed halfway stays then.
-    bool ChangesInPlace = false;
-
     auto begin() const { return records_.begin(); }
     auto end() const { return records_.end(); }
     std::size_t size() const { return records_.size(); }
@@ -101,8 +98,8 @@ class TableModel {
         auto& now = std::invoke(part, *place);
         if constexpr (std::copyable<std::remove_reference_t<decltype(now)>>) {
             auto other = now;
-            change(ChangesInPlace ? now : other);
-            if (!ChangesInPlace) std::swap(now, other);
+            change(other);
+            std::swap(now, other);
             if (std::ranges::count(records_, place->Key, &Record::Key) == 1) return true;
             const std::string key = detail::KeyWords(place->Key);
             std::swap(now, other);

@@ -168,8 +168,6 @@ class Run : public StepRun {
                     .Run(*this);
             }
         }
-        // A column that nobody looks at is changed where it lies.
-        model_.ChangesInPlace = !orders_.City && !orders_.Third;
         BothAtOnce(fails ? "change that fails" : "own", people_, model_, [=](auto& table) {
             if (!fails) return table.update(key, &Record::More, [](Rest& own) { own = Rest(); });
             return table.update(key, &Record::City, [](CityType& city) {
@@ -177,7 +175,6 @@ class Run : public StepRun {
                 throw std::logic_error("failed");
             });
         });
-        model_.ChangesInPlace = false;
     }
 
     void LookUp(const KeyType& key) {

@@ -101,7 +101,8 @@ class Table {
     [[nodiscard]] iterator cbegin() const noexcept { return begin(); }
     [[nodiscard]] iterator cend() const noexcept { return end(); }
 
-    /// Look-ups, by whatever can be compared with the key. O(1).
+    /// Look-ups, by whatever can be compared with the key: a number of another type finds the key
+    /// of just its value. O(1).
     template <class Asked = key_type>
     [[nodiscard]] const Record* find(const Asked& key) const {
         const RecordNumber* const number = Locate(key);
@@ -171,7 +172,9 @@ class Table {
         if (number) ChangeWhole(*number, change);
         return number.has_value();
     }
-    /// Changes one data member. O(1) where neither the key nor an order may depend on it.
+    /// Changes one data member. O(1) where neither the key nor an order may depend on it, beside a
+    /// copy of the member. One that cannot be copied is changed where it lies, and stays as the
+    /// function left it when that throws; an order that cannot follow it then is dropped.
     template <class Asked = key_type, class Member, class Class, std::invocable<Member&> Change>
     bool update(const Asked& key, Member Class::*column, Change&& change) {
         const auto number = NumberFor(key);
@@ -215,7 +218,8 @@ class Table {
     void reserve(size_type count);
 
     /// The order by these columns (zorvane/table/Columns.h), kept from now on, or since it was
-    /// asked for first. O(n log n), or O(1).
+    /// asked for first. Functions that capture something are another order each time. O(n log n),
+    /// or O(1).
     template <class... Columns>
     TableOrder<Table, Columns...> order(Columns... columns);
     /// Keeps it no longer; every handle of it becomes empty.

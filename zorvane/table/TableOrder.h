@@ -3,8 +3,9 @@
 /// The records of a table in an order that it keeps.
 ///
 /// A light handle, a sized range with random access. The order follows every change of the table,
-/// until it is dropped or the table ends; then the handle is false and empty. Iterators are valid
-/// until the table changes or is moved. Positions count from 0.
+/// until it is dropped (Table::drop, and Table::update where it says so) or the table ends; then
+/// the handle is false and empty. Iterators are valid until the table changes or is moved.
+/// Positions count from 0.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,8 @@
 #include "zorvane/table/Table.h"
 
 #include <cctype>
+#include <cmath>
+#include <stdexcept>
 
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/Testing.h"
@@ -29,12 +31,35 @@ TEST(Table_Find, AViewOrALiteralFindsAKeyWithoutAnAllocation) {
     EXPECT_EQ(AllocationCount(), before);
 }
 
-// Catches a number that is cut to the key's width, and a sign that is lost.
-TEST(Table_Find, AWholeNumberIsLookedUpByItsValue) {
+// Catches a number that is cut to the key's width or to a whole one, and a sign that is lost.
+TEST(Table_Find, ANumberIsLookedUpByItsValue) {
     const Table<City, &City::Code> cities = {{"one", 1}, {"minus one", -1}};
     EXPECT_EQ(cities.at(std::uint64_t{1}).Name, "one");
     EXPECT_FALSE(cities.contains(65537));
     EXPECT_FALSE(cities.contains(std::uint16_t{65535}));
+    EXPECT_TRUE(cities.contains(-1.0f));
+    for (const double none : {1.5, 65537.0, 1e300, -1e300, std::nan("")})
+        EXPECT_FALSE(cities.contains(none)) << none;
+
+    constexpr std::int64_t kFew = std::int64_t{1} << 53;  // a double tells no others apart
+    Table<std::int64_t, std::identity{}> numbers = {kFew + 1, kFew, kFew - 1, -1, INT64_MAX};
+    const auto order = numbers.order(std::identity{});
+    const double few = static_cast<double>(kFew);
+    EXPECT_EQ(order.equal_range(few).size(), 1u);
+    EXPECT_EQ(order.lower_bound(few) - order.begin(), 2);
+    EXPECT_EQ(order.upper_bound(-0.5) - order.begin(), 1);
+    EXPECT_EQ(order.upper_bound(0x1p63) - order.begin(), 5);
+    EXPECT_EQ(order.lower_bound(-INFINITY) - order.begin(), 0);
+    const Table<char, std::identity{}> letters = {static_cast<char>(-1), 'b'};
+    EXPECT_TRUE(letters.contains(98u) && !letters.contains(255u + 98u));
+}
+
+// Catches a change that is half done when the function that makes it throws.
+TEST(Table_Update, AColumnThatNothingDependsOnIsWhatItWasWhenItsChangeThrows) {
+    Cities cities = {{"one", 1}};
+    const auto change = [](std::int16_t& code) { code = 7, throw std::runtime_error("no"); };
+    EXPECT_THROW(cities.update("one", &City::Code, change), std::runtime_error);
+    EXPECT_EQ(cities.at("one").Code, 1);
 }
 
 // Catches an own hash or equality that is passed by.
@@ -94,21 +119,28 @@ TEST(Table_Order, AHandleOutlivesItsOrderEmptyAndFollowsItsTable) {
     EXPECT_THROW(static_cast<void>(order[0]), std::out_of_range);
 }
 
-// Catches a merge that leaves a record in neither table or in both.
+// Catches a merge that leaves a record in neither table or in both, and an addition that has found
+// room for a full block of an order and loses it again.
 TEST(Table_Merge, ARecordThatFindsNoMemoryStaysWhereItWas) {
-    for (std::int64_t failing = 1;; ++failing) {
-        Cities here, there = {{"a", 1}, {"b", 2}, {"c", 3}};
-        const auto order = here.order(&City::Code);
-        FailAllocation(failing);
-        try {
-            here.merge(there);
-        } catch (const std::bad_alloc&) {
+    for (const int held : {0, 63, 256}) {
+        bool failed = true;
+        for (std::int64_t failing = 1; failed; ++failing) {
+            Cities here, there = {{"a city", 1}, {"b", 2}, {"c", 3}};
+            const auto byCode = here.order(&City::Code);
+            const auto byName = here.order(&City::Name);
+            for (int i = 0; i < held; ++i)
+                here.insert({"a city by the number " + std::to_string(i)});
+            FailAllocation(failing);
+            try {
+                here.merge(there);
+            } catch (const std::bad_alloc&) {
+            }
+            failed = AllocationHasFailed();
+            FailAllocation(0);
+            EXPECT_EQ(here.size() + there.size(), static_cast<std::size_t>(held) + 3);
+            EXPECT_EQ(byCode.size(), here.size());
+            EXPECT_TRUE(std::ranges::is_sorted(byName, {}, &City::Name));
         }
-        const bool failed = AllocationHasFailed();
-        FailAllocation(0);
-        EXPECT_EQ(here.size() + there.size(), 3u);
-        EXPECT_EQ(order.size(), here.size());
-        if (!failed) break;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -84,10 +85,11 @@ class ColumnList {
         if constexpr (kHasText && std::is_same_v<PlainOf<Asked>, PlainOf<First>>) {
             prefix = Turned(SortPrefix(value, lead));
             return true;
-        } else if constexpr (Countable<Asked> && Countable<First>) {
-            if (!std::in_range<First>(value)) return false;
-            prefix = Turned(SortPrefix(static_cast<First>(value), 0));
-            return true;
+        } else if constexpr (std::is_arithmetic_v<Asked> && std::is_arithmetic_v<First> &&
+                             kHasPrefix && !std::is_same_v<Asked, First>) {
+            const std::optional<First> same = SameNumber<First>(value);
+            if (same) prefix = Turned(SortPrefix(*same, 0));
+            return same.has_value();
         } else if constexpr (std::is_same_v<Asked, First> && kHasPrefix) {
             prefix = Turned(SortPrefix(value, 0));
             return true;

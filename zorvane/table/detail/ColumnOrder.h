@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -15,6 +16,16 @@
 #include "zorvane/table/detail/KeptOrder.h"
 
 namespace zorvane::detail {
+
+// The units with which all texts of the first column begin: past these, prefixes tell most.
+template <class Record, class List>
+[[nodiscard]] std::size_t CommonLead(const RecordStore<Record>& records, const List& columns) {
+    if (records.Count() == 0) return 0;
+    std::size_t lead = std::numeric_limits<std::size_t>::max();
+    for (std::int32_t position = 1; position <= records.Count() && lead != 0; ++position)
+        lead = std::min(lead, columns.SharedLeadOf(records.At(1), records.At(position)));
+    return lead;
+}
 
 // The numbers of a store's records in the order of columns; ties stand as in the store.
 template <class Record, class List>
@@ -26,10 +37,12 @@ template <class Record, class List>
     };
     std::vector<Element> elements;
     elements.reserve(static_cast<std::size_t>(records.Count()));
+    std::size_t lead = 0;
+    if constexpr (List::kHasText) lead = CommonLead(records, columns);
     for (std::int32_t position = 1; position <= records.Count(); ++position) {
         const RecordNumber number = records.NumberAt(position);
         std::uint64_t prefix = 0;
-        if constexpr (List::kHasPrefix) prefix = columns.PrefixOf(records.OfNumber(number), 0);
+        if constexpr (List::kHasPrefix) prefix = columns.PrefixOf(records.OfNumber(number), lead);
         elements.push_back({prefix, number});
     }
     SortByBuckets(

@@ -1,7 +1,7 @@
 #pragma once
 // KeptOrder: an order that a table keeps, without what its columns are.
 //
-// A change of one record goes in three steps: Prepare and then Seek for every order, which may fail
+// A change of one record goes in three steps: Seek and then Prepare for every order, which may fail
 // and change nothing, and then Insert, Move or Remove, which cannot. Detached from its table it is
 // empty.
 
@@ -42,6 +42,7 @@ class KeptOrder {
     [[nodiscard]] virtual bool LooksAt(MemberName member) const noexcept = 0;
     [[nodiscard]] virtual bool Ties(const Record& left, const Record& right) const = 0;
 
+    // Behind Seek, which may lay out anew what this makes room in.
     void Prepare() { numbers_.PrepareInsert(records_->LeastNumber(), records_->Places()); }
     // Finds the place of a record that is to come.
     virtual void Seek(const Record& record) = 0;

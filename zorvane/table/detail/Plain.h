@@ -4,6 +4,7 @@
 #include <compare>
 #include <concepts>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -48,12 +49,6 @@ Plain(const T& value) noexcept {
     return value;
 }
 
-// The integers that std::in_range takes.
-template <class T>
-concept Countable = std::integral<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char> &&
-                    !std::is_same_v<T, wchar_t> && !std::is_same_v<T, char8_t> &&
-                    !std::is_same_v<T, char16_t> && !std::is_same_v<T, char32_t>;
-
 template <class T>
 [[nodiscard]] std::weak_ordering CompareFloats(T left, T right) noexcept {
     if (left < right) return std::weak_ordering::less;
@@ -61,6 +56,56 @@ template <class T>
     if (left == right) return std::weak_ordering::equivalent;
     // What is no number stands behind all that are.
     return (left != left) <=> (right != right);
+}
+
+// A whole number and another, neither of which every number of the other's type can be.
+template <std::integral Whole, std::floating_point Float>
+[[nodiscard]] std::weak_ordering CompareWholeWith(Whole whole, Float number) noexcept {
+    constexpr auto kPast =
+        static_cast<Float>(Whole{1} << (std::numeric_limits<Whole>::digits - 1)) * 2;
+    constexpr Float kLeast = std::is_signed_v<Whole> ? -kPast : Float{0};
+    // Behind all numbers stands what is none.
+    if (!(number < kPast)) return std::weak_ordering::less;
+    if (number < kLeast) return std::weak_ordering::greater;
+    const auto towardsZero = static_cast<Whole>(number);
+    if (whole != towardsZero) return whole <=> towardsZero;
+    return CompareFloats(static_cast<Float>(towardsZero), number);
+}
+
+// Numbers of any two types, by value.
+template <class A, class B>
+requires std::is_arithmetic_v<A> && std::is_arithmetic_v<B>
+[[nodiscard]] std::weak_ordering CompareNumbers(A left, B right) noexcept {
+    if constexpr (std::integral<A> && std::integral<B>) {
+        // Promoted, a letter and a truth value are numbers like others.
+        if (std::cmp_less(+left, +right)) return std::weak_ordering::less;
+        return std::cmp_less(+right, +left) ? std::weak_ordering::greater
+                                            : std::weak_ordering::equivalent;
+    } else if constexpr (std::integral<A>) {
+        return CompareWholeWith(+left, right);
+    } else if constexpr (std::integral<B>) {
+        return 0 <=> CompareWholeWith(+right, left);
+    } else {
+        using Common = std::common_type_t<A, B>;
+        return CompareFloats(static_cast<Common>(left), static_cast<Common>(right));
+    }
+}
+
+// The same number in another type; none where that has no such number.
+template <class To, class From>
+requires std::is_arithmetic_v<To> && std::is_arithmetic_v<From>
+[[nodiscard]] std::optional<To> SameNumber(From value) noexcept {
+    using Limits = std::numeric_limits<To>;
+    // A conversion beyond the limits is undefined; and none of them holds what is no number.
+    if (CompareNumbers(value, Limits::lowest()) < 0 || CompareNumbers(value, Limits::max()) > 0) {
+        if constexpr (std::floating_point<To> && std::floating_point<From>) {
+            if (value == std::numeric_limits<From>::infinity()) return Limits::infinity();
+            if (value == -std::numeric_limits<From>::infinity()) return -Limits::infinity();
+        }
+        return std::nullopt;
+    }
+    const auto converted = static_cast<To>(value);
+    return CompareNumbers(converted, value) == 0 ? std::optional(converted) : std::nullopt;
 }
 
 // How two values stand to one another; a total order for values of one type, unless their own
@@ -71,17 +116,8 @@ template <class A, class B>
     using Right = PlainOf<B>;
     if constexpr (!std::is_same_v<Left, A> || !std::is_same_v<Right, B>) {
         return CompareValues<Left, Right>(Plain(left), Plain(right));
-    } else if constexpr (Countable<A> && Countable<B>) {
-        if (std::cmp_less(left, right)) return std::weak_ordering::less;
-        return std::cmp_less(right, left) ? std::weak_ordering::greater
-                                          : std::weak_ordering::equivalent;
     } else if constexpr (std::is_arithmetic_v<A> && std::is_arithmetic_v<B>) {
-        using Common = std::common_type_t<A, B>;
-        if constexpr (std::is_floating_point_v<Common>) {
-            return CompareFloats(static_cast<Common>(left), static_cast<Common>(right));
-        } else {
-            return static_cast<Common>(left) <=> static_cast<Common>(right);
-        }
+        return CompareNumbers(left, right);
     } else if constexpr (requires {
                              { left <=> right } -> std::convertible_to<std::weak_ordering>;
                          }) {

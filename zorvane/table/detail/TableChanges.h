@@ -13,6 +13,22 @@ namespace zorvane {
 #define ZORVANE_TABLE template <class Record, auto kKey, class Hash, class Equal>
 #define ZORVANE_TABLE_OF Table<Record, kKey, Hash, Equal>
 
+namespace detail {
+
+// What can be copied is what it was if the change throws.
+template <class Member, class Change>
+void ChangeMember(Member& member, Change& change) {
+    if constexpr (std::copy_constructible<Member> && std::is_nothrow_swappable_v<Member>) {
+        Member changed(std::as_const(member));
+        std::invoke(change, changed);
+        Exchange(member, changed);
+    } else {
+        std::invoke(change, member);
+    }
+}
+
+}  // namespace detail
+
 ZORVANE_TABLE
 auto ZORVANE_TABLE_OF::Add(Record&& record) -> Added {
     const std::uint32_t hash = keys_.HashOfRecord(record);
@@ -27,8 +43,10 @@ const Record* ZORVANE_TABLE_OF::AddNew(Record&& record, std::uint32_t hash) {
     const std::int32_t position = records_.Count() + 1;
     records_.Reserve(position);
     index_.Reserve(Count() + 1);
-    for (const auto& order : orders_) order->Prepare();
-    for (const auto& order : orders_) order->Seek(record);
+    for (const auto& order : orders_) {
+        order->Seek(record);
+        order->Prepare();
+    }
     const RecordNumber number = records_.Open(position);
     const Record* const added = std::construct_at(&records_.OfNumber(number), std::move(record));
     for (const auto& order : orders_) order->Insert(number);
@@ -104,8 +122,8 @@ void ZORVANE_TABLE_OF::FindPlaces(RecordNumber number, const Record& record) {
         detail::RaiseKeyInUse(detail::KeyWords<key_type>(keys_.Of(record)));
     for (const auto& order : orders_) {
         if (!order->Joins()) continue;
-        order->Prepare();
         order->SeekFor(number, record);
+        order->Prepare();
     }
 }
 
@@ -131,7 +149,7 @@ void ZORVANE_TABLE_OF::ChangeColumn(RecordNumber number, Column column, Change& 
         matters = matters || order->Joins();
     }
     if (!matters) {
-        std::invoke(change, records_.OfNumber(number).*column);
+        detail::ChangeMember(records_.OfNumber(number).*column, change);
     } else if constexpr (std::copy_constructible<Record>) {
         auto changeMember = [&](Record& changed) { std::invoke(change, changed.*column); };
         ChangeWhole(number, changeMember);
@@ -180,8 +198,8 @@ void ZORVANE_TABLE_OF::FollowOrDrop(RecordNumber number) noexcept {
     std::erase_if(orders_, [&](const auto& order) {
         if (!order->Joins()) return false;
         try {
-            order->Prepare();
             order->SeekFor(number, records_.OfNumber(number));
+            order->Prepare();
         } catch (...) {
             order->Detach();
             return true;

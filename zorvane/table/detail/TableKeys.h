@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -66,9 +67,9 @@ class TableKeys {
     auto As(const Asked& key, Look&& look) const {
         if constexpr (std::is_same_v<Asked, Key> || kByItself || kSamePlain<Asked>) {
             return look(key);
-        } else if constexpr (Countable<Asked> && Countable<Key>) {
-            using Result = decltype(look(static_cast<Key>(key)));
-            return std::in_range<Key>(key) ? look(static_cast<Key>(key)) : Result();
+        } else if constexpr (std::is_arithmetic_v<Asked> && std::is_arithmetic_v<Key>) {
+            const std::optional<Key> same = SameNumber<Key>(key);
+            return same ? look(*same) : decltype(look(*same))();
         } else {
             return look(static_cast<const Key&>(Key(key)));
         }
