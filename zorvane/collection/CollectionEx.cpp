@@ -73,7 +73,7 @@ std::int32_t CollectionEx::PlaceFor(const CollectionExAdd& options) const {
     return Count() + 1;
 }
 
-void CollectionEx::Remove(const Variant& vKeyIndex, bool Quiet) {
+void CollectionEx::RemoveNamed(const Variant& vKeyIndex, bool Quiet) {
     std::int32_t position = 0;
     if (vKeyIndex.IsText()) {
         const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());

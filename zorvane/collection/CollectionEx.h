@@ -13,7 +13,6 @@
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 
-#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -21,6 +20,7 @@
 
 #include "zorvane/platform/Build.h"
 #include "zorvane/platform/CaseMapping.h"
+#include "zorvane/platform/EntryName.h"
 #include "zorvane/platform/Enumerator.h"
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Object.h"
@@ -38,8 +38,9 @@ struct CollectionExAdd {
     bool Replace = false;  ///< a key that is present gets the new item instead of raising 457
 };
 
-/// A vKeyIndex that holds a text is a key; anything else is converted to a 32-bit position (raises
-/// 6 or 13 where it has no such form).
+/// A vKeyIndex that is or holds a text is a key, in any form; anything else is converted to a
+/// 32-bit position (a tagged value raises 6 or 13 where it has no such form; a whole number that 32
+/// bits do not hold is out of range).
 class ZORVANE_EXPORT CollectionEx : public Object {
     struct Record {
         using Relocatable = void;
@@ -70,7 +71,12 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     void SetMemory(std::int32_t InitialSize, std::int32_t GrowStep, float TableRatio);
     /// Removes every entry. Kept: Sorted stays as it is.
     void Clear() noexcept;
+    /// @{
+    /// How many entries there are.
     [[nodiscard]] std::int32_t Count() const noexcept { return records_.Count(); }
+    [[nodiscard]] std::size_t size() const noexcept { return static_cast<std::size_t>(Count()); }
+    [[nodiscard]] bool empty() const noexcept { return Count() == 0; }
+    /// @}
 
     /// While Sorted() the place follows from the key, and Before and After are ignored, even both.
     /// Raises 457 for a key that is present (unless Replace), and for a new key on an unsorted
@@ -79,31 +85,33 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     void Add(Variant Item, Text Key, const CollectionExAdd& Options = {});
 
     /// Raises 5 for an absent key and 9 for a position outside 1..Count().
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
-        return records_.OfNumber(NumberOf(vKeyIndex)).Item;
+    template <NamesEntry T>
+    [[nodiscard]] Variant Item(const T& vKeyIndex) const {
+        if constexpr (WholePosition<T>) {  // what loops ask by, with no tagged value made of it
+            const Record* const record = records_.Find(AsPosition(vKeyIndex));
+            if (!record) RaisePlatform(PlatformError::OutOfRange);
+            return record->Item;
+        } else {
+            return ItemNamed(NameOf(vKeyIndex));
+        }
     }
-    /// The same for what loops ask by, with no tagged value made of it.
-    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) const {
-        const Record* const record = records_.Find(position);
-        if (!record) RaisePlatform(PlatformError::OutOfRange);
-        return record->Item;
-    }
-    /// @{
     /// The same where it lies, or null where there is none: nothing is copied, and only what
     /// converts to no position raises. A position is converted as Item does it, unlike Exists. The
     /// pointer ends with the next change of the collection.
-    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const {
-        if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
-        const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
-        return number ? &records_.OfNumber(*number).Item : nullptr;
+    template <NamesEntry T>
+    [[nodiscard]] const Variant* FindItem(const T& vKeyIndex) const noexcept(WholePosition<T>) {
+        if constexpr (WholePosition<T>) {
+            const Record* const record = records_.Find(AsPosition(vKeyIndex));
+            return record ? &record->Item : nullptr;
+        } else {
+            return FindItemNamed(NameOf(vKeyIndex));
+        }
     }
-    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) const noexcept {
-        const Record* const record = records_.Find(position);
-        return record ? &record->Item : nullptr;
-    }
-    /// @}
     /// As Item; Quiet: nothing happens instead of 5 and 9.
-    void Remove(const Variant& vKeyIndex, bool Quiet = false);
+    template <NamesEntry T>
+    void Remove(const T& vKeyIndex, bool Quiet = false) {
+        RemoveNamed(ConvertibleNameOf(vKeyIndex), Quiet);
+    }
 
     /// The items as they stood at the first enumeration since the last Add or Clear.
     /// Kept: what Remove took away in between still shows.
@@ -111,16 +119,22 @@ class ZORVANE_EXPORT CollectionEx : public Object {
 
     /// Whether a key is present; of any other value, whether it lies in 1..Count().
     /// Kept: it is compared as it stands, so 2.5 is present in a collection of three.
-    [[nodiscard]] bool Exists(const Variant& vKeyIndex) const {
-        if (vKeyIndex.IsText()) [[likely]]
-            return FindKey(vKeyIndex.TextUnchecked()) != nullptr;
-        const double value = vKeyIndex.ToDouble();
-        return value >= 1 && value <= Count();
+    template <NamesEntry T>
+    [[nodiscard]] bool Exists(const T& vKeyIndex) const {
+        return ExistsNamed(NameOf(vKeyIndex));
     }
+    /// @{
     /// The position of a key, or -1.
     [[nodiscard]] std::int32_t Index(const Text& Key) const;
+    [[nodiscard]] std::int32_t Index(const PlainKey auto& Key) const {
+        return IndexNamed(NameOf(Key));
+    }
+    /// @}
+    /// @{
     /// The key at a position, lower-cased. Raises 9 outside 1..Count().
     [[nodiscard]] Text Key(std::int32_t Position) const;
+    [[nodiscard]] Text Key(OtherInteger auto Position) const { return Key(AsPosition(Position)); }
+    /// @}
 
     [[nodiscard]] bool Sorted() const noexcept { return sorted_; }
     /// True sorts by key, O(n log^2 n) at worst; False leaves the order as it is.
@@ -150,6 +164,17 @@ class ZORVANE_EXPORT CollectionEx : public Object {
         const auto at = static_cast<std::uint32_t>(position) - 1;
         if (at >= static_cast<std::uint32_t>(Count())) RaisePlatform(PlatformError::OutOfRange);
     }
+    [[nodiscard]] bool ExistsNamed(const Variant& vKeyIndex) const {
+        if (vKeyIndex.IsText()) [[likely]]
+            return FindKey(vKeyIndex.TextUnchecked()) != nullptr;
+        const double value = vKeyIndex.ToDouble();
+        return value >= 1 && value <= Count();
+    }
+    [[nodiscard]] const Variant* FindItemNamed(const Variant& vKeyIndex) const {
+        if (!vKeyIndex.IsText()) return FindItem(vKeyIndex.ToLong());
+        const RecordNumber* const number = FindKey(vKeyIndex.TextUnchecked());
+        return number ? &records_.OfNumber(*number).Item : nullptr;
+    }
     // The entry that has a key: mostly the one with the same text.
     [[nodiscard]] const RecordNumber* FindKey(const Text& key) const noexcept {
         if (!index_.IsPlain()) [[unlikely]]
@@ -170,6 +195,12 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
         return index_.IsStrict() ? HashExactly(key, Sameness::LowerCase) : key.FoldedHash();
     }
+    [[nodiscard]] std::int32_t IndexNamed(const Variant& key) const {
+        return Index(key.TextUnchecked());
+    }
+    [[nodiscard]] Variant ItemNamed(const Variant& vKeyIndex) const {
+        return records_.OfNumber(NumberOf(vKeyIndex)).Item;
+    }
     void MakeRoom();
     // The entry of a key (raises 5) or at a position (raises 9).
     [[nodiscard]] RecordNumber NumberOf(const Variant& vKeyIndex) const {
@@ -185,6 +216,7 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     [[nodiscard]] std::int32_t PlaceFor(const CollectionExAdd& options) const;
     void Rehash(std::int32_t capacity);
     void ReleaseAll() noexcept;
+    void RemoveNamed(const Variant& vKeyIndex, bool Quiet);
     void SortRecords();
 
     RecordStore<Record> records_;

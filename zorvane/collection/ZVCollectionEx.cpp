@@ -177,7 +177,7 @@ Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) c
     }
 }
 
-bool ZVCollectionEx::Exists(const Variant& vKeyIndex, std::int32_t& Index) const {
+bool ZVCollectionEx::ExistsNamed(const Variant& vKeyIndex, std::int32_t& Index) const {
     const Entry found = FindEntry(vKeyIndex);
     if (vKeyIndex.IsText()) Index = found.Position != 0 ? found.Position : Count() + 1;
     return found.Position != 0;
@@ -211,11 +211,6 @@ std::int32_t ZVCollectionEx::HashCodeOf(RecordNumber number) const noexcept {
 bool ZVCollectionEx::HasKeyLike(RecordNumber number, const Text& key) const noexcept {
     const Text& own = records_.OfNumber(number).Key;
     return EqualTexts(own, key, CompareMode::Text) && HashCodeOf(number) == HashOf(key);
-}
-
-Text ZVCollectionEx::Key(std::int32_t Index) const {
-    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
-    return records_.At(Index).Key;
 }
 
 Enumerator ZVCollectionEx::NewEnum() const {
@@ -258,7 +253,7 @@ void ZVCollectionEx::Rehash(std::int32_t capacity) noexcept {
     seats_.Drop();
 }
 
-Variant ZVCollectionEx::Remove(const Variant& vKeyIndex, bool ReturnItem) {
+Variant ZVCollectionEx::RemoveNamed(const Variant& vKeyIndex, bool ReturnItem) {
     const Entry entry = FindEntry(vKeyIndex);
     if (entry.Position == 0) [[unlikely]] {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, vKeyIndex);

@@ -17,7 +17,6 @@
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 
-#include <concepts>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -77,54 +76,62 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     [[nodiscard]] Variant CopyItemValue(std::int32_t Index, std::int32_t Column) const;
 
     /// As in a key list, and look-ups never re-sort here.
-    [[nodiscard]] bool Contains(const Variant& vKeyIndex) const noexcept {
-        return FindRecord(vKeyIndex) != nullptr;
+    template <NamesEntry T>
+    [[nodiscard]] bool Contains(const T& vKeyIndex) const noexcept(kNamesAtOnce<T>) {
+        return FindRecord(NameOf(vKeyIndex)) != nullptr;
     }
-    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) const noexcept {
-        return ItemIn(FindRecord(vKeyIndex));
+    template <NamesEntry T>
+    [[nodiscard]] const Variant* FindItem(const T& vKeyIndex) const noexcept(kNamesAtOnce<T>) {
+        if constexpr (WholePosition<T>) {
+            return ItemIn(records_.Find(AsPosition(vKeyIndex)));
+        } else {
+            return ItemIn(FindRecord(NameOf(vKeyIndex)));
+        }
     }
-    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) const noexcept {
-        return ItemIn(records_.Find(position));
+    template <NamesEntry T>
+    [[nodiscard]] Variant Item(const T& vKeyIndex) const {
+        if constexpr (WholePosition<T>) {
+            return ItemAt(vKeyIndex);
+        } else {
+            return Find(NameOf(vKeyIndex), kItemMember).Item;
+        }
     }
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const {
-        return Find(vKeyIndex, kItemMember).Item;
+    template <NamesEntry T>
+    [[nodiscard]] std::int32_t ItemLong(const T& vKeyIndex) const {
+        return Find(NameOf(vKeyIndex), kItemLongMember).ItemLong;
     }
-    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) const {
-        return ItemAt(position);
+    template <NamesEntry T>
+    [[nodiscard]] Text ItemString(const T& vKeyIndex) const {
+        return Find(NameOf(vKeyIndex), kItemStringMember).ItemString;
     }
-    [[nodiscard]] std::int32_t ItemLong(const Variant& vKeyIndex) const {
-        return Find(vKeyIndex, kItemLongMember).ItemLong;
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemFn(const T& vKeyIndex, Variant& Value) const noexcept(kNamesAtOnce<T>) {
+        return Fetch(FindRecord(NameOf(vKeyIndex)), &CollectionRecord::Item, Value);
     }
-    [[nodiscard]] Text ItemString(const Variant& vKeyIndex) const {
-        return Find(vKeyIndex, kItemStringMember).ItemString;
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemLongFn(const T& vKeyIndex, std::int32_t& Value) const
+        noexcept(kNamesAtOnce<T>) {
+        return Fetch(FindRecord(NameOf(vKeyIndex)), &CollectionRecord::ItemLong, Value);
     }
-    [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) const noexcept {
-        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::Item, Value);
-    }
-    [[nodiscard]] bool ItemLongFn(const Variant& vKeyIndex, std::int32_t& Value) const noexcept {
-        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::ItemLong, Value);
-    }
-    [[nodiscard]] bool ItemStringFn(const Variant& vKeyIndex, Text& Value) const noexcept {
-        return Fetch(FindRecord(vKeyIndex), &CollectionRecord::ItemString, Value);
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemStringFn(const T& vKeyIndex, Text& Value) const
+        noexcept(kNamesAtOnce<T>) {
+        return Fetch(FindRecord(NameOf(vKeyIndex)), &CollectionRecord::ItemString, Value);
     }
 
     /// Whether a key or position names an entry. A key: Index receives its position, or Count()+1.
     /// A position leaves Index as it is. Never re-sorts.
-    [[nodiscard]] bool Exists(const Variant& vKeyIndex, std::int32_t& Index) const;
+    template <NamesEntry T>
+    [[nodiscard]] bool Exists(const T& vKeyIndex, std::int32_t& Index) const {
+        return ExistsNamed(NameOf(vKeyIndex), Index);
+    }
 
     [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
     /// Clamped to 128..32768; sets the capacity to Count() + Granularity.
     void SetGranularity(std::int32_t value);
 
-    /// The key at a position. Raises 28500 outside 1..Count().
-    [[nodiscard]] Text Key(std::int32_t Index) const;
-
     /// The items in position order as they stand now.
     [[nodiscard]] Enumerator NewEnum() const;
-
-    /// Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
-    /// raises 28500 with ReturnItem, else gives the Integer 0.
-    Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
 
     bool Sort();
 
@@ -153,6 +160,7 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
 
     void Append(SourceRecord source);
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
+    [[nodiscard]] bool ExistsNamed(const Variant& vKeyIndex, std::int32_t& Index) const;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
     [[nodiscard]] Entry FindEntry(const Variant& vKeyIndex) const noexcept {
         if (!vKeyIndex.IsText()) return EntryAt(Classify(vKeyIndex).Position);
@@ -199,6 +207,7 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     void NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept;
     [[nodiscard]] static SourceRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;
+    Variant RemoveNamed(const Variant& vKeyIndex, bool ReturnItem);
     template <class NewNumberOf>
     void Renumbered(NewNumberOf&& newNumberOf) noexcept {
         index_.Renumber(newNumberOf);

@@ -174,11 +174,6 @@ bool KeyListEX::HasKeyLike(RecordNumber number, const Text& key) const noexcept 
            EqualTexts(records_.OfNumber(number).Key, key, CompareMode::Text);
 }
 
-Text KeyListEX::Key(std::int32_t Index) const {
-    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
-    return records_.At(Index).Key;
-}
-
 // Where a key stands, or belongs when it does not. May re-sort by key.
 auto KeyListEX::Look(Text key) -> Search {
     if (Sorted()) {
@@ -238,7 +233,7 @@ KeyListRecord KeyListEX::ReadRecord(Object& source, std::int32_t index) {
     return record;
 }
 
-Variant KeyListEX::Remove(const Variant& vKeyIndex, bool ReturnItem) {
+Variant KeyListEX::RemoveNamed(const Variant& vKeyIndex, bool ReturnItem) {
     // Let go at the end, as what it holds may be the last of its kind and use the list.
     const ItemSnapshot stale = std::exchange(snapshot_, nullptr);
     const bool reorders = ReordersFor(vKeyIndex);
@@ -276,7 +271,7 @@ void KeyListEX::SetGranularity(std::int32_t value) noexcept {
 }
 
 void KeyListEX::SetKey(std::int32_t Index, Text value) {
-    if (Index < 1 || Index > Count()) RaiseError(Failure::NoItem, u"::Key", kIndexLabel, Index);
+    static_cast<void>(KeyAt(Index));  // raises where there is none
     if (Unique() && Look(value).Found) {
         RaiseError(Failure::KeyPresent, u"::Key", kKeyLabel, value);
     }

@@ -78,23 +78,21 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] std::int32_t Granularity() const noexcept { return settings_.Granularity; }
     void SetGranularity(std::int32_t value) noexcept;  ///< clamped to 16..32768
 
-    /// The key at a position. Raises 28500 outside 1..Count().
-    [[nodiscard]] Text Key(std::int32_t Index) const;
     /// Renames an entry and, while Sorted, re-sorts by the current column. Raises 28500 outside
     /// 1..Count() and, while Unique, 28501 when the key is in use, be it by the entry itself.
     /// Raises 13, renamed already, when it re-sorts by an item that has no text form. Kept: while
     /// ordered by another column, the search for the new key re-sorts first, and the entry that
     /// then stands at the position is the one renamed.
     void SetKey(std::int32_t Index, Text value);
+    void SetKey(OtherInteger auto Index, Text value) {
+        static_cast<void>(KeyAt(Index));  // raises where there is none
+        SetKey(AsPosition(Index), std::move(value));
+    }
 
     /// The items as they stood when the first enumeration since the last Add, Remove or Clear
     /// began. Kept: assignments and sorts in between do not show. Raises 457 when a key occurs
     /// twice, unit for unit.
     [[nodiscard]] Enumerator NewEnum();
-
-    /// Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
-    /// raises 28500 with ReturnItem, else gives the Integer 0.
-    Variant Remove(const Variant& vKeyIndex, bool ReturnItem = false);
 
     friend ZORVANE_EXPORT void swap(KeyListEX& left, KeyListEX& right) noexcept;
 
@@ -147,6 +145,7 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] Search Look(Text key);
     void MakeRoom();
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
+    Variant RemoveNamed(const Variant& vKeyIndex, bool ReturnItem);
     void Rename(RecordNumber number, Text& key) noexcept;
     template <class NewNumberOf>
     void Renumbered(NewNumberOf&& newNumberOf) noexcept {

@@ -144,7 +144,7 @@ void Collection::LinkAll() noexcept {
     }
 }
 
-void Collection::Remove(const Variant& vKeyIndex) {
+void Collection::RemoveNamed(const Variant& vKeyIndex) {
     const Entry& doomed = Find(vKeyIndex);
     const std::size_t at = IndexOf(doomed);
     if (doomed.Keyed) Unlink(doomed);

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/EntryName.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 
@@ -27,8 +28,9 @@ struct CollectionAdd {
     std::optional<Variant> After = {};
 };
 
-/// A vKeyIndex that holds a text is a key (raises 5 when absent); any other converts to a 32-bit
-/// position 1..Count() (raises 9 outside, 6 or 13 when it has no such form).
+/// A vKeyIndex that is or holds a text is a key, in any form (raises 5 when absent); any other
+/// converts to a 32-bit position 1..Count() (raises 9 outside; of a tagged value, 6 or 13 when it
+/// has no such form).
 class ZORVANE_EXPORT Collection : public Object {
   public:
     class Iterator;
@@ -41,13 +43,24 @@ class ZORVANE_EXPORT Collection : public Object {
     /// Raises 457 for a key in use and 5 for both Before and After; a failed Add changes nothing.
     /// O(1) at either end, else O(distance to the nearer end).
     void Add(Variant item, CollectionAdd options = {});
+    /// @{
+    /// How many entries there are.
     [[nodiscard]] std::int32_t Count() const noexcept {
         return static_cast<std::int32_t>(order_.size());
     }
+    [[nodiscard]] std::size_t size() const noexcept { return order_.size(); }
+    [[nodiscard]] bool empty() const noexcept { return order_.empty(); }
+    /// @}
     /// O(1).
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) const { return Find(vKeyIndex).Item; }
+    template <NamesEntry T>
+    [[nodiscard]] Variant Item(const T& vKeyIndex) const {
+        return Find(ConvertibleNameOf(vKeyIndex)).Item;
+    }
     /// O(1) at either end, else O(distance to the nearer end).
-    void Remove(const Variant& vKeyIndex);
+    template <NamesEntry T>
+    void Remove(const T& vKeyIndex) {
+        RemoveNamed(ConvertibleNameOf(vKeyIndex));
+    }
 
     /// The items in order. An iterator survives additions and removals: it counts positions.
     [[nodiscard]] Iterator begin() const noexcept;
@@ -76,6 +89,7 @@ class ZORVANE_EXPORT Collection : public Object {
     }
     void Link(Entry& entry) noexcept;
     void LinkAll() noexcept;
+    void RemoveNamed(const Variant& vKeyIndex);
     void Renumber(std::size_t from, std::size_t to, std::int64_t distance) noexcept;
     void Unlink(const Entry& entry) noexcept;
 

@@ -120,6 +120,7 @@ class ZORVANE_EXPORT Text {
     friend ZORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Text& text);
 
   private:
+    friend class KeyInPlace;
     friend class TextMaker;
     struct Block {
         Block(std::uint32_t counted, std::uint32_t unitCount) noexcept

@@ -8,13 +8,13 @@
 ///   Columns()           the table of its sort columns
 ///   ReadRecord(source, i), Append(record)   for CopyFrom
 ///   FindRecord(v)       the record that a key or position names, or null; may re-sort
+///   RemoveNamed(v, returnItem)   Remove
 ///   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
 ///   kLookUpReorders     whether FindRecord may sort by key first
 ///   kTypeName, kItemStringMember
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -25,6 +25,7 @@
 
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Classes.h"
+#include "zorvane/platform/EntryName.h"
 #include "zorvane/platform/LateBound.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
@@ -77,59 +78,95 @@ class KeyedRecords : public Object {
     }
     /// @}
 
-    /// Whether a key or position names an entry. May re-sort by key, as may the look-ups below,
-    /// which are const in a class whose look-ups never do.
-    [[nodiscard]] bool Contains(const Variant& vKeyIndex) {
-        return Self().FindRecord(vKeyIndex) != nullptr;
+    /// @{
+    /// Count(), as generic code asks for it.
+    [[nodiscard]] std::size_t size() const noexcept { return static_cast<std::size_t>(Count()); }
+    [[nodiscard]] bool empty() const noexcept { return Count() == 0; }
+    /// @}
+
+    /// A vKeyIndex names an entry: by its key, a text in any form (no Text is made of one of up to
+    /// 256 units), or by its position from 1, a whole number of any type but a byte's (one that 32
+    /// bits do not hold is out of range). Whatever else a tagged value holds names none.
+    ///
+    /// Whether it names one. May re-sort by key, as may the look-ups below, which are const in a
+    /// class whose look-ups never do.
+    template <NamesEntry T>
+    [[nodiscard]] bool Contains(const T& vKeyIndex) {
+        return Self().FindRecord(NameOf(vKeyIndex)) != nullptr;
     }
 
-    /// The values of one entry, named by its key (a text) or its position from 1 (a 16- or 32-bit
-    /// integer). Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no such entry,
-    /// and for an argument of any other type. A look-up by key may re-sort by key: positions known
-    /// before it are then stale.
-    [[nodiscard]] Variant Item(const Variant& vKeyIndex) {
-        return Find(vKeyIndex, kItemMember).Item;
+    /// The values of one entry. Raises 28500 (as Number: kObjectErrorBase + 28500) when there is no
+    /// such entry. A look-up by key may re-sort by key: positions known before it are then stale.
+    template <NamesEntry T>
+    [[nodiscard]] Variant Item(const T& vKeyIndex) {
+        if constexpr (WholePosition<T>) {
+            return ItemAt(vKeyIndex);  // what loops ask by, with no tagged value made of it
+        } else {
+            return Find(NameOf(vKeyIndex), kItemMember).Item;
+        }
     }
-    /// The same for what loops ask by, with no tagged value made of it.
-    [[nodiscard]] Variant Item(std::same_as<std::int32_t> auto position) {
-        return ItemAt(position);
-    }
-    /// @{
     /// The same where it lies, or null where there is none: nothing is copied and nothing raised.
     /// The pointer ends with the next change of the container, a look-up that re-sorts included.
-    [[nodiscard]] const Variant* FindItem(const Variant& vKeyIndex) {
-        return ItemIn(Self().FindRecord(vKeyIndex));
+    template <NamesEntry T>
+    [[nodiscard]] const Variant* FindItem(const T& vKeyIndex) noexcept(WholePosition<T>) {
+        if constexpr (WholePosition<T>) {
+            return ItemIn(records_.Find(AsPosition(vKeyIndex)));
+        } else {
+            return ItemIn(Self().FindRecord(NameOf(vKeyIndex)));
+        }
     }
-    [[nodiscard]] const Variant* FindItem(std::same_as<std::int32_t> auto position) noexcept {
-        return ItemIn(records_.Find(position));
-    }
-    /// @}
-    void SetItem(const Variant& vKeyIndex, Variant value) {
+    template <NamesEntry T>
+    void SetItem(const T& vKeyIndex, Variant value) {
         // The old value dies with the argument, after the entry holds the new one.
-        swap(Find(vKeyIndex, kItemMember).Item, value);
+        swap(Find(NameOf(vKeyIndex), kItemMember).Item, value);
     }
-    [[nodiscard]] std::int32_t ItemLong(const Variant& vKeyIndex) {
-        return Find(vKeyIndex, kItemLongMember).ItemLong;
+    template <NamesEntry T>
+    [[nodiscard]] std::int32_t ItemLong(const T& vKeyIndex) {
+        return Find(NameOf(vKeyIndex), kItemLongMember).ItemLong;
     }
-    void SetItemLong(const Variant& vKeyIndex, std::int32_t value) {
-        Find(vKeyIndex, kItemLongMember).ItemLong = value;
+    template <NamesEntry T>
+    void SetItemLong(const T& vKeyIndex, std::int32_t value) {
+        Find(NameOf(vKeyIndex), kItemLongMember).ItemLong = value;
     }
-    [[nodiscard]] Text ItemString(const Variant& vKeyIndex) {
-        return Find(vKeyIndex, Derived::kItemStringMember).ItemString;
+    /// Raises 6, before anything is looked for, when the value does not fit.
+    template <NamesEntry T>
+    void SetItemLong(const T& vKeyIndex, OtherInteger auto value) {
+        SetItemLong(vKeyIndex, Variant(value).LongUnchecked());
     }
-    void SetItemString(const Variant& vKeyIndex, Text value) {
-        swap(Find(vKeyIndex, Derived::kItemStringMember).ItemString, value);
+    template <NamesEntry T>
+    [[nodiscard]] Text ItemString(const T& vKeyIndex) {
+        return Find(NameOf(vKeyIndex), Derived::kItemStringMember).ItemString;
+    }
+    template <NamesEntry T>
+    void SetItemString(const T& vKeyIndex, Text value) {
+        swap(Find(NameOf(vKeyIndex), Derived::kItemStringMember).ItemString, value);
     }
 
     /// Quiet look-ups: false and Value untouched when there is no such entry. They never raise.
-    [[nodiscard]] bool ItemFn(const Variant& vKeyIndex, Variant& Value) {
-        return Fetch(Self().FindRecord(vKeyIndex), &Record::Item, Value);
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemFn(const T& vKeyIndex, Variant& Value) {
+        return Fetch(Self().FindRecord(NameOf(vKeyIndex)), &Record::Item, Value);
     }
-    [[nodiscard]] bool ItemLongFn(const Variant& vKeyIndex, std::int32_t& Value) {
-        return Fetch(Self().FindRecord(vKeyIndex), &Record::ItemLong, Value);
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemLongFn(const T& vKeyIndex, std::int32_t& Value) {
+        return Fetch(Self().FindRecord(NameOf(vKeyIndex)), &Record::ItemLong, Value);
     }
-    [[nodiscard]] bool ItemStringFn(const Variant& vKeyIndex, Text& Value) {
-        return Fetch(Self().FindRecord(vKeyIndex), &Record::ItemString, Value);
+    template <NamesEntry T>
+    [[nodiscard]] bool ItemStringFn(const T& vKeyIndex, Text& Value) {
+        return Fetch(Self().FindRecord(NameOf(vKeyIndex)), &Record::ItemString, Value);
+    }
+
+    /// @{
+    /// The key at a position. Raises 28500 outside 1..Count().
+    [[nodiscard]] Text Key(std::int32_t Index) const { return KeyAt(Index); }
+    [[nodiscard]] Text Key(OtherInteger auto Index) const { return KeyAt(Index); }
+    /// @}
+
+    /// Removes an entry and gives its position (Long), or with ReturnItem the item. No such entry:
+    /// raises 28500 with ReturnItem, else gives the Integer 0.
+    template <NamesEntry T>
+    Variant Remove(const T& vKeyIndex, bool ReturnItem = false) {
+        return Self().RemoveNamed(NameOf(vKeyIndex), ReturnItem);
     }
 
     /// Sorts by the selected column in the current direction; false when none is selected or there
@@ -213,10 +250,14 @@ class KeyedRecords : public Object {
             return *record;
         RaiseMissing(member, vKeyIndex);
     }
-    [[nodiscard]] const Variant& ItemAt(std::int32_t position) const {
-        if (const Record* const record = records_.Find(position)) [[likely]]
+    [[nodiscard]] const Variant& ItemAt(WholePosition auto position) const {
+        if (const Record* const record = records_.Find(AsPosition(position))) [[likely]]
             return record->Item;
         RaiseNoItemAt(position);
+    }
+    [[nodiscard]] const Text& KeyAt(WholePosition auto index) const {
+        if (const Record* const record = records_.Find(AsPosition(index))) return record->Key;
+        RaiseNoKeyAt(WholeNumber(index));
     }
     template <class Field>
     static bool Fetch(const Record* record, Field Record::*field, Field& value) noexcept {
@@ -241,6 +282,9 @@ class KeyedRecords : public Object {
     }
     // True when a key search would find the records in the order that it assumes.
     [[nodiscard]] bool InSearchOrder() const noexcept { return records_.InOrder(Rule()); }
+    [[noreturn]] static void RaiseNoKeyAt(const Variant& index) {
+        RaiseError(Failure::NoItem, u"::Key", kIndexLabel, index);
+    }
     // Records that the keys stand in the order that a search assumes now, or in none.
     void NoteKeyOrder(bool ordered) noexcept {
         if (!ordered) hashTells_ = false;
@@ -294,8 +338,8 @@ class KeyedRecords : public Object {
                                                          const Variant& vKeyIndex) {
         RaiseError(Failure::NoItem, member, kKeyIndexLabel, vKeyIndex);
     }
-    [[noreturn, gnu::noinline]] static void RaiseNoItemAt(std::int32_t position) {
-        RaiseMissing(kItemMember, position);
+    [[noreturn, gnu::noinline]] static void RaiseNoItemAt(WholePosition auto position) {
+        RaiseMissing(kItemMember, WholeNumber(position));
     }
     [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
