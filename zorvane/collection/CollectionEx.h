@@ -13,8 +13,13 @@
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <optional>
+#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -25,8 +30,9 @@
 #include "zorvane/platform/Error.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
-#include "zorvane/runtime/ItemIterator.h"
+#include "zorvane/runtime/DoomedRecords.h"
 #include "zorvane/runtime/KeyIndex.h"
+#include "zorvane/runtime/RecordIterator.h"
 #include "zorvane/runtime/RecordStore.h"
 
 namespace zorvane {
@@ -38,6 +44,18 @@ struct CollectionExAdd {
     bool Replace = false;  ///< a key that is present gets the new item instead of raising 457
 };
 
+/// One entry to be added.
+struct NewCollectionExEntry {
+    Text Key;
+    Variant Item = {};
+};
+
+/// One entry: its key, lower-cased, and where its item lies until the collection changes.
+struct CollectionExEntry {
+    Text Key;
+    const Variant& Item;
+};
+
 /// A vKeyIndex that is or holds a text is a key, in any form; anything else is converted to a
 /// 32-bit position (a tagged value raises 6 or 13 where it has no such form; a whole number that 32
 /// bits do not hold is out of range).
@@ -47,11 +65,20 @@ class ZORVANE_EXPORT CollectionEx : public Object {
         Variant Item;
         Text Key;  // as given, until an order by key asks for its lower-cased form
     };
+    struct EntryOfRecord {
+        static CollectionExEntry Of(const Record& record) {
+            return {LowerCase(record.Key), record.Item};
+        }
+    };
 
   public:
-    using Iterator = ItemIterator<Record>;
+    using Iterator = RecordIterator<Record, ItemOfRecord>;
 
     CollectionEx() noexcept = default;
+    /// With these entries; raises what Add raises.
+    CollectionEx(std::initializer_list<NewCollectionExEntry> entries) : CollectionEx() {
+        Add(entries);
+    }
     CollectionEx(CollectionEx&& other) noexcept { swap(*this, other); }
     CollectionEx& operator=(CollectionEx&& other) noexcept {
         CollectionEx taken(std::move(other));
@@ -83,6 +110,10 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     /// collection 5 when both Before and After are given or their key is absent, 9 when their
     /// position is outside 1..Count(). Kept: a full collection grows before such an error.
     void Add(Variant Item, Text Key, const CollectionExAdd& Options = {});
+    /// Adds several; those before one that fails stay.
+    void Add(std::initializer_list<NewCollectionExEntry> entries) {
+        for (const NewCollectionExEntry& entry : entries) Add(entry.Item, entry.Key);
+    }
 
     /// Raises 5 for an absent key and 9 for a position outside 1..Count().
     template <NamesEntry T>
@@ -148,9 +179,27 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     /// it, so look-ups here go by the text's own hash instead.
     [[nodiscard]] static std::int32_t HashKey(const Text& Key);
 
-    /// The items in position order; any change of the collection ends the pass.
-    [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
-    [[nodiscard]] Iterator end() const noexcept { return {}; }
+    /// @{
+    /// The items in position order, a sized range with random access; any change of the collection
+    /// ends the pass.
+    [[nodiscard]] Iterator begin() const noexcept { return {records_, nullptr, 0}; }
+    [[nodiscard]] Iterator end() const noexcept { return Iterator::End(records_); }
+    /// @}
+    /// The same with the keys: `for (auto [key, item] : collection.Entries())`. A key with capitals
+    /// is made anew, so that shows as bad_alloc when memory runs out.
+    using EntryIterator = RecordIterator<Record, EntryOfRecord>;
+    [[nodiscard]] std::ranges::subrange<EntryIterator> Entries() const noexcept {
+        return {EntryIterator(records_, nullptr, 0), EntryIterator::End(records_)};
+    }
+
+    /// Removes every entry for which predicate(entry) holds, in one pass, and gives their number;
+    /// NewEnum's snapshot stays, as with Remove. The predicate, which is asked once of each in
+    /// position order and must not use the collection, may throw, and memory may run out: then
+    /// nothing changed. O(n).
+    template <std::predicate<CollectionExEntry> Predicate>
+    friend std::size_t erase_if(CollectionEx& collection, Predicate predicate) {
+        return collection.EraseIf(predicate);
+    }
 
     [[nodiscard]] Text TypeName() const override { return u"CollectionEx"; }
     Variant Call(std::u16string_view member, Arguments arguments = {}) override;
@@ -163,6 +212,20 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     void CheckIndex(std::int32_t position) const {
         const auto at = static_cast<std::uint32_t>(position) - 1;
         if (at >= static_cast<std::uint32_t>(Count())) RaisePlatform(PlatformError::OutOfRange);
+    }
+    template <class Predicate>
+    std::size_t EraseIf(Predicate& predicate) {
+        // Released at the end, when the collection is whole again.
+        DoomedRecords<Record> doomed(
+            records_,
+            [&](const Record& record) -> bool {
+                return std::invoke(predicate, EntryOfRecord::Of(record));
+            },
+            [&](RecordNumber number) { return IndexHash(records_.OfNumber(number).Key); });
+        if (doomed.Count() == 0) return 0;
+        doomed.Prepare(records_);
+        doomed.TakeOut(records_, index_, [](const auto&) {});
+        return doomed.Count();
     }
     [[nodiscard]] bool ExistsNamed(const Variant& vKeyIndex) const {
         if (vKeyIndex.IsText()) [[likely]]

@@ -178,13 +178,13 @@ Variant ZVCollectionEx::CopyItemValue(std::int32_t Index, std::int32_t Column) c
 }
 
 bool ZVCollectionEx::ExistsNamed(const Variant& vKeyIndex, std::int32_t& Index) const {
-    const Entry found = FindEntry(vKeyIndex);
+    const Entry found = LocateEntry(vKeyIndex);
     if (vKeyIndex.IsText()) Index = found.Position != 0 ? found.Position : Count() + 1;
     return found.Position != 0;
 }
 
 Variant ZVCollectionEx::Fail(Failure failure, const Text& key, bool raise) const {
-    if (raise) RaiseError(failure, u"::Add", kKeyLabel, key);
+    if (raise) RaiseError(failure, kAddMember, kKeyLabel, key);
     return QuietCode(failure);
 }
 
@@ -254,7 +254,7 @@ void ZVCollectionEx::Rehash(std::int32_t capacity) noexcept {
 }
 
 Variant ZVCollectionEx::RemoveNamed(const Variant& vKeyIndex, bool ReturnItem) {
-    const Entry entry = FindEntry(vKeyIndex);
+    const Entry entry = LocateEntry(vKeyIndex);
     if (entry.Position == 0) [[unlikely]] {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, vKeyIndex);
         return std::int16_t{0};

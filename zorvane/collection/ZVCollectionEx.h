@@ -19,6 +19,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <vector>
@@ -44,6 +45,8 @@ struct CollectionRecord {
 class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, CollectionRecord> {
   public:
     ZVCollectionEx();
+    /// With these entries; raises what Add raises.
+    ZVCollectionEx(std::initializer_list<NewEntry> entries) : ZVCollectionEx() { Add(entries); }
     ZVCollectionEx(ZVCollectionEx&& other) noexcept;
     ZVCollectionEx& operator=(ZVCollectionEx&& other) noexcept;
     ZVCollectionEx(const ZVCollectionEx&) = delete;  ///< CopyFrom copies
@@ -59,6 +62,7 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     /// is empty (28502): raised with ReturnItem, else returned as the Integer -28501, -28503 or
     /// -28500. A failure adds nothing, but may have grown the store or restored key order.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
+    using KeyedRecords::Add;
 
     /// Whether an entry has the key, by binary search; Index receives its position, or where the
     /// key belongs. Re-sorts by key first when another comparer is selected.
@@ -79,6 +83,12 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     template <NamesEntry T>
     [[nodiscard]] bool Contains(const T& vKeyIndex) const noexcept(kNamesAtOnce<T>) {
         return FindRecord(NameOf(vKeyIndex)) != nullptr;
+    }
+    using KeyedRecords::FindEntry;
+    template <NamesEntry T>
+    [[nodiscard]] FoundEntry<const CollectionRecord> FindEntry(const T& vKeyIndex) const
+        noexcept(kNamesAtOnce<T>) {
+        return FoundEntry(FindRecord(NameOf(vKeyIndex)));
     }
     template <NamesEntry T>
     [[nodiscard]] const Variant* FindItem(const T& vKeyIndex) const noexcept(kNamesAtOnce<T>) {
@@ -162,7 +172,7 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     [[nodiscard]] bool ExistsNamed(const Variant& vKeyIndex, std::int32_t& Index) const;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
-    [[nodiscard]] Entry FindEntry(const Variant& vKeyIndex) const noexcept {
+    [[nodiscard]] Entry LocateEntry(const Variant& vKeyIndex) const noexcept {
         if (!vKeyIndex.IsText()) return EntryAt(Classify(vKeyIndex).Position);
         const RecordNumber* const holder = Holder(vKeyIndex.TextUnchecked());
         return holder ? Entry{*holder, records_.PositionOf(*holder)} : Entry{};
@@ -204,6 +214,10 @@ class ZORVANE_EXPORT ZVCollectionEx : public KeyedRecords<ZVCollectionEx, Collec
                                  : records_.OfNumber(number).Key.FoldedHash();
     }
     void MakeRoom();
+    void NoteRemoved(const DoomedRecords<CollectionRecord>& doomed) noexcept {
+        doomed.ForEach([&](RecordNumber number) { NoteForeignCode(number, 0); });
+        seats_.Drop();
+    }
     void NoteForeignCode(RecordNumber number, std::int32_t hashCode) noexcept;
     [[nodiscard]] static SourceRecord ReadRecord(Object& source, std::int32_t index);
     void Rehash(std::int32_t capacity) noexcept;

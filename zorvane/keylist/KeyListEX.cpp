@@ -140,7 +140,7 @@ bool KeyListEX::Exists(Text Key, std::int32_t& Index) {
 }
 
 Variant KeyListEX::Fail(Failure failure, const Text& key, bool raise) const {
-    if (raise) RaiseError(failure, u"::Add", kKeyLabel, key);
+    if (raise) RaiseError(failure, kAddMember, kKeyLabel, key);
     return QuietCode(failure);
 }
 
@@ -239,20 +239,19 @@ Variant KeyListEX::RemoveNamed(const Variant& vKeyIndex, bool ReturnItem) {
     const bool reorders = ReordersFor(vKeyIndex);
     const Variant kept = reorders ? vKeyIndex : Variant();
     const Variant& named = reorders ? kept : vKeyIndex;
-    const Entry entry = FindEntry(named);
+    const Entry entry = LocateEntry(named);
     if (entry.Position == 0) [[unlikely]] {
         if (ReturnItem) RaiseError(Failure::NoItem, u"::Remove", kKeyLabel, named);
         return std::int16_t{0};
     }
     if (!named.IsText()) FetchAhead(records_, index_, entry.Position);
     records_.PrepareClose(entry.Position);
-    const std::uint32_t hash = IndexHash(records_.OfNumber(entry.Number).Key);
+    const std::uint32_t hash = IndexHashOf(entry.Number);
     // Released at the end, when the list is whole again.
     Taken<KeyListRecord> doomed(records_.OfNumber(entry.Number));
     records_.Close(entry.Position, entry.Number);
     index_.Erase(hash, entry.Number);
-    const std::int64_t spare = std::int64_t{capacity_} - Count();
-    if (Count() > 0 && spare > Granularity()) capacity_ = Count();
+    GiveBackRoom(Count());
     settings_.Changed = true;
     if (ReturnItem) return std::move(doomed->Item);
     return entry.Position;

@@ -18,6 +18,7 @@
 /// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <span>
 
@@ -40,6 +41,8 @@ struct KeyListRecord {
 class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
   public:
     KeyListEX();
+    /// With these entries; raises what Add raises: `KeyListEX list{{"Ada", "programs", 1815}}`.
+    KeyListEX(std::initializer_list<NewEntry> entries) : KeyListEX() { Add(entries); }
     KeyListEX(KeyListEX&& other) noexcept;
     KeyListEX& operator=(KeyListEX&& other) noexcept;
     KeyListEX(const KeyListEX&) = delete;  ///< CopyFrom copies
@@ -56,6 +59,7 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     /// raised with ReturnItem, else returned as the Integer -28501, -28500 or -28503. A failure
     /// adds nothing.
     Variant Add(Variant Item, Text Key, const AddOptions& Options = {});
+    using KeyedRecords::Add;
 
     /// Slots in the store: an addition that finds it full makes it Granularity more than Count()
     /// then is; it shrinks to Count() when more than Granularity slots stand spare after a removal
@@ -106,7 +110,7 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] static std::span<const SortColumn> Columns() noexcept;
     Variant Fail(Failure failure, const Text& key, bool raise) const;
     [[nodiscard]] std::optional<RecordNumber> FindKey(const Text& sought);
-    [[nodiscard]] Entry FindEntry(const Variant& vKeyIndex) {
+    [[nodiscard]] Entry LocateEntry(const Variant& vKeyIndex) {
         if (!vKeyIndex.IsText()) return EntryAt(Classify(vKeyIndex).Position);
         const auto number = FindKey(vKeyIndex.TextUnchecked());
         return number ? Entry{*number, records_.PositionOf(*number)} : Entry{};
@@ -142,8 +146,21 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     [[nodiscard]] std::uint32_t IndexHash(const Text& key) const noexcept {
         return index_.IsStrict() ? HashExactly(key, strictly_) : key.FoldedHash();
     }
+    [[nodiscard]] std::uint32_t IndexHashOf(RecordNumber number) const noexcept {
+        return IndexHash(records_.OfNumber(number).Key);
+    }
+    // When so many are left by a removal.
+    void GiveBackRoom(std::int32_t count) noexcept {
+        const std::int64_t spare = std::int64_t{capacity_} - count;
+        if (count > 0 && spare > Granularity()) capacity_ = count;
+    }
     [[nodiscard]] Search Look(Text key);
     void MakeRoom();
+    void NoteRemoved(const DoomedRecords<KeyListRecord>& doomed) noexcept {
+        auto count = Count() + static_cast<std::int32_t>(doomed.Count());
+        while (count-- != Count()) GiveBackRoom(count);
+        snapshot_.reset();
+    }
     [[nodiscard]] static KeyListRecord ReadRecord(Object& source, std::int32_t index);
     Variant RemoveNamed(const Variant& vKeyIndex, bool ReturnItem);
     void Rename(RecordNumber number, Text& key) noexcept;

@@ -9,15 +9,20 @@
 ///   ReadRecord(source, i), Append(record)   for CopyFrom
 ///   FindRecord(v)       the record that a key or position names, or null; may re-sort
 ///   RemoveNamed(v, returnItem)   Remove
+///   index_, IndexHashOf(number)   by which the records are found
+///   NoteRemoved(doomed)   called when records (DoomedRecords) are out; must not fail
 ///   Renumbered(newNumberOf)   called when records got new positions and numbers; must not fail
 ///   kLookUpReorders     whether FindRecord may sort by key first
 ///   kTypeName, kItemStringMember
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
+#include <ranges>
 #include <span>
 #include <string_view>
 #include <tuple>
@@ -30,8 +35,10 @@
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/Comparers.h"
+#include "zorvane/runtime/DoomedRecords.h"
 #include "zorvane/runtime/ErrorTable.h"
-#include "zorvane/runtime/ItemIterator.h"
+#include "zorvane/runtime/KeyedEntry.h"
+#include "zorvane/runtime/RecordIterator.h"
 #include "zorvane/runtime/SortRecordArray.h"
 #include "zorvane/runtime/detail/KeyedStore.h"
 #include "zorvane/runtime/detail/Settings.h"
@@ -60,6 +67,10 @@ class KeyedRecords : public Object {
     void SetCompare(std::int32_t) noexcept {
         if (settings_.Compare != 0) settings_.Compare = 1;
     }
+
+    /// Adds several, each as Add does with ReturnItem: what fails is raised, and those before it
+    /// stay.
+    void Add(std::initializer_list<NewEntry> entries);
 
     /// Clears this one, takes the source's settings as they come and its records one by one, and
     /// sorts by key. The source is any object with the late-bound members CopyItemValue and Count.
@@ -114,6 +125,11 @@ class KeyedRecords : public Object {
         } else {
             return ItemIn(Self().FindRecord(NameOf(vKeyIndex)));
         }
+    }
+    /// The entry itself, to read and assign its values with no look-up more.
+    template <NamesEntry T>
+    [[nodiscard]] FoundEntry<Record> FindEntry(const T& vKeyIndex) {
+        return FoundEntry<Record>(Self().FindRecord(NameOf(vKeyIndex)));
     }
     template <NamesEntry T>
     void SetItem(const T& vKeyIndex, Variant value) {
@@ -200,10 +216,26 @@ class KeyedRecords : public Object {
     }
     [[nodiscard]] Text TypeName() const override { return Derived::kTypeName; }
 
-    /// The items in position order, for range-for; any change of the container ends the pass.
-    using Iterator = ItemIterator<Record>;
-    [[nodiscard]] Iterator begin() const noexcept { return Iterator(records_); }
-    [[nodiscard]] Iterator end() const noexcept { return {}; }
+    /// @{
+    /// The items in position order, a sized range with random access; any change of the container
+    /// ends the pass.
+    using Iterator = RecordIterator<Record, ItemOfRecord>;
+    [[nodiscard]] Iterator begin() const noexcept { return {records_, nullptr, 0}; }
+    [[nodiscard]] Iterator end() const noexcept { return Iterator::End(records_); }
+    /// @}
+    /// The same with all columns: `for (auto [key, item, itemLong, itemString] : list.Entries())`.
+    using EntryIterator = RecordIterator<Record, EntryOfRecord>;
+    [[nodiscard]] std::ranges::subrange<EntryIterator> Entries() const noexcept {
+        return {EntryIterator(records_, nullptr, 0), EntryIterator::End(records_)};
+    }
+
+    /// Removes every entry for which predicate(entry) holds, in one pass, as Remove of each would,
+    /// and gives their number. The predicate, which is asked once of each in position order and
+    /// must not use the container, may throw, and memory may run out: then nothing changed. O(n).
+    template <std::predicate<KeyedEntry> Predicate>
+    friend std::size_t erase_if(Derived& container, Predicate predicate) {
+        return static_cast<KeyedRecords&>(container).EraseIf(predicate);
+    }
 
   protected:
     /// \cond
@@ -267,6 +299,8 @@ class KeyedRecords : public Object {
     [[nodiscard]] static const Variant* ItemIn(const Record* record) noexcept {
         return record ? &record->Item : nullptr;
     }
+    template <class Predicate>
+    std::size_t EraseIf(Predicate& predicate);
     [[nodiscard]] Entry EntryAt(std::int32_t position) const noexcept {
         if (position < 1 || position > Count()) return {};
         return {records_.NumberAt(position), position};
@@ -316,6 +350,7 @@ class KeyedRecords : public Object {
     void SelectKey() noexcept { Select(offsetof(Record, Key), modZorvane::CompareString); }
 
     // Constants, since a compiler would measure such literals at each call.
+    static constexpr std::u16string_view kAddMember = u"::Add";
     static constexpr std::u16string_view kItemMember = u"::Item";
     static constexpr std::u16string_view kItemLongMember = u"::ItemLong";
 
@@ -349,6 +384,21 @@ class KeyedRecords : public Object {
 /// \cond
 
 template <class Derived, class Record>
+void KeyedRecords<Derived, Record>::Add(std::initializer_list<NewEntry> entries) {
+    for (const NewEntry& entry : entries) {
+        const Variant added = Self().Add(entry.Item, entry.Key);
+        if (added.Type() != VarType::Long) {
+            const bool inUse = added == Variant(QuietCode(Failure::KeyPresent));
+            RaiseError(inUse ? Failure::KeyPresent : Failure::Unknown, kAddMember, kKeyLabel,
+                       entry.Key);
+        }
+        Record& record = records_.At(added.LongUnchecked());
+        record.ItemLong = entry.ItemLong;
+        record.ItemString = entry.ItemString;
+    }
+}
+
+template <class Derived, class Record>
 void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
     Self().Clear();
     settings_.ReadFrom(Source);
@@ -357,6 +407,24 @@ void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
     SelectKey();
     Sort();
     if (MarkChanged) settings_.Changed = true;
+}
+
+template <class Derived, class Record>
+template <class Predicate>
+std::size_t KeyedRecords<Derived, Record>::EraseIf(Predicate& predicate) {
+    // Released at the end, when the container is whole again.
+    DoomedRecords<Record> doomed(
+        records_,
+        [&](const Record& record) -> bool {
+            return std::invoke(predicate, EntryOfRecord::Of(record));
+        },
+        [&](RecordNumber number) { return Self().IndexHashOf(number); });
+    if (doomed.Count() == 0) return 0;
+    doomed.Prepare(records_);
+    doomed.TakeOut(records_, Self().index_, [](const auto&) {});
+    settings_.Changed = true;
+    Self().NoteRemoved(doomed);
+    return doomed.Count();
 }
 
 template <class Derived, class Record>

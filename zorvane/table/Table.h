@@ -23,7 +23,9 @@
 #include <utility>
 #include <vector>
 
+#include "zorvane/runtime/DoomedRecords.h"
 #include "zorvane/runtime/KeyIndex.h"
+#include "zorvane/runtime/RecordIterator.h"
 #include "zorvane/runtime/RecordStore.h"
 #include "zorvane/table/Columns.h"
 #include "zorvane/table/TableHash.h"
@@ -52,7 +54,7 @@ class Table {
     using key_equal = Equal;
     using reference = const Record&;
     using const_reference = const Record&;
-    using iterator = detail::RecordIterator<Record>;
+    using iterator = RecordIterator<Record, WholeRecord>;
     using const_iterator = iterator;
     template <class... Columns>
     using Order = TableOrder<Table, std::remove_cv_t<Columns>...>;
@@ -97,7 +99,7 @@ class Table {
     }
     [[nodiscard]] static constexpr size_type max_size() noexcept { return size_type{1} << 30; }
     [[nodiscard]] iterator begin() const noexcept { return {records_, nullptr, 0}; }
-    [[nodiscard]] iterator end() const noexcept { return {records_, nullptr, Count()}; }
+    [[nodiscard]] iterator end() const noexcept { return iterator::End(records_); }
     [[nodiscard]] iterator cbegin() const noexcept { return begin(); }
     [[nodiscard]] iterator cend() const noexcept { return end(); }
 

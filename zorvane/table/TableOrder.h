@@ -14,9 +14,9 @@
 #include <ranges>
 #include <utility>
 
+#include "zorvane/runtime/RecordIterator.h"
 #include "zorvane/table/detail/ColumnOrder.h"
 #include "zorvane/table/detail/Raise.h"
-#include "zorvane/table/detail/RecordIterator.h"
 
 namespace zorvane {
 
@@ -26,7 +26,7 @@ class TableOrder {
     using value_type = typename Table::value_type;
     using size_type = std::size_t;
     using difference_type = std::ptrdiff_t;
-    using iterator = detail::RecordIterator<value_type>;
+    using iterator = RecordIterator<value_type, WholeRecord>;
     using const_iterator = iterator;
     using range = std::ranges::subrange<iterator>;
 
@@ -38,7 +38,9 @@ class TableOrder {
     [[nodiscard]] size_type size() const noexcept { return kept_ ? kept_->Numbers().Count() : 0; }
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
     [[nodiscard]] iterator begin() const noexcept { return At(0); }
-    [[nodiscard]] iterator end() const noexcept { return At(static_cast<std::uint32_t>(size())); }
+    [[nodiscard]] iterator end() const noexcept {
+        return *this ? iterator::End(*kept_->Records(), &kept_->Numbers()) : iterator();
+    }
 
     /// The record at a position. Throws std::out_of_range. O(log n).
     [[nodiscard]] const value_type& operator[](size_type position) const {

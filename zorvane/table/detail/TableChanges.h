@@ -239,38 +239,20 @@ Record ZORVANE_TABLE_OF::TakeOut(RecordNumber number) noexcept {
 ZORVANE_TABLE
 template <std::predicate<const Record&> Predicate>
 auto ZORVANE_TABLE_OF::erase_if(Predicate predicate) -> size_type {
-    struct Doomed {
-        RecordNumber number;
-        std::uint32_t hash;
-    };
-    std::vector<Doomed> doomed;
-    std::vector<bool> goes(records_.Places());  // by number
-    const auto placeOf = [mask = records_.Places() - 1](RecordNumber number) {
-        return static_cast<std::size_t>(number & mask);
-    };
-    for (std::int32_t position = 1; position <= records_.Count(); ++position) {
-        const RecordNumber number = records_.NumberAt(position);
-        const Record& record = records_.OfNumber(number);
-        if (!std::invoke(predicate, record)) continue;
-        doomed.push_back({number, keys_.HashOfRecord(record)});
-        goes[placeOf(number)] = true;
-    }
-    if (doomed.empty()) return 0;
-    if (doomed.size() == size()) {
+    DoomedRecords<Record> doomed(
+        records_, [&](const Record& record) -> bool { return std::invoke(predicate, record); },
+        [&](RecordNumber number) { return keys_.HashOfRecord(records_.OfNumber(number)); });
+    const size_type count = doomed.Count();
+    if (count == 0) return 0;
+    if (count == size()) {
         clear();
-        return doomed.size();
+        return count;
     }
-    std::vector<Record> ending;  // last of all
-    ending.reserve(doomed.size());
-    records_.PrepareCloseIf();
-    for (const Doomed& one : doomed) {
-        ending.push_back(TakeOut(one.number));
-        index_.Erase(one.hash, one.number);
-    }
-    const auto isDoomed = [&](RecordNumber number) -> bool { return goes[placeOf(number)]; };
-    for (const auto& order : orders_) order->RemoveIf(isDoomed);
-    records_.CloseIf(isDoomed);
-    return doomed.size();
+    doomed.Prepare(records_);
+    doomed.TakeOut(records_, index_, [&](const auto& isDoomed) {
+        for (const auto& order : orders_) order->RemoveIf(isDoomed);
+    });
+    return count;
 }
 
 ZORVANE_TABLE
