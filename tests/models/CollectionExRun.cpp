@@ -37,7 +37,29 @@ class Run : public ListRun<CollectionEx> {
               {item, key, before, after, replace},
               [&] { Add(item, key, before, after, replace); }},
              {70, "Remove", {v, flag}, [&] { Remove(v, flag); }},
-             {80, "Item", {v}, [&] { return At(v)->item; }},
+             {72, "erase_if",
+              [=, this] {
+                  return erase_if(collection_, [=](const CollectionExEntry& entry) {
+                      return entry.Key.Length() % 5 == position % 5;
+                  });
+              },
+              [=, this] {
+                  return std::erase_if(rows_, [=](const Row& row) {
+                      return row.key.AsText().Length() % 5 == position % 5;
+                  });
+              }},
+             {76, "Item", {v}, [&] { return At(v)->item; }},
+             {80, "Item",
+              [=, this] {
+                  return InSomeForm(v, flag ? 1 : 2, [&](const auto& named) {
+                      return collection_.FindItem(named) ? *collection_.FindItem(named)
+                                                         : collection_.Item(named);
+                  });
+              },
+              [=, this] {
+                  if (v.Type() == VarType::Decimal) throw Error(9);
+                  return At(v)->item;
+              }},
              {90, "Key", {position}, [&] { return At(position)->key; }},
              {95,
               "Index",
@@ -134,7 +156,10 @@ class Run : public ListRun<CollectionEx> {
                 return true;
             }
         }
-        return !std::ranges::equal(collection_, rows_, {}, {}, &Row::item);
+        return !std::ranges::equal(
+            collection_.Entries(), rows_, [](const CollectionExEntry& entry, const Row& row) {
+                return entry.Item == row.item && entry.Key == row.key.AsText();
+            });
     }
 
     // More room may be planned before memory runs out.

@@ -10,6 +10,7 @@
 #include "tests/support/ScriptedSource.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/AddOptions.h"
+#include "zorvane/runtime/KeyedEntry.h"
 
 namespace zorvane {
 
@@ -63,7 +64,8 @@ class KeyedRun : public StepRun {
     Variant SomeKeyOrPosition() {
         const unsigned chosen = Below(12);
         if (chosen == 0) return static_cast<std::int16_t>(SomePosition());
-        if (chosen == 1) return 2.0;
+        if (chosen == 1 && Chance(50)) return 2.0;
+        if (chosen == 1) return Variant::FromDecimal({.Low = (std::uint64_t{1} << 32) + 1});
         if (chosen == 2) return Chance(50) ? Variant() : Variant::Null();
         if (chosen < 6) return SomePosition();
         return SomeKey();
@@ -80,6 +82,17 @@ class KeyedRun : public StepRun {
     template <class Operation>
     Choice Both(unsigned bound, const char* what, Operation operation) {
         return OnEither(bound, what, container_, model_, operation);
+    }
+    // The same with a key or position that ours is given in some form.
+    template <class Operation>
+    Choice BothNamed(unsigned bound, const char* what, const Variant& v, Operation operation) {
+        const unsigned form = Below(3);
+        return {bound, what,
+                [=, this] {
+                    return InSomeForm(
+                        v, form, [&](const auto& named) { return operation(container_, named); });
+                },
+                [=, this] { return operation(model_, v); }};
     }
     template <class Search>
     static std::string FoundAt(Search&& search) {
@@ -129,26 +142,37 @@ class KeyedRun : public StepRun {
         const auto value = static_cast<std::int32_t>(Below(9));
         const std::int32_t position = SomePosition();
         if (calm_ && Below(1000) == 0) return RemoveMany(static_cast<std::int32_t>(Below(700)));
+        if (calm_ && Below(1000) == 0) return EraseSome();
+        if (!calm_ && Chance(2)) return Chance(50) ? AddSeveral(key, item) : EraseSome();
         const unsigned chosen = Below(calm_ && !Chance(2) ? 12 : 22);
         if (chosen < 2) return OperateSpecially(v, key);
         if (chosen > 15) return OperateOnSettings();
         if (chosen > 13) return SortBy();
         if (chosen == 13) return Chance(50) ? OperateOnItself() : LetGo(v, key, item);
         DoChosen(chosen, {{3, "Item", {v}, [&] { return model_.Item(v); }},
-                          Both(4, "SetItem", [&](auto& c) { c.SetItem(v, item); }),
+                          BothNamed(4, "SetItem", v,
+                                    [=](auto& c, const auto& named) { c.SetItem(named, item); }),
                           {5, "ItemLong", {v}, [&] { return model_.ItemLong(v); }},
-                          Both(7, "SetItemLong", [&](auto& c) { c.SetItemLong(v, value); }),
+                          BothNamed(7, "SetItemLong", v,
+                                    [=](auto& c, const auto& named) {
+                                        if constexpr (requires { c.FindEntry(named); }) {
+                                            if (auto found = c.FindEntry(named))
+                                                return found.SetItemLong(std::int64_t{value});
+                                        }
+                                        c.SetItemLong(named, value);
+                                    }),
                           {8, "ItemString", {v}, [&] { return model_.ItemString(v); }},
                           {9, "Exists", {v}, [&] { return model_.resolve(v) != 0; }},
                           Both(10, "SetItemString", [&](auto& c) { c.SetItemString(v, key); }),
-                          Both(11, "FindItem, else ItemFn",
-                               [&](auto& c) {
-                                   if constexpr (requires { c.FindItem(v); }) {
-                                       if (const Variant* found = c.FindItem(v)) return *found;
-                                   }
-                                   Variant got = u"untouched";
-                                   return c.ItemFn(v, got) ? got : got;
-                               }),
+                          BothNamed(11, "FindItem, else ItemFn", v,
+                                    [=](auto& c, const auto& named) {
+                                        if constexpr (requires { c.FindItem(named); }) {
+                                            if (const Variant* found = c.FindItem(named))
+                                                return *found;
+                                        }
+                                        Variant got = u"untouched";
+                                        return c.ItemFn(named, got) ? got : c.Item(named);
+                                    }),
                           {12, "Key", {position}, [&] { return model_.Key(position); }},
                           {13, "Sort", {}, [&] { return model_.Sort(); }}});
     }
@@ -227,6 +251,49 @@ class KeyedRun : public StepRun {
         BothAtOnce("Remove many", container_, model_, removeFrom);
     }
 
+    // As if each were removed by itself.
+    void EraseSome() {
+        const unsigned rest = Below(12), step = 1 + Below(6);  // a step of 1: all, or none
+        const auto goes = [=](const Text& key) {
+            return !key.Empty() && key.Units().back() % step == rest % 3;
+        };
+        Do(
+            "erase_if",
+            [&] {
+                return erase_if(container_,
+                                [&](const KeyedEntry& entry) { return goes(entry.Key); });
+            },
+            [&] {
+                std::size_t erased = 0;
+                for (std::int32_t at = 1; at <= model_.count();) {
+                    if (!goes(model_.at(at).key)) {
+                        ++at;
+                        continue;
+                    }
+                    model_.Remove(at);
+                    ++erased;
+                }
+                return erased;
+            });
+    }
+
+    void AddSeveral(const Text& key, const Variant& item) {
+        const Text other = SomeKey();
+        if (key.Empty() || other.Empty()) return;
+        DoAtOnce(
+            "Add several",
+            [&] {
+                container_.Add({{key, item, 5, other}, {other, item}});
+            },
+            [&] {
+                const Variant at = model_.Add(item, key, {});
+                if (at.Type() != VarType::Long) model_.Add(item, key, {.ReturnItem = true});
+                model_.at(at.ToLong()).itemLong = 5;
+                model_.at(at.ToLong()).itemString = other;
+                model_.Add(item, other, {.ReturnItem = true});
+            });
+    }
+
     void OperateOnSettings() {
         const bool flag = Chance(60);
         const unsigned chosen = Below(30);
@@ -285,9 +352,16 @@ class KeyedRun : public StepRun {
             return "record " + std::to_string(i) + " is " + Joined(ours) + "not " + Joined(cells);
         }
         std::int32_t at = 0;
-        for (const Variant& item : container_) {
-            if (++at > model_.count() || item != model_.at(at).item) return "a pass differs";
+        for (const auto [key, item, itemLong, itemString] : container_.Entries()) {
+            if (++at > model_.count()) return "a pass goes on";
+            const auto& row = model_.at(at);
+            if (item != row.item || key != row.key || itemLong != row.itemLong)
+                return "a pass differs";
+            if (itemString.Units() != row.itemString.Units()) return "a pass differs";
             if (container_.Item(at) != item) return "an item by its position differs";
+            if (&container_.begin()[at - 1] != &item) return "a step to a place differs";
+            if (&*(container_.end() - (model_.count() + 1 - at)) != &item)
+                return "a step back differs";
         }
         return at == model_.count() ? "" : "a pass ends early";
     }

@@ -128,6 +128,15 @@ class StepRun {
         DoAtOnce(
             what, [&] { return operation(container); }, [&] { return operation(model); });
     }
+    // What use(named) gives for a key or position in one of the forms that it may have.
+    template <class Use>
+    static auto InSomeForm(const Variant& v, unsigned form, Use&& use) {
+        if (v.IsText() && form == 1) return use(v.AsText().Units());
+        if (v.IsText() && form == 2) return use(v.AsText().ToUtf8());
+        if (v.Type() == VarType::Long && form == 1) return use(std::int64_t{v.ToLong()});
+        if (v.Type() == VarType::Decimal) return use(v.AsDecimal().Low);
+        return use(v);
+    }
     // For an operation that may stop halfway, so that it cannot be tried again.
     template <class Ours, class Models>
     void DoAtOnce(const char* what, Ours&& ours, Models&& models) {
