@@ -87,6 +87,15 @@ configure_file(${PROJECT_SOURCE_DIR}/packaging/zorvane.pc.in ${PROJECT_BINARY_DI
 install(FILES ${PROJECT_BINARY_DIR}/zorvane.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)
 
+# For debuggers; gdb loads what lies below its auto-load folder by the shared library's own name.
+install(FILES packaging/debug/zorvane-gdb.py packaging/debug/zorvane.natvis
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zorvane COMPONENT library)
+if(BUILD_SHARED_LIBS AND NOT WIN32)
+    install(FILES packaging/debug/zorvane-gdb.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}
+        RENAME libzorvane.so.${PROJECT_VERSION}-gdb.py COMPONENT library)
+endif()
+
 set(desktop ${PROJECT_SOURCE_DIR}/packaging/desktop)
 if(TARGET zorvane_bag)
     install(TARGETS zorvane_bag RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT viewer)
