@@ -13,14 +13,18 @@ int main() {
 
     std::istringstream text("the cat saw the dog and the dog saw the cat run");
     for (std::string word; text >> word;) {
-        // A quiet look-up leaves `seen` alone on a miss.
-        std::int32_t seen = 0;
-        if (!words.ItemLongFn(word.c_str(), seen)) words.Add(word.c_str(), word);
-        words.SetItemLong(word.c_str(), seen + 1);
+        // One look-up, and no Text is made for it: the entry itself, or none.
+        if (auto seen = words.FindEntry(word)) {
+            seen.SetItemLong(seen.ItemLong() + 1);
+        } else {
+            words.Add({{word, word, 1}});
+        }
     }
-    for (std::int32_t i = 1; i <= words.Count(); ++i) {
-        std::cout << words.Key(i) << ' ' << words.ItemLong(i) << '\n';
+    for (auto [key, item, count, note] : words.Entries()) {
+        std::cout << key << ' ' << count << '\n';
     }
+    std::cout << "once: " << erase_if(words, [](const auto& entry) { return entry.ItemLong == 1; })
+              << '\n';
 
     // Without ReturnItem a failure is a negative number, with it an error is raised.
     std::cout << "again: " << words.Add(1, "dog").ToText() << '\n';
