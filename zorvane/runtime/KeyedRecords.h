@@ -392,9 +392,11 @@ void KeyedRecords<Derived, Record>::Add(std::initializer_list<NewEntry> entries)
             RaiseError(inUse ? Failure::KeyPresent : Failure::Unknown, kAddMember, kKeyLabel,
                        entry.Key);
         }
-        Record& record = records_.At(added.LongUnchecked());
-        record.ItemLong = entry.ItemLong;
-        record.ItemString = entry.ItemString;
+        // What Add let go of may have used the container, too.
+        Record* const record = AtPosition(added.LongUnchecked());
+        if (!record) continue;
+        record->ItemLong = entry.ItemLong;
+        record->ItemString = entry.ItemString;
     }
 }
 
