@@ -19,7 +19,6 @@
 #include <functional>
 #include <initializer_list>
 #include <optional>
-#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -187,9 +186,8 @@ class ZORVANE_EXPORT CollectionEx : public Object {
     /// @}
     /// The same with the keys: `for (auto [key, item] : collection.Entries())`. A key with capitals
     /// is made anew, so that shows as bad_alloc when memory runs out.
-    using EntryIterator = RecordIterator<Record, EntryOfRecord>;
-    [[nodiscard]] std::ranges::subrange<EntryIterator> Entries() const noexcept {
-        return {EntryIterator(records_, nullptr, 0), EntryIterator::End(records_)};
+    [[nodiscard]] RecordRange<Record, EntryOfRecord> Entries() const noexcept {
+        return RecordRange<Record, EntryOfRecord>(records_);
     }
 
     /// Removes every entry for which predicate(entry) holds, in one pass, and gives their number;

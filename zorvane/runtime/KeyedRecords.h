@@ -22,7 +22,6 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <tuple>
@@ -224,9 +223,8 @@ class KeyedRecords : public Object {
     [[nodiscard]] Iterator end() const noexcept { return Iterator::End(records_); }
     /// @}
     /// The same with all columns: `for (auto [key, item, itemLong, itemString] : list.Entries())`.
-    using EntryIterator = RecordIterator<Record, EntryOfRecord>;
-    [[nodiscard]] std::ranges::subrange<EntryIterator> Entries() const noexcept {
-        return {EntryIterator(records_, nullptr, 0), EntryIterator::End(records_)};
+    [[nodiscard]] RecordRange<Record, EntryOfRecord> Entries() const noexcept {
+        return RecordRange<Record, EntryOfRecord>(records_);
     }
 
     /// Removes every entry for which predicate(entry) holds, in one pass, as Remove of each would,

@@ -14,7 +14,9 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <ranges>
 #include <type_traits>
+#include <utility>
 
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/RecordOrder.h"
@@ -161,4 +163,37 @@ class RecordIterator {
     std::uint32_t past_ = 0;  // the position behind all of them
 };
 
+/// All records of a store in its own order: a view, sized and with random access.
+template <class Record, class View>
+class RecordRange {
+  public:
+    using iterator = RecordIterator<Record, View>;
+
+    RecordRange() = default;  ///< of nothing
+    explicit RecordRange(const RecordStore<Record>& records) noexcept
+        : first_(records, nullptr, 0), last_(iterator::End(records)) {}
+
+    [[nodiscard]] iterator begin() const noexcept { return first_; }
+    [[nodiscard]] iterator end() const noexcept { return last_; }
+    [[nodiscard]] std::size_t size() const noexcept {
+        return static_cast<std::size_t>(last_ - first_);
+    }
+    [[nodiscard]] bool empty() const noexcept { return first_ == last_; }
+    /// At a position from 0 that is there.
+    [[nodiscard]] typename iterator::reference operator[](std::size_t position) const {
+        return first_[static_cast<std::ptrdiff_t>(position)];
+    }
+
+  private:
+    iterator first_, last_;
+};
+
 }  // namespace zorvane
+
+/// \cond
+/// Its iterators need the store and not the range.
+template <class Record, class View>
+inline constexpr bool std::ranges::enable_borrowed_range<zorvane::RecordRange<Record, View>> = true;
+template <class Record, class View>
+inline constexpr bool std::ranges::enable_view<zorvane::RecordRange<Record, View>> = true;
+/// \endcond
