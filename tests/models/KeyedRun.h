@@ -171,7 +171,9 @@ class KeyedRun : public StepRun {
                                                 return *found;
                                         }
                                         Variant got = u"untouched";
-                                        return c.ItemFn(named, got) ? got : c.Item(named);
+                                        if (c.ItemFn(named, got) || got != Variant(u"untouched"))
+                                            return got;
+                                        return c.Item(named);
                                     }),
                           {12, "Key", {position}, [&] { return model_.Key(position); }},
                           {13, "Sort", {}, [&] { return model_.Sort(); }}});
