@@ -6,11 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
 #include "zorvane/platform/Build.h"
+#include "zorvane/platform/Relocate.h"
 #include "zorvane/platform/Text.h"
 #include "zorvane/platform/Variant.h"
 
@@ -81,6 +83,31 @@ class ZORVANE_EXPORT KeyInPlace {
     Variant value_;
 };
 
+// A text as a tagged value, with no share in it: it lives no longer than the look-up, which would
+// count and uncount it for nothing.
+class BorrowedKey {
+  public:
+    explicit BorrowedKey(const Text& key) noexcept {
+        union Alias {
+            Alias() {}
+            ~Alias() {}
+            Text text;
+        } alias;
+        RelocateOne(&alias.text, &key);
+        std::construct_at(&value_, std::move(alias.text));
+    }
+    BorrowedKey(const BorrowedKey&) = delete;
+    BorrowedKey& operator=(const BorrowedKey&) = delete;
+    ~BorrowedKey() {}  // lets nothing go
+
+    operator const Variant&() const noexcept { return value_; }
+
+  private:
+    union {
+        Variant value_;
+    };
+};
+
 // What a look-up goes by.
 template <NamesEntry T>
 [[nodiscard]] decltype(auto) NameOf(const T& vKeyIndex) {
@@ -89,6 +116,8 @@ template <NamesEntry T>
     } else if constexpr (!PlainKey<T>) {
         if constexpr (WholePosition<T>) {
             return WholeNumber(vKeyIndex);
+        } else if constexpr (std::is_same_v<T, Text>) {
+            return BorrowedKey(vKeyIndex);
         } else {
             return Variant(vKeyIndex);
         }
