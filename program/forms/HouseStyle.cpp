@@ -5,6 +5,18 @@
 
 namespace zorvane {
 
+void HouseStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    const auto* heading = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (element != CE_HeaderLabel || !heading) {
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    }
+    QStyleOptionHeader mirrored(*heading);
+    mirrored.textAlignment =
+        visualAlignment(heading->direction, heading->textAlignment) | Qt::AlignAbsolute;
+    QProxyStyle::drawControl(element, &mirrored, painter, widget);
+}
+
 void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                QPainter* painter, const QWidget* widget) const {
     const auto* heading = qstyleoption_cast<const QStyleOptionHeader*>(option);

@@ -11,6 +11,9 @@ class HouseStyle : public QProxyStyle {
     // The name of the style that it follows in all else.
     explicit HouseStyle(const QString& name) : QProxyStyle(name) {}
 
+    // A heading stands at the side of its cells, wherever the layout begins.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
     // A heading's mark points up where values ascend, towards the least.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;

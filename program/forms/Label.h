@@ -15,6 +15,8 @@ class Label : public QLabel {
     [[nodiscard]] const Text& Caption() const noexcept { return caption_; }
     // Shown with each carriage return and line feed as one line break; never as rich text.
     void SetCaption(const Text& caption);
+    // As in a layout from the left: in one from the right, left is right.
+    void setAlignment(Qt::Alignment alignment);
 
   private:
     Text caption_;
