@@ -13,6 +13,13 @@ namespace {
 constexpr int kInset = 6;
 constexpr int kInsetAbove = 3;
 
+// What is drawn: a line break in front would push the lines out of the middle.
+QString Drawn(const QString& text) {
+    const QString shown = ForDisplay(text);
+    const bool breaks = shown.startsWith(QLatin1Char('\n'));
+    return breaks ? shown.mid(1) : shown;
+}
+
 }  // namespace
 
 WrapButton::WrapButton(QWidget* parent) : QPushButton(parent) {
@@ -31,7 +38,7 @@ QSize WrapButton::minimumSizeHint() const {
 
 QSize WrapButton::sizeHint() const {
     constexpr int kUsualWidth = 260;
-    const QSize taken = WrappedSize(font(), ForDisplay(text()), kUsualWidth);
+    const QSize taken = WrappedSize(font(), Drawn(text()), kUsualWidth);
     return taken + QSize(4 * kInset, 3 * kInset);
 }
 
@@ -48,7 +55,7 @@ void WrapButton::paintEvent(QPaintEvent*) {
         box.translate(style()->pixelMetric(QStyle::PM_ButtonShiftHorizontal, &option, this),
                       style()->pixelMetric(QStyle::PM_ButtonShiftVertical, &option, this));
     }
-    const QString caption = ForDisplay(text());
+    const QString caption = Drawn(text());
     painter.setFont(FittingFont(font(), caption, box.size()));
     const bool underline = style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this) != 0;
     const int flags = Qt::AlignCenter | Qt::TextWordWrap |
