@@ -28,21 +28,24 @@ QDir Folder() {
 
 std::optional<QString> SaveFile(QWidget* owner, const SaveTextWords& words,
                                 const std::function<void(QFileDevice& file)>& write) {
-    const auto path = Dialogs::Current().SaveFileName(owner, words.Title,
-                                                      Folder().filePath(words.Name), words.Filter);
-    if (!path) return std::nullopt;
-    QSaveFile file(*path);
-    if (file.open(QIODevice::WriteOnly)) {
-        write(file);
-        if (file.commit()) {
-            LastFolder() = QFileInfo(*path).absolutePath();
-            return path;
+    QString suggested = Folder().filePath(words.Name);
+    while (const auto path =
+               Dialogs::Current().SaveFileName(owner, words.Title, suggested, words.Filter)) {
+        QSaveFile file(*path);
+        if (file.open(QIODevice::WriteOnly)) {
+            write(file);
+            if (file.commit()) {
+                LastFolder() = QFileInfo(*path).absolutePath();
+                return path;
+            }
         }
+        Dialogs::Current().Message(owner, owner->windowTitle(),
+                                   words.Failure + QLatin1Char('\n') +
+                                       QDir::toNativeSeparators(*path) + QLatin1Char('\n') +
+                                       file.errorString(),
+                                   Dialogs::Kind::Warning);
+        suggested = *path;  // to be mended, not to be typed again
     }
-    Dialogs::Current().Message(owner, owner->windowTitle(),
-                               words.Failure + QLatin1Char('\n') + QDir::toNativeSeparators(*path) +
-                                   QLatin1Char('\n') + file.errorString(),
-                               Dialogs::Kind::Warning);
     return std::nullopt;
 }
 

@@ -32,7 +32,9 @@ class AnsweringDialogs : public Dialogs {
     }
     std::optional<QString> SaveFileName(QWidget*, const QString&, const QString& suggested,
                                         const QString&) override {
-        return Suggested = suggested, Answer;
+        // What could not be saved is asked for once more, and a person gives up.
+        const bool again = !Said.isEmpty() && suggested == Answer;
+        return again ? std::nullopt : (Suggested = suggested, Answer);
     }
 
     bool Agrees = true;
