@@ -140,6 +140,8 @@ void frmOrder::OkBtn_Click() {
     if (const auto empty = order.FirstEmpty()) {
         Dialogs::Current().Message(this, windowTitle(), ToQString(kIncompleteOrder),
                                    Dialogs::Kind::Warning);
+        remarks_.at(*empty)->SetCaption(u"Still empty");
+        remarks_.at(*empty)->show();
         boxes_.at(*empty)->setFocus();
         return;
     }

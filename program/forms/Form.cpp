@@ -62,12 +62,18 @@ Form::Form(const char* name) {
     static_cast<void>(described);
     setObjectName(QLatin1String(name));
     setAttribute(Qt::WA_QuitOnClose, false);
+    // Enter presses the button that has the focus: no other one looks as if it did.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (!default_ || !now || now->window() != this) return;
+        default_->setDefault(now == default_ || !qobject_cast<QAbstractButton*>(now));
+    });
 }
 
 Form::~Form() {
     if (modal_) modal_->quit();
     // What the controls announce while they are taken down finds no handler any more.
     for (QObject* child : findChildren<QObject*>()) child->disconnect(this);
+    if (qApp) qApp->disconnect(this);
 }
 
 // A window manager lays out the whole title that it is given; with a million letters that takes it
@@ -184,7 +190,9 @@ void Form::closeEvent(QCloseEvent* event) {
 
 void Form::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
-    if (modal_ && !event->spontaneous()) modal_->quit();
+    if (event->spontaneous()) return;
+    placement_.Hidden();
+    if (modal_) modal_->quit();
 }
 
 void Form::keyPressEvent(QKeyEvent* event) {
