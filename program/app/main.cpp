@@ -4,6 +4,7 @@
 
 #include "program/app/CommandLine.h"
 #include "program/app/Logo.h"
+#include "program/app/SessionEnd.h"
 #include "program/app/Version.h"
 #include "program/app/modStartUp.h"
 #include "program/forms/FontRecord.h"
@@ -46,6 +47,7 @@ int main(int argc, char* argv[]) {
     QApplication::setFont(zorvane::CompactFont());
     // The modal shows end by themselves; a quit in between would end the next one at once.
     QApplication::setQuitOnLastWindowClosed(false);
+    zorvane::CloseWindowsAtSessionEnd();
     zorvane::RunGuarded(nullptr, [] { zorvane::modStartUp::Main(); });
     QCoreApplication::sendPostedEvents();  // windows that have just been unloaded go now
     return 0;
