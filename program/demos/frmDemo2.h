@@ -30,6 +30,8 @@ class frmDemo2 : public Form, public IZVPropertyBag {
     void cmdShowNext_Click();
     void mnuCustomBackColor_Click();
     void mnuCustomCaption_Click();
+    // Does again what was taken back last, unless something else was done since.
+    void mnuCustomRedo_Click();
     // Caption, colours, font and size of a window that was never stored; it stays where it is.
     void mnuCustomReset_Click();
     // Takes back the last of the changes made by menu since the window was opened.
@@ -80,16 +82,19 @@ class frmDemo2 : public Form, public IZVPropertyBag {
     void RememberLook();
     [[nodiscard]] static QSize UsualSize();  // inner, of a window that was never stored
     void SetLook(const Look& look);
+    void ShowSteps();
+    void Step(std::vector<Before>& from, std::vector<Before>& to);
 
     PropBagSession& session_;
     std::int32_t number_ = 0;
     Look look_;  // its Caption may be an older one
-    std::vector<Before> undo_;
+    std::vector<Before> undo_, redo_;
     bool placed_ = false;  // a stored place has been read
 
     QPointer<Form> first_;  // of the windows opened one from another; null in the first itself
     QMenuBar* menu_;
     QAction* undoItem_ = nullptr;
+    QAction* redoItem_ = nullptr;
     Label* label1_;  // the number
     Label* label2_;  // the explanation
     Label* label3_;  // why settings will not last

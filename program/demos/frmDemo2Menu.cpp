@@ -49,6 +49,12 @@ void frmDemo2::AddMenus() {
                         &frmDemo2::mnuCustomUndo_Click);
     undoItem_->setShortcut(QKeySequence::Undo);
     undoItem_->setEnabled(false);
+    redoItem_ =
+        AddItem(custom, "mnuCustomRedo", QStringLiteral("Re&do"),
+                QStringLiteral("Do again what was taken back"), &frmDemo2::mnuCustomRedo_Click);
+    redoItem_->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    redoItem_->setEnabled(false);
     AddItem(custom, "mnuCustomReset", QStringLiteral("&Reset to Defaults"),
             QStringLiteral("Size, colors, caption and font of a new window"),
             &frmDemo2::mnuCustomReset_Click);
@@ -92,11 +98,22 @@ void frmDemo2::mnuCustomizeFont_Click() {
     CopyFontAndColours();
 }
 
+void frmDemo2::mnuCustomRedo_Click() {
+    Step(redo_, undo_);
+}
+
 void frmDemo2::mnuCustomUndo_Click() {
-    if (undo_.empty()) return;
-    const Before before = std::move(undo_.back());
-    undo_.pop_back();
-    undoItem_->setEnabled(!undo_.empty());
+    Step(undo_, redo_);
+}
+
+void frmDemo2::Step(std::vector<Before>& from, std::vector<Before>& to) {
+    if (from.empty()) return;
+    const Before before = std::move(from.back());
+    from.pop_back();
+    look_.Caption = Caption();
+    to.push_back({look_, before.Size});
+    if (before.Size) to.back().Size = TwipRect{.Width = Width(), .Height = Height()};
+    ShowSteps();
     SetLook(before.Worn);
     if (!before.Size) return;
     SetWidth(before.Size->Width);
@@ -116,7 +133,13 @@ void frmDemo2::mnuCustomReset_Click() {
 void frmDemo2::RememberLook() {
     look_.Caption = Caption();
     undo_.push_back({look_, std::nullopt});
-    undoItem_->setEnabled(true);
+    redo_.clear();
+    ShowSteps();
+}
+
+void frmDemo2::ShowSteps() {
+    undoItem_->setEnabled(!undo_.empty());
+    redoItem_->setEnabled(!redo_.empty());
 }
 
 }  // namespace zorvane
