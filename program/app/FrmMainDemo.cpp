@@ -1,5 +1,6 @@
 #include "program/app/FrmMainDemo.h"
 
+#include <QDebug>
 #include <QPushButton>
 #include <algorithm>
 
@@ -8,6 +9,7 @@
 #include "program/app/frmOrder.h"
 #include "program/app/modStartUp.h"
 #include "program/demos/FrmDemo1.h"
+#include "program/demos/KeepingNotice.h"
 #include "program/demos/frmDemo0.h"
 #include "program/demos/frmDemo2.h"
 #include "program/forms/FitText.h"
@@ -41,6 +43,7 @@ FrmMainDemo::FrmMainDemo()
     : Form("FrmMainDemo"),
       editLabel1_(new Label(this)),
       label1_(new Label(this)),
+      lblNotice_(new Label(this)),
       orderBtn_(new QPushButton(QStringLiteral("&Order Zorvane"), this)),
       closeBtn_(new QPushButton(QStringLiteral("&Close"), this)) {
     SetCaption(u"Zorvane - Class Code Generator Demonstration");
@@ -51,6 +54,9 @@ FrmMainDemo::FrmMainDemo()
     editLabel1_->setAlignment(Qt::AlignCenter);
     label1_->setObjectName(QStringLiteral("Label1"));
     label1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblNotice_->setObjectName(QStringLiteral("lblNotice"));
+    lblNotice_->setWordWrap(false);
+    lblNotice_->hide();
     QWidget* previous = nullptr;
     for (std::size_t index = 0; index < command1_.size(); ++index) {
         auto* button = new WrapButton(this);
@@ -127,7 +133,10 @@ void FrmMainDemo::LayOut() {
     for (QPushButton* button : {orderBtn_, closeBtn_}) {
         button->setFont(CompactFont(9 * static_cast<double>(growth)));
     }
-    Move(label1_, kMargin, top, orderLeft - 2 * kMargin, height - top - kMargin);
+    const float noticeHeight = lblNotice_->isHidden() ? 0 : 300 * growth;
+    const float labelWidth = orderLeft - 2 * kMargin;
+    Move(lblNotice_, kMargin, height - kMargin - noticeHeight, labelWidth, noticeHeight);
+    Move(label1_, kMargin, top, labelWidth, height - top - kMargin - noticeHeight);
     FitFont(label1_, 9 * static_cast<double>(growth));
 }
 
@@ -164,6 +173,19 @@ void FrmMainDemo::ShowPropBagDemo() {
     ViewAs<frmDemo2>(restored.AsObject())->ShowModal(this);
     session.Counter = 0;
     modStartUp::SaveBag();
+    ShowNotice();
+}
+
+// The window whose settings were lost is gone by now.
+void FrmMainDemo::ShowNotice() {
+    const KeepingNotice notice = NoticeOf(modStartUp::BagSession());
+    lblNotice_->SetCaption(notice.Line);
+    lblNotice_->setToolTip(ToQString(notice.Reason));
+    lblNotice_->setVisible(!notice.Line.Empty());
+    LayOut();
+    if (!notice.Line.Empty()) {
+        qWarning().noquote() << lblNotice_->text() << lblNotice_->toolTip();
+    }
 }
 
 void FrmMainDemo::OrderBtn_Click() {

@@ -29,11 +29,13 @@ class FrmMainDemo : public Form {
 
   private:
     void LayOut();
+    void ShowNotice();
     void ShowPropBagDemo();
 
     Label* editLabel1_;
     std::array<WrapButton*, 3> command1_{};
     Label* label1_;
+    Label* lblNotice_;  // why settings were not kept; hidden while they are
     QPushButton* orderBtn_;
     QPushButton* closeBtn_;
 };

@@ -2,6 +2,7 @@
 
 #include "zorvane/platform/NumberText.h"
 #include "zorvane/propbag/BagFile.h"
+#include "zorvane/propbag/BagStream.h"
 #include "zorvane/runtime/FileWords.h"
 
 namespace zorvane {
@@ -9,13 +10,26 @@ namespace {
 
 using Obstacle = PropBagSession::Obstacle;
 
-Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading) {
+// Nothing came of words that are no bag's; an empty bag is one, too.
+bool HoldsNoBag(const std::filesystem::path& path, const BagLoading& loading,
+                const ZVPropertyBag& bag) {
+    constexpr std::int32_t kEnough = 1 << 16;
+    if (bag.Count() > 0 || loading.Error || loading.FileBytes == 0) return false;
+    const modZorvane::LoadedWords begin = modZorvane::LoadFileWords(path, kEnough);
+    return !begin.Error && DecodeBag(begin.Words.AsArray().Words()).Damage.has_value();
+}
+
+Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading,
+                    const ZVPropertyBag& bag) {
     namespace fs = std::filesystem;
     std::error_code unknown;
     const fs::file_status found = fs::status(path, unknown);
     if (fs::is_regular_file(found) && loading.Error) return Obstacle::Unreadable;
-    if (loading.Foreign) return Obstacle::Foreign;
-    if (!modZorvane::CheckFileWords(path)) return Obstacle::None;
+    if (fs::is_directory(found)) return Obstacle::IsFolder;
+    if (!modZorvane::CheckFileWords(path)) {
+        return loading.Foreign || HoldsNoBag(path, loading, bag) ? Obstacle::Foreign
+                                                                 : Obstacle::None;
+    }
     if (!fs::exists(found)) return Obstacle::Folder;
     return fs::is_regular_file(found) ? Obstacle::ReadOnly : Obstacle::NoFile;
 }
@@ -39,12 +53,15 @@ Text PropBagSession::EntryName(std::int32_t number) {
 
 void PropBagSession::Load(const std::filesystem::path& path) {
     const BagLoading loading = LoadBagFile(path, Bag());
-    keeping_ = ObstacleAt(path, loading);
+    path_ = path;
+    keeping_ = ObstacleAt(path, loading, Bag());
     if (keeping_ == Obstacle::None) keeping_ = ObstacleOf(failure_);
 }
 
 void PropBagSession::Save(const std::filesystem::path& path) {
     failure_ = modZorvane::SaveFileWords(path, Bag().Contents());
+    path_ = path;
+    keeping_ = ObstacleOf(failure_);
 }
 
 }  // namespace zorvane

@@ -23,25 +23,39 @@ class PropBagSession {
     std::int32_t Counter = 0;
 
     // What keeps the windows' settings from outlasting the program. As found when loading: the
-    // folder takes no file, the file may not be written, what has its name is none, the file may
-    // not be read, it is a large one that holds no bag and was not read to its end. And, while
+    // folder takes no file, the file may not be written, what has its name is a folder or no file,
+    // the file may not be read, or holds something else than a bag. And, while
     // nothing of that is found, what kept the last saving from it: the disk is full, others have
     // the file, or what Failure() says.
-    enum class Obstacle { None, Folder, ReadOnly, NoFile, Unreadable, Foreign, Full, Busy, Failed };
+    enum class Obstacle {
+        None,
+        Folder,
+        ReadOnly,
+        IsFolder,
+        NoFile,
+        Unreadable,
+        Foreign,
+        Full,
+        Busy,
+        Failed
+    };
     [[nodiscard]] Obstacle Keeping() const noexcept { return keeping_; }
     [[nodiscard]] const std::error_code& Failure() const noexcept { return failure_; }
+    // Of the file last loaded or saved.
+    [[nodiscard]] const std::filesystem::path& Path() const noexcept { return path_; }
 
     // The bag becomes what the file holds: nothing where there is no such file or another kind of
     // one. Never raises for a file.
     void Load(const std::filesystem::path& path);
     // Raises what the bag's Contents raises; a file that cannot be written is left alone, and the
-    // next Load says so.
+    // Keeping() and the next Load say so.
     void Save(const std::filesystem::path& path);
 
   private:
     Ref<ZVPropertyBag> bag_;
     Obstacle keeping_ = Obstacle::None;
     std::error_code failure_;  // of the last saving
+    std::filesystem::path path_;
 };
 
 }  // namespace zorvane

@@ -8,8 +8,11 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStyleOptionFocusRect>
 #include <algorithm>
 
+#include "program/demos/KeepingNotice.h"
 #include "program/demos/PropBagSession.h"
 #include "program/forms/IndentLabel.h"
 #include "program/forms/Mirror.h"
@@ -36,41 +39,6 @@ constexpr char16_t kExplanation[] =
     u"Form .";
 
 constexpr QPoint kAside(28, 28);
-
-struct Notice {
-    Text Line, Reason;
-};
-
-Notice NoticeOf(const PropBagSession& session) {
-    switch (session.Keeping()) {
-        case PropBagSession::Obstacle::None:
-            break;
-        case PropBagSession::Obstacle::Folder:
-            return {u"Settings cannot be kept here.", u"The program's folder cannot be written."};
-        case PropBagSession::Obstacle::ReadOnly:
-            return {u"Settings cannot be kept: read-only.",
-                    u"The file beside the program that keeps them may not be written."};
-        case PropBagSession::Obstacle::NoFile:
-            return {u"Settings cannot be kept: no file.",
-                    u"What has the name of the file that keeps them is a folder or a device."};
-        case PropBagSession::Obstacle::Unreadable:
-            return {u"Settings cannot be read.",
-                    u"The file beside the program that keeps them may not be read."};
-        case PropBagSession::Obstacle::Foreign:
-            return {u"No settings in a very large file.",
-                    u"The file that keeps them holds something else, and was not read to its end."};
-        case PropBagSession::Obstacle::Full:
-            return {u"Settings were not kept: disk full.",
-                    u"There was no room for the file that keeps them when a window closed."};
-        case PropBagSession::Obstacle::Busy:
-            return {u"Settings were not kept: file in use.",
-                    u"Another program had the file that keeps them when a window closed."};
-        case PropBagSession::Obstacle::Failed:
-            return {u"Settings were not kept.", Text(u"When a window closed, the system said: ") +
-                                                    Text(session.Failure().message())};
-    }
-    return {};
-}
 
 // As the window itself tells it: before a window is mapped the toolkit knows nothing of borders.
 QRect FrameOf(const Form& window) {
@@ -121,6 +89,15 @@ frmDemo2::frmDemo2(PropBagSession& session)
     explanation_->setFrameShape(QFrame::NoFrame);
     explanation_->setWidgetResizable(true);
     explanation_->setWidget(label2_);
+    // The keyboard has something to do there only while there is something to scroll to.
+    explanation_->setFocusPolicy(Qt::NoFocus);
+    connect(explanation_->verticalScrollBar(), &QScrollBar::rangeChanged, explanation_,
+            [this](int, int most) {
+                explanation_->setFocusPolicy(most > 0 ? Qt::StrongFocus : Qt::NoFocus);
+            });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+        if (before == explanation_ || now == explanation_) update();
+    });
     // The window's own background shows through.
     label2_->setAutoFillBackground(false);
     explanation_->viewport()->setAutoFillBackground(false);
@@ -140,7 +117,7 @@ void frmDemo2::Form_Load() {
     number_ = ++session_.Counter;
     label1_->SetCaption(Text(u"Form No : ") + LongText(number_));
     label2_->SetCaption(kExplanation);
-    const Notice notice = NoticeOf(session_);
+    const KeepingNotice notice = NoticeOf(session_);
     label3_->SetCaption(notice.Line);
     label3_->setToolTip(ToQString(notice.Reason));
     label3_->setVisible(!notice.Line.Empty());
@@ -244,7 +221,16 @@ void frmDemo2::changeEvent(QEvent* event) {
 }
 
 void frmDemo2::paintEvent(QPaintEvent* event) {
-    QPainter(this).fillRect(event->rect(), Readable(look_, QApplication::palette()).Back);
+    const QColor back = Readable(look_, QApplication::palette()).Back;
+    QPainter painter(this);
+    painter.fillRect(event->rect(), back);
+    if (!explanation_->hasFocus()) return;
+    constexpr int kAround = 3;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = explanation_->geometry().adjusted(-kAround, -kAround, kAround, kAround);
+    option.backgroundColor = back;
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
 Text frmDemo2::ClassName() const {

@@ -208,15 +208,18 @@ TEST_F(frmDemo2Test, WhereSettingsDoNotLastOneLineSaysWhy) {
     const QDir folder(folder_.path());
     ASSERT_TRUE(folder.mkdir("a folder") && QFile::link("/dev/null", folder.filePath("a device")));
     ASSERT_EQ(::mkfifo(QFile::encodeName(folder.filePath("a fifo")), 0600), 0);
+    QFile text(folder.filePath("a text"));
+    ASSERT_TRUE(text.open(QFile::WriteOnly) && text.write("no bag") > 0 && text.flush());
     QFile large(folder.filePath("a large file"));
     ASSERT_TRUE(large.open(QFile::WriteOnly) && large.resize(1'000'000'000));
     const std::pair<const char*, const char*> rows[] = {
         {"PropBag.dat", ""},
         {"no folder/PropBag.dat", "Settings cannot be kept here."},
-        {"a folder", "Settings cannot be kept: no file."},
+        {"a folder", "Settings cannot be kept: a folder."},
         {"a fifo", "Settings cannot be kept: no file."},
         {"a device", "Settings cannot be kept: no file."},
-        {"a large file", "No settings in a very large file."}};
+        {"a text", "Old settings could not be read."},
+        {"a large file", "Old settings could not be read."}};
     for (const auto& [name, said] : rows) {
         SCOPED_TRACE(name);
         Close();
