@@ -17,6 +17,20 @@
 #include "zorvane/platform/NumberText.h"
 
 namespace zorvane {
+namespace {
+
+// How the last such window of this run was left.
+QSize& LastSize() {
+    static QSize size(ToPixels(10200), ToPixels(8100));
+    return size;
+}
+
+std::vector<int>& LastWidths() {
+    static std::vector<int> widths;
+    return widths;
+}
+
+}  // namespace
 
 frmDemo0::frmDemo0()
     : Form("frmDemo0"),
@@ -55,6 +69,9 @@ frmDemo0::frmDemo0()
     addAction(find);
     shown_->setObjectName(QStringLiteral("lblShown"));
     shown_->setWordWrap(false);
+    const Text most = LongText(KeyListDemo::kRecords);
+    shown_->SetCaption(most + Text(u" of ") + most + Text(u" records"));
+    shown_->setMinimumWidth(shown_->sizeHint().width());  // a shorter count moves nothing
     saveBtn_->setObjectName(QStringLiteral("SaveBtn"));
     saveBtn_->setToolTip(QStringLiteral("Save the rows shown, in the order shown"));
     On(saveBtn_, &QPushButton::clicked, [this] { SaveBtn_Click(); });
@@ -73,7 +90,7 @@ frmDemo0::frmDemo0()
 }
 
 void frmDemo0::LayOut() {
-    resize(ToPixels(10200), ToPixels(8100));
+    resize(LastSize());
     setMinimumSize(ToPixels(9150), ToPixels(5400));
     auto* findLabel = new QLabel(QStringLiteral("&Find:"), this);
     findLabel->setBuddy(txtFind_);
@@ -85,7 +102,11 @@ void frmDemo0::LayOut() {
     above->addSpacing(16);
     above->addWidget(saveBtn_);
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : command1_) buttons->addWidget(button);
+    constexpr int kAir = 12;  // the style leaves long captions none
+    for (QPushButton* button : command1_) {
+        button->setMinimumWidth(button->sizeHint().width() + kAir);
+        buttons->addWidget(button);
+    }
     buttons->addStretch();
     buttons->addSpacing(16);
     buttons->addWidget(orderBtn_);
@@ -119,9 +140,21 @@ void frmDemo0::Form_Load() {
                          number ? Qt::AlignRight : Qt::AlignLeft);
     }
     list_->header()->setSectionResizeMode(2, QHeaderView::Stretch);  // whatever room there is
+    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);        // few rows move no column
+    for (int column = 0; column < static_cast<int>(LastWidths().size()); ++column) {
+        list_->header()->resizeSection(column, LastWidths().at(static_cast<std::size_t>(column)));
+    }
     ShowList();
     list_->SetSortColumn(KeyListDemo::ColumnOfButton(0));
     list_->SetSearchColumn(KeyListDemo::ColumnOfButton(0));
+}
+
+void frmDemo0::Form_Unload() {
+    LastSize() = isMaximized() ? normalGeometry().size() : size();
+    LastWidths().clear();
+    for (int column = 0; column < KeyListDemo::kColumns; ++column) {
+        LastWidths().push_back(list_->header()->sectionSize(column));
+    }
 }
 
 void frmDemo0::CloseBtn_Click() {
@@ -166,8 +199,9 @@ void frmDemo0::txtFind_Change() {
     ShowList();
 }
 
-// Escape in a search leaves the search first, and the window next.
+// Escape in a search leaves the search first, and the window next; Down goes to what it has found.
 void frmDemo0::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Down && txtFind_->hasFocus()) return list_->setFocus();
     if (event->key() != Qt::Key_Escape || txtFind_->text().isEmpty()) {
         return Form::keyPressEvent(event);
     }
@@ -195,7 +229,8 @@ void frmDemo0::ShowList() {
         }
         if (found) rows.push_back(std::move(cells));
     }
-    list_->SetRows(std::move(rows));
+    constexpr int kKey = 1;  // the column by which a record is known again
+    list_->SetRows(std::move(rows), kKey);
     ShowCount();
 }
 

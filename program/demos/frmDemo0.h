@@ -34,6 +34,7 @@ class frmDemo0 : public Form {
 
   protected:
     void Form_Load() override;
+    void Form_Unload() override;
 
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QSet>
 #include <algorithm>
 
 #include "program/forms/ListModel.h"
@@ -39,6 +40,8 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), model_(new ListModel(th
     auto* copyWithHeader = new QAction(QStringLiteral("Copy with &Headings"), this);
     connect(copyWithHeader, &QAction::triggered, this, [this] { Copy(Rows::Selected, true); });
     auto* selectAll = new QAction(QStringLiteral("Select &All"), this);
+    selectAll->setShortcut(QKeySequence::SelectAll);
+    selectAll->setShortcutContext(Qt::WidgetShortcut);
     connect(selectAll, &QAction::triggered, this, [this] { QTreeView::selectAll(); });
     addActions({copy, copyWithHeader, selectAll});
     setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -73,13 +76,27 @@ int ListView::RowCount() const {
     return model_->rowCount();
 }
 
-void ListView::SetRows(std::vector<QStringList> rows) {
-    model_->SetRows(std::move(rows));
-    if (RowCount() > 0) {
-        setCurrentIndex(model_->index(0, 0));  // typing and arrow keys start at the top
-        clearSelection();
+void ListView::SetRows(std::vector<QStringList> rows, int key) {
+    QSet<QString> selected;
+    for (const QModelIndex& row : selectionModel()->selectedRows()) {
+        selected.insert(Cell(row.row() + 1, key));
     }
+    const QString current = Cell(currentIndex().row() + 1, key);
+    model_->SetRows(std::move(rows));
+    if (RowCount() > 0) setCurrentIndex(model_->index(0, 0));  // typing and arrows start at the top
+    clearSelection();
     scrollToTop();
+    if (selected.isEmpty()) return;
+    QItemSelection again;
+    for (int row = 0; row < RowCount(); ++row) {
+        const QModelIndex at = model_->index(row, 0);
+        const QString cell = Cell(row + 1, key);
+        if (selected.contains(cell)) again.select(at, at);
+        if (cell == current) selectionModel()->setCurrentIndex(at, QItemSelectionModel::NoUpdate);
+    }
+    using Flag = QItemSelectionModel::SelectionFlag;
+    selectionModel()->select(again, Flag::ClearAndSelect | Flag::Rows);
+    scrollTo(currentIndex(), PositionAtCenter);
 }
 
 void ListView::SetSortColumn(std::optional<int> column, bool descending) {
