@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QTabBar>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "program/demos/TimingChart.h"
@@ -70,6 +71,7 @@ QList<QWidget*> ChartPane::Controls() const {
 
 void ChartPane::ShowPage(int tab) {
     const bool growth = tab == 1;
+    QToolTip::hideText();  // it would tell of a bar that is gone
     chart_->SetPage(growth ? TimingChart::Page::Growth : TimingChart::Page::Tests);
     test_->setVisible(growth);
     measure_->setVisible(growth);

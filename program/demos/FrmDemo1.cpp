@@ -198,8 +198,12 @@ std::int32_t FrmDemo1::ReadCount() {
     const ItemCount count = ReadItemCount(ToText(text1_->text()));
     if (count.Corrected) {
         const bool most = count.Items == TestData::kItems;
-        Say((most ? u"Lowered to " : u"Raised to ") + *count.Corrected +
-            (most ? u", the most." : u", the least."));
+        if (!count.Number) {
+            Say(u"No number: " + *count.Corrected + u", the least.");
+        } else {
+            Say((most ? u"Lowered to " : u"Raised to ") + *count.Corrected +
+                (most ? u", the most." : u", the least."));
+        }
         text1_->setText(ToQString(*count.Corrected));
     }
     return count.Items;

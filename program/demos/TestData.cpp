@@ -1,5 +1,6 @@
 #include "program/demos/TestData.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -50,9 +51,15 @@ TestData BuildTestData(Random& random) {
 
 ItemCount ReadItemCount(const Text& typed) {
     const std::int32_t items = Number(typed);
-    if (items > TestData::kItems) return {TestData::kItems, LongText(TestData::kItems)};
-    if (items < kLeastItems) return {kLeastItems, LongText(kLeastItems)};
-    return {items, std::nullopt};
+    if (items > TestData::kItems) return {TestData::kItems, LongText(TestData::kItems), true};
+    if (items < kLeastItems) {
+        constexpr std::u16string_view kBegins = u"+-.0123456789";
+        const std::u16string_view units = typed.Units();
+        const std::size_t first = std::min(units.find_first_not_of(u' '), units.size());
+        const bool number = kBegins.find(units.substr(first, 1)) != kBegins.npos;
+        return {kLeastItems, LongText(kLeastItems), number && first != units.size()};
+    }
+    return {items, std::nullopt, true};
 }
 
 }  // namespace zorvane

@@ -24,6 +24,7 @@ struct TestData {
 struct ItemCount {
     std::int32_t Items;
     std::optional<Text> Corrected;  // what the entry box is to show instead
+    bool Number;                    // it began with one
 };
 
 // Halves go to the even number; a text that begins with no number counts as 0.
