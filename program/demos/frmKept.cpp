@@ -86,8 +86,11 @@ frmKept::frmKept(const ZVPropertyBag& bag) : Form("frmKept") {
     tree->setTabKeyNavigation(false);
     ShowBag(tree->invisibleRootItem(), report);
     tree->expandToDepth(0);
-    tree->header()->resizeSection(kName, ToPixels(3300));
-    tree->header()->resizeSection(kType, ToPixels(1300));
+    for (const Column column : {kName, kType}) {
+        tree->resizeColumnToContents(column);  // the values get whatever these leave
+        const int most = ToPixels(column == kName ? 3300 : 1800);
+        tree->header()->resizeSection(column, std::min(tree->columnWidth(column), most));
+    }
     if (tree->topLevelItemCount() > 0) tree->setCurrentItem(tree->topLevelItem(0));
     auto* count = new Label(this);
     count->setObjectName(QStringLiteral("lblWords"));
