@@ -28,6 +28,7 @@ namespace zorvane {
 namespace {
 
 constexpr int kMargin = 12;
+constexpr int kNarrow = 4;
 constexpr int kSpacing = 8;
 
 }  // namespace
@@ -164,11 +165,19 @@ void FrmDemo1::Form_Load() {
     run_.emplace(BuildTestData(ProgramRandom()), clocks_);
     text1_->setText(ToQString(LongText(TestData::kItems / 5)));
     QWidget* const box = list_->parentWidget();
-    const int others = box->layout()->spacing() + box->layout()->itemAt(1)->minimumSize().width();
     const QMargins borders = FramePlacement::UsualBorders();
-    list_->Fill(screen()->availableSize().width() - borders.left() - borders.right() - 2 * kMargin -
-                others);
-    box->setMinimumWidth(list_->LeastWidth() + others);
+    const int room = screen()->availableSize().width() - borders.left() - borders.right();
+    const auto others = [box] {
+        return box->layout()->spacing() + box->layout()->itemAt(1)->minimumSize().width();
+    };
+    int margin = kMargin;
+    if (list_->StatedWidth(true) > room - 2 * margin - others()) {
+        margin = kNarrow;  // on a small screen the last column needs the room more
+        layout()->setContentsMargins(margin, kMargin, margin, kMargin);
+        box->layout()->setSpacing(kNarrow);
+    }
+    list_->Fill(room - 2 * margin - others());
+    box->setMinimumWidth(list_->LeastWidth() + others());
     box->setMaximumHeight(list_->FullHeight());
     Refresh();
     Screen::The().SetMousePointer(Pointer::Default);

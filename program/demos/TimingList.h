@@ -24,6 +24,9 @@ class TimingList : public ListView {
     // Shows what the table holds for a cell: as stated, or with the finer clock's time.
     void ShowCell(int row, int column, bool finer);
 
+    // Of all columns as stated, and of a scroll bar beside them.
+    [[nodiscard]] int StatedWidth(bool scrolled) const;
+
     [[nodiscard]] QSize sizeHint() const override;
 
   protected:
@@ -31,7 +34,6 @@ class TimingList : public ListView {
 
   private:
     void FitColumns();
-    [[nodiscard]] int StatedWidth(bool scrolled) const;  // of all columns, and a scroll bar
     [[nodiscard]] bool Scrolled() const { return height() < FullHeight(); }
 
     const TimingTable& table_;
