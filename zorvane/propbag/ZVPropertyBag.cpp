@@ -168,12 +168,9 @@ void ZVPropertyBag::Remove(const Variant& KeyIndex) {
 }
 
 void ZVPropertyBag::WriteProperty(Text Name, Variant Value, const PropertyOptions& Options) {
-    if (Options.Index >= 1) {
-        state_.Sorted = false;
-        state_.UniqueNames = false;
-    } else if (!Sorted()) {
-        return;  // Kept: a bag that was written by position is not written by name again.
-    }
+    const bool byName = Options.Index < 1;
+    // Kept: a bag that was written by position is not written by name again.
+    if (byName && !Sorted()) return;
     BagEntry entry{std::move(Value), std::move(Name), {}};
     const bool object = entry.Value.IsObject();
     if (object) {
@@ -181,15 +178,19 @@ void ZVPropertyBag::WriteProperty(Text Name, Variant Value, const PropertyOption
         entry.Value = std::move(stored.Words);
         entry.ObjName = std::move(stored.ObjName);
         // The object has run code of its own, which may have used this bag.
-        if (Options.Index < 1 && !Sorted()) return;
+        if (byName && !Sorted()) return;
     }
     const Found place = Locate(entry.Name, Options.Index);
     const bool plain = !object && !entry.Value.IsArray();
-    if (plain && Options.Default && SameValue(entry.Value, *Options.Default)) {
-        if (place.Is) RemoveAt(place.Position);
-        return;
+    const bool left = plain && Options.Default && SameValue(entry.Value, *Options.Default);
+    if (!left && !place.Is) MakeRoom();
+    // From here on nothing fails.
+    if (!byName) state_.Sorted = state_.UniqueNames = false;
+    if (!left) {
+        Store(place, std::move(entry));
+    } else if (place.Is) {
+        RemoveAt(place.Position);
     }
-    Store(place, std::move(entry));
 }
 
 const BagEntry* ZVPropertyBag::Entry(const Variant& KeyIndex) const noexcept {
@@ -227,20 +228,24 @@ ZVPropertyBag::Found ZVPropertyBag::FindName(const Text& name) const noexcept {
 }
 
 std::int32_t ZVPropertyBag::Insert(std::int32_t position, BagEntry entry) {
-    std::vector<BagEntry>& entries = state_.Entries;
-    if (entries.size() == entries.capacity()) {
-        if (Count() == INT32_MAX) throw std::length_error("ZVPropertyBag: too many entries");
-        const auto step = static_cast<std::size_t>(ClampGranularity(Granularity()));
-        entries.reserve(entries.size() + std::max(step, entries.size() / 2));
-    }
+    MakeRoom();
     if (position < 1 || position > Count() + 1) position = Count() + 1;
-    entries.insert(entries.begin() + (position - 1), std::move(entry));
+    state_.Entries.insert(state_.Entries.begin() + (position - 1), std::move(entry));
     changed_ = true;
     return position;
 }
 
 ZVPropertyBag::Found ZVPropertyBag::Locate(const Text& name, std::int32_t index) const noexcept {
     return index < 1 ? FindName(name) : Found{index <= Count(), index};
+}
+
+// For one entry more.
+void ZVPropertyBag::MakeRoom() {
+    std::vector<BagEntry>& entries = state_.Entries;
+    if (entries.size() != entries.capacity()) return;
+    if (Count() == INT32_MAX) throw std::length_error("ZVPropertyBag: too many entries");
+    const auto step = static_cast<std::size_t>(ClampGranularity(Granularity()));
+    entries.reserve(entries.size() + std::max(step, entries.size() / 2));
 }
 
 std::int32_t ZVPropertyBag::PositionOf(const Variant& KeyIndex) const noexcept {

@@ -137,8 +137,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     /// Kept: writing with an Index ends Sorted() and unique names, and by name nothing is written
     /// or read any more. Raises 13 for an object without IZVPropertyBag, 5 for one that is already
     /// being written (objects that contain one another) or nested too deep, 6 where objects that
-    /// many others hold would take too many words, and what WriteProperties raises; then no entry
-    /// has changed.
+    /// many others hold would take too many words, and what WriteProperties raises; then the bag is
+    /// what it was.
     void WriteProperty(Text Name, Variant Value, const PropertyOptions& Options = {});
 
     /// Late-bound: every member; CopyItemValue and ItemFn give the value back, NewEnum is missing.
@@ -163,6 +163,7 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     [[nodiscard]] Found FindName(const Text& name) const noexcept;
     std::int32_t Insert(std::int32_t position, BagEntry entry);
     [[nodiscard]] Found Locate(const Text& name, std::int32_t index) const noexcept;
+    void MakeRoom();
     [[nodiscard]] std::int32_t PositionOf(const Variant& KeyIndex) const noexcept;
     void RemoveAt(std::int32_t position);
     void Store(const Found& place, BagEntry entry);
