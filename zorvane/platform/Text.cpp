@@ -11,11 +11,6 @@
 #include "zorvane/platform/detail/Utf8.h"
 
 namespace zorvane {
-namespace {
-
-constexpr std::size_t kMaxLength = 0x3FFFFFFF;  // positions and byte counts stay within 32 bits
-
-}  // namespace
 
 Text::Text(std::u16string_view units) : block_(Allocate(units.size())) {
     if (block_) CopyUnits(block_->Units(), units.data(), units.size());
@@ -34,7 +29,7 @@ Text::Text(std::string_view utf8) {
 
 Text::Block* Text::Allocate(std::size_t length) {
     if (length == 0) return nullptr;
-    if (length > kMaxLength) throw std::length_error("Text: too many units");
+    if (length > kGreatestLength) throw std::length_error("Text: too many units");
     return Begin(::operator new(SizeOf(length)), length);
 }
 

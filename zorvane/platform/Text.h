@@ -2,8 +2,9 @@
 /// \class zorvane::Text
 /// An immutable, counted UTF-16 text behind one pointer.
 ///
-/// Null means empty; copying counts a reference and never copies units. Any unit may stand in a
-/// text, U+0000 and lone surrogates included. A Text may be moved as raw bytes (see
+/// Null means empty; copying counts a reference and never copies units, so that one text may have
+/// 2^31 - 1 copies at once (16 GiB of them) and must not have more. Any unit may stand in a text,
+/// U+0000 and lone surrogates included. A Text may be moved as raw bytes (see
 /// zorvane/platform/Relocate.h).
 ///
 /// Threads: different ones, copies too, may be used at once, and const members of one at once.
@@ -35,6 +36,10 @@ concept ViewsAsUnits =
 class ZORVANE_EXPORT Text {
   public:
     using Relocatable = void;
+
+    /// Units that a text has at most, so that positions and byte counts stay within 32 bits. Where
+    /// more would have to be made, std::length_error is raised.
+    static constexpr std::uint32_t kGreatestLength = 0x3FFFFFFF;
 
     constexpr Text() noexcept = default;
     Text(std::u16string_view units);  ///< O(n), one allocation

@@ -52,6 +52,14 @@ TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
     for (const auto& [what, words, count] : table) EXPECT_EQ(BagFrom(words).Count(), count) << what;
 }
 
+// Else a file of gigabytes would be read for a text that cannot be made.
+TEST(Contents_Damaged, NoStreamIsLongEnoughForATextLongerThanAny) {
+    for (const auto& [high, wanted] : {std::pair("3FFF", 0x3FFFFFFF + 31u), {"4000", 0u}}) {
+        const auto damage = DecodeBag(OneEntry(std::string("0008 0000 FFFF ") + high)).Damage;
+        EXPECT_EQ(damage ? damage->Wanted : 1, wanted) << high;
+    }
+}
+
 // Damage is named by its word, so that a person can look at it.
 TEST(Contents_Damaged, TheCheckerNamesTheWord) {
     constexpr std::size_t kSound = 999;

@@ -155,6 +155,9 @@ Array StreamDecoder::ReadTexts(const ArrayHeader& header) {
 Text StreamDecoder::ReadUnits() {
     Need(2, position_, "the stream ends where a text is due");
     const std::uint32_t length = TakeLong();
+    if (length > Text::kGreatestLength) {
+        throw StreamDamage(position_ - 2, "a text is longer than any can be");
+    }
     Need(length, position_ - 2, "a text is longer than the stream");
     Text text = texts_.Make(
         length, [&](char16_t* units) { CopyUnits(units, words_.data() + position_, length); });
