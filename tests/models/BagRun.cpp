@@ -1,8 +1,10 @@
 #include "tests/models/BagModel.h"
 #include "tests/models/StepRun.h"
 #include "tests/unit/propbag/Words.h"
+#include "tests/unit/runtime_files/Folder.h"
 #include "zorvane/platform/Classes.h"
 #include "zorvane/platform/Font.h"
+#include "zorvane/propbag/BagFile.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
 #include "zorvane/propbag/ZVPropertyBag.h"
 
@@ -205,6 +207,7 @@ class Run : public StepRun {
         const auto step = static_cast<std::int32_t>(Chance(5) ? 40000 : Below(80));
         const bool flag = Chance(50);
         if (Chance(20)) return Repeats();
+        if (Chance(10)) return Load();
         if (Chance(20)) return Copy(flag);
         if (Chance(model_.sorted ? 2 : 20)) {
             return Call("Clear", {}, [&] { model_ = BagModel(); });
@@ -227,6 +230,17 @@ class Run : public StepRun {
                 model_.reopen();
                 model_.unique = model_.rows.empty();
             });
+    }
+
+    // The bag's own words, out of a file.
+    void Load() {
+        static const Folder folder;
+        const Array words = bag_.Contents();
+        folder.Put("bag",
+                   {reinterpret_cast<const char*>(words.Bytes().data()), words.Bytes().size()});
+        Do(
+            "LoadBagFile", [&] { return LoadBagFile(folder.At("bag"), bag_, 20).Error.message(); },
+            [&] { return model_.reopen(), std::error_code().message(); });
     }
 
     void Copy(bool mark) {
@@ -259,15 +273,6 @@ class Run : public StepRun {
                    "=" + Shown(value) + ", not " + row.key.ToUtf8() + "=" + Shown(row.item);
         }
         return {};
-    }
-
-    // Writing by position ends the order by name before anything else.
-    std::string FailedStateDiffers() override {
-        BagModel model = model_;
-        if (!bag_.Sorted()) model_.sorted = model_.unique = false;
-        std::string differs = StateDiffers(true);
-        std::swap(model_, model);
-        return differs;
     }
 
     ZVPropertyBag bag_;

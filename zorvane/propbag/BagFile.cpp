@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <optional>
+#include <system_error>
 
 #include "zorvane/propbag/BagStream.h"
 #include "zorvane/runtime/FileWords.h"
@@ -21,6 +23,7 @@ BagLoading LoadBagFile(const std::filesystem::path& path, ZVPropertyBag& bag,
     while (true) {
         const modZorvane::LoadedWords loaded =
             modZorvane::LoadFileWords(path, static_cast<std::int32_t>(most));
+        if (loaded.Error == std::errc::not_enough_memory) throw std::bad_alloc();
         const std::uint64_t all = std::min(loaded.FileBytes / 2 + loaded.FileBytes % 2, kMostWords);
         std::optional<StreamDamage> damage;
         if (!loaded.Error && most < all) damage = DecodeBag(loaded.Words.AsArray().Words()).Damage;
