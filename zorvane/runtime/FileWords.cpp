@@ -34,12 +34,14 @@ Path PathOf(const Text& text) {
 }
 
 // What memory has run out for is a failure like any other; so is a path that the system would cut
-// short at U+0000.
+// short at U+0000. What names no file is refused alike in front of all work, as the system has
+// other reasons for reading than for making a file.
 template <class Work>
 std::error_code Answered(const Path& path, Work&& work) noexcept {
     try {
-        if (path.native().find(Path::value_type{}) != Path::string_type::npos)
+        if (path.empty() || path.native().find(Path::value_type{}) != Path::string_type::npos)
             return std::make_error_code(std::errc::no_such_file_or_directory);
+        if (!path.has_filename()) return std::make_error_code(std::errc::is_a_directory);
         return work();
     } catch (const std::bad_alloc&) {
         return std::make_error_code(std::errc::not_enough_memory);

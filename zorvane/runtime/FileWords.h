@@ -3,9 +3,11 @@
 /// Whole files of 16-bit words, little end first, with nothing before or after them.
 ///
 /// Only regular files are touched, through links where there are any; a FIFO or a device is never
-/// waited for. A std::filesystem::path reaches the system unit for unit, also where it is no valid
-/// text; a Text goes in UTF-8 (on Windows as its units). Nothing here raises: what memory has run
-/// out for is a failure like any other. Any threads and processes at once may read and save.
+/// waited for. A file is as long as the system says when it is opened: those that a system makes up
+/// while they are read, as below /proc, are empty here. A std::filesystem::path reaches the system
+/// unit for unit, also where it is no valid text; a Text goes in UTF-8 (on Windows as its units).
+/// Nothing here raises: what memory has run out for is a failure like any other. Any threads and
+/// processes at once may read and save.
 
 #include <cstdint>
 #include <filesystem>
@@ -25,8 +27,8 @@ struct LoadedWords {
                                   // invalid_argument (neither a file nor a folder) ...
 };
 
-/// Whether SaveFileWords would find a file that it may write, or a folder that takes one; else why
-/// not. A full disk shows itself only when saving.
+/// Whether SaveFileWords would find a file that it may read and write, or a folder that takes one;
+/// else why not. A full disk shows itself only when saving.
 [[nodiscard]] ZORVANE_EXPORT std::error_code CheckFileWords(
     const std::filesystem::path& path) noexcept;
 
@@ -52,9 +54,11 @@ struct SaveOptions {
 
 /// The file then holds `words` followed by whatever it held behind them: unless that is asked for,
 /// it is never cut short. A file that already begins with the words is not written again, and one
-/// without write permission is not written. Success, or why the file is what it was:
-/// no_space_on_device (a quota, too), io_error, permission_denied, read_only_file_system,
-/// is_a_directory, invalid_argument (not an array of 16-bit integers; neither a file nor a folder),
+/// that may not be read and written is left alone. Success, or why the file is what it was:
+/// no_space_on_device (a quota, too), io_error, permission_denied, operation_not_permitted (the
+/// file is marked as one that never changes), read_only_file_system, is_a_directory (also for a
+/// path that ends in a separator, saved or loaded), no_such_file_or_directory (of a folder; for no
+/// path at all), invalid_argument (not an array of 16-bit integers; neither a file nor a folder),
 /// device_or_resource_busy (somebody else writes in it for long), resource_unavailable_try_again
 /// (others came in between time and again)...
 ///

@@ -243,7 +243,6 @@ std::error_code OpenToRead(const std::filesystem::path& path, SystemFile& file,
 }
 
 std::error_code SavePlace::Open(const std::filesystem::path& path) {
-    if (!path.has_filename()) return Made(std::errc::is_a_directory);
     std::error_code error;
     Name = std::filesystem::absolute(path, error);
     if (error) return error;
