@@ -3,8 +3,10 @@
 /// Arrays out of ranges, and ranges out of arrays.
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <ranges>
 #include <string>
 #include <type_traits>
@@ -77,16 +79,25 @@ template <std::ranges::input_range Range>
     }
 }
 
-/// A tagged value as a C++ type; raises 6 and 13 as its conversions do.
+/// A tagged value as a C++ type; raises 13 as its conversions do, and 6 for what does not fit the
+/// type. To a whole number as ToLong: half to even; to one of more than 32 bits by way of a double.
 template <class T>
 [[nodiscard]] T ConvertTo(const Variant& value) {
     if constexpr (std::is_same_v<T, Variant>) {
         return value;
     } else if constexpr (std::is_same_v<T, bool>) {
         return value.ToBoolean();
-    } else if constexpr (std::is_integral_v<T>) {
+    } else if constexpr (std::is_integral_v<T> && std::numeric_limits<T>::digits < 32) {
         const std::int32_t number = value.ToLong();
         if (!std::in_range<T>(number)) RaisePlatform(PlatformError::Overflow);
+        return static_cast<T>(number);
+    } else if constexpr (std::is_integral_v<T>) {
+        // Of both limits, the powers of two are exact in a double.
+        const double number = std::nearbyint(value.ToDouble());
+        const double beyond = std::ldexp(1.0, std::numeric_limits<T>::digits);
+        if (!(number >= (std::is_signed_v<T> ? -beyond : 0.0) && number < beyond)) {
+            RaisePlatform(PlatformError::Overflow);
+        }
         return static_cast<T>(number);
     } else if constexpr (std::is_same_v<T, float>) {
         return value.ToSingle();

@@ -143,6 +143,12 @@ TEST(ArrayOf_VectorOf, ComeBackAsTheyWereOrConverted) {
     same(std::vector<std::string>{"a", "\xC3\xA9"});
     same(std::vector<Variant>{1, "a", {}});
     EXPECT_EQ(VectorOf<Text>(ArrayOf(std::vector{1.5})), std::vector<Text>{"1.5"});
+    const Array large = ArrayOf(std::vector{0.5, 1.5, 3e9});
+    EXPECT_EQ(VectorOf<std::uint32_t>(large), (std::vector<std::uint32_t>{0, 2, 3'000'000'000}));
+    EXPECT_EQ(ConvertTo<std::int64_t>(-0x1p63), INT64_MIN);
+    EXPECT_EQ(ConvertTo<std::uint64_t>(0x1p63), std::uint64_t{1} << 63);
+    EXPECT_EQ(NumberRaisedBy([] { return ConvertTo<std::uint32_t>(0x1p32); }), 6);
+    EXPECT_EQ(NumberRaisedBy([] { return ConvertTo<std::int64_t>(0x1p63); }), 6);
     EXPECT_EQ(NumberRaisedBy([] { return VectorOf<unsigned>(ArrayOf(std::vector{-1})); }), 6);
 }
 
