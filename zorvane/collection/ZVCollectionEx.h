@@ -8,12 +8,16 @@
 /// assigning Sorted or Descending sorts nothing, and neither does selecting "key" or "itemstring"
 /// restore the order of keys; until the next sort by key, the binary search looks the wrong way,
 /// while look-ups go by hash and miss nothing. Two keys are the
-/// same when their hash codes are equal and their texts are equal without regard to case. Cost:
-/// look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
+/// same when their hash codes are equal and their texts are equal without regard to case; as the
+/// hash code regards case, "alpha" and "Alpha" are two keys, and neither finds the other. Kept: it
+/// forgets the case of what stands more than 25 units before a key's end, or behind its first 128
+/// units, so that long keys which differ there alone are one key. Cost: look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
 /// at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
 /// O(n log^2 n) at worst.
 ///
-/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called, but
+/// that an Add while Sorted() may have sorted entries by key already that stood in the order of a
+/// column of numbers or "item": their positions are then stale.
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 

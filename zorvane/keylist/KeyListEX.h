@@ -13,7 +13,9 @@
 /// more for any. A sort, and so SetKey while Sorted, O(n log n), in integers O(n log^2 n) where
 /// values tie.
 ///
-/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called.
+/// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called, but
+/// that entries sorted by "item" or "itemlong" may be in the order of keys already, as after a
+/// look-up: their positions are then stale.
 ///
 /// Threads: different ones may be used at once, and const members of one at once.
 

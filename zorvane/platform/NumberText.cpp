@@ -15,9 +15,11 @@
 namespace zorvane {
 namespace {
 
+constexpr int kMostDigits = 300;
+
 template <class... Format>
 std::string ToChars(Format... format) {
-    std::array<char, 400> buffer{};
+    std::array<char, kMostDigits + 100> buffer{};
     const auto [end, error] =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), format...);
     return {buffer.data(), end};
@@ -190,7 +192,7 @@ Text DecimalText(const Decimal& value) {
 
 Text DoubleText(double value, int digits) {
     if (value == 0) return "0";
-    std::string text = ToChars(value, std::chars_format::general, digits);
+    std::string text = ToChars(value, std::chars_format::general, std::min(digits, kMostDigits));
     std::ranges::replace(text, 'e', 'E');
     return text;
 }

@@ -19,7 +19,8 @@ CurrencyText(std::int64_t tenThousandths);  ///< up to four decimals
 /// years 100 to 9999 is shown as a number.
 [[nodiscard]] ZORVANE_EXPORT Text DateText(double daysSince1899);
 [[nodiscard]] ZORVANE_EXPORT Text DecimalText(const Decimal& value);
-/// At most `digits` significant digits; an exponent ("1E+20") only where plain digits would not do.
+/// At most `digits` significant digits (0 counts as 1, a negative number as 6, more than 300 as
+/// 300); an exponent ("1E+20") only where plain digits would not do.
 [[nodiscard]] ZORVANE_EXPORT Text DoubleText(double value, int digits = 15);
 [[nodiscard]] ZORVANE_EXPORT Text LongText(std::int64_t value);
 
@@ -28,7 +29,8 @@ CurrencyText(std::int64_t tenThousandths);  ///< up to four decimals
 /// on 15 significant digits, keeps a trailing '.' and never shows "-0".
 [[nodiscard]] ZORVANE_EXPORT Text FormatNumber(double value, std::u16string_view pattern);
 
-/// The whole text as a number in C form, blanks around it allowed; nothing when it is none.
+/// The whole text as a number in C form, blanks around it allowed; nothing when it is none. What a
+/// double cannot hold is infinite ("1e400") or 0 ("1e-400"), here and in LeadingNumber.
 [[nodiscard]] ZORVANE_EXPORT std::optional<double> ParseNumber(std::u16string_view text);
 /// The number that the text begins with (blanks before it allowed), 0 when there is none.
 [[nodiscard]] ZORVANE_EXPORT double LeadingNumber(std::u16string_view text);

@@ -25,7 +25,7 @@ struct BagReport {
         Text Class;                  // of an object
         Text Type;                   // kBagType, kNoObjectType, or as "String", "Long array"
         Variant Value;               // of neither a bag nor no object
-        std::vector<BagReport> Bag;  // one for a bag that is not nested too deep
+        std::vector<BagReport> Bag;  // one for a bag that is nested at most 500 levels deep
     };
     // In which of the nested bags, by the names that lead to it with " > " between them, and at
     // which word of the whole.
@@ -44,7 +44,8 @@ struct BagReport {
     std::vector<Finding> Damage;  // the outermost bag's alone says that of all
 };
 
-// Never raises for what is in the words; std::bad_alloc passes. O(size) for each level of nesting.
+// Never raises for what is in the words; std::bad_alloc passes, and std::length_error where the
+// names that lead to an entry have 2^30 units and more between them. O(size) for each level of nesting.
 [[nodiscard]] BagReport ReportBag(std::span<const std::int16_t> words);
 
 }  // namespace zorvane

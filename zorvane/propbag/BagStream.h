@@ -34,8 +34,8 @@ struct BagState {
     bool UniqueNames = true;  // no two names are equal
 };
 
-// One block of exactly the words needed, bounds from 0. Raises 5 for arrays nested too deep and 6
-// for more words than an array can count. O(size).
+// One block of exactly the words needed, bounds from 0. Raises 5 for arrays nested deeper than 256
+// and 6 for more words than an array can count, 2^31 - 1. O(size).
 [[nodiscard]] Array EncodeBag(const BagState& state);
 
 struct BagReading {

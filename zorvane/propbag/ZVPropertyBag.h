@@ -64,10 +64,13 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     void Clear() noexcept;
 
     /// The whole bag but Changed as words, bounds from 0, in one block of just that size. Null and
-    /// decimal values have no form there and come back as Empty. Arrays of Error, Decimal or Object
-    /// can be written and not read: what stands behind one is lost as well (FORMAT.md).
-    /// Raises 5 for a value whose arrays are nested too deep to be read again, and 6 for too many
-    /// words. O(size).
+    /// decimal values have no form there and come back as Empty. An array of Error, Decimal or
+    /// Object that has elements can be written and not read: it comes back as Empty, its elements
+    /// are taken for the values behind it, and those for the settings. Entries keep their names and
+    /// have wrong values, mostly Empty, or none are left from there on; Sorted() may be False
+    /// (FORMAT.md).
+    /// Raises 5 for a value whose arrays are nested deeper than the 256 levels that are read again,
+    /// and 6 for more than 2^31 - 1 words, or 2^26 that several arrays have in common. O(size).
     [[nodiscard]] Array Contents() const;
     /// Clears the bag and rebuilds it. Whatever is no stream leaves it empty; of a damaged stream
     /// the entries before the damage stay, and settings that were not reached are 16, True and
@@ -118,8 +121,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     /// itself restored by its ReadProperties, or given InitProperties when nothing is stored, and
     /// returned; a font is made anew, and so is, by CreatableClasses(), any other object that was
     /// stored with a class name. Raises 13 for an object without IZVPropertyBag, 429 for a class
-    /// that cannot be made (TolerantReading.h skips it), 5 for objects nested too deep, and what
-    /// ReadProperties raises.
+    /// that cannot be made (TolerantReading.h skips it), 5 for objects nested too deep (as
+    /// when writing), and what ReadProperties raises.
     [[nodiscard]] Variant ReadProperty(const Text& Name, const PropertyOptions& Options = {}) const;
 
     /// Removes the entry. Raises 28500.
@@ -136,9 +139,10 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     /// mark. An Index overwrites that entry and keeps its name, or appends when there are fewer.
     /// Kept: writing with an Index ends Sorted() and unique names, and by name nothing is written
     /// or read any more. Raises 13 for an object without IZVPropertyBag, 5 for one that is already
-    /// being written (objects that contain one another) or nested too deep, 6 where objects that
-    /// many others hold would take too many words, and what WriteProperties raises; then the bag is
-    /// what it was.
+    /// being written (objects that contain one another) or nested deeper than 500 levels (fewer on
+    /// a small stack), 6 where objects that many others hold would take more than 2^26 words, and
+    /// what WriteProperties raises; then the bag is what it was, but for what the object's own code
+    /// did to it. docs/behaviour.md has all limits in one table.
     void WriteProperty(Text Name, Variant Value, const PropertyOptions& Options = {});
 
     /// Late-bound: every member; CopyItemValue and ItemFn give the value back, NewEnum is missing.
