@@ -402,6 +402,12 @@ template <class Derived, class Record>
 void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
     Self().Clear();
     settings_.ReadFrom(Source);
+    // What the source's own members added meanwhile is kept as other settings had it.
+    while (Count() != 0) {
+        const Settings read = settings_;
+        Self().Clear();
+        settings_ = read;
+    }
     const std::int32_t count = SourceCount(Source);
     for (std::int32_t i = 1; i <= count; ++i) Self().Append(Self().ReadRecord(Source, i));
     SelectKey();
