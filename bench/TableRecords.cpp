@@ -36,6 +36,20 @@ R made(const Data& d, size_t i) {
     return {keyOf(i), d.values[i], {}};
 }
 
+// A pass over records, or over pairs of key and record.
+template <class C>
+int64_t sumOf(const C& c) {
+    int64_t s = 0;
+    for (const auto& one : c) {
+        if constexpr (requires { one.second; }) {
+            s += one.second.value;
+        } else {
+            s += one.value;
+        }
+    }
+    return s;
+}
+
 // What all have in common; keys and values are those of the data's numbers.
 template <class R>
 struct Records {
@@ -53,11 +67,7 @@ struct OurTable : Records<R> {
     BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value; }
     BENCH_INLINE bool absent() { return c.contains(Key{1}); }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const R& r : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeKey(size_t i) { c.erase(keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
@@ -71,11 +81,7 @@ struct BareVector : Records<R> {
     BENCH_INLINE int32_t byKey(size_t i) { return c[i].value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
     BENCH_INLINE bool absent() { return false; }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const R& r : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeKey(size_t) { c.pop_back(); }
     void removeFirst() { c.pop_back(); }
     size_t size() const { return c.size(); }
@@ -93,11 +99,7 @@ struct MapAndVector : Records<R> {
     BENCH_INLINE int32_t byKey(size_t i) { return c[places.find(keyOf(i))->second].value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
     BENCH_INLINE bool absent() { return places.contains(1); }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const R& r : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeAt(size_t place) {
         places.erase(c[place].key);
         c.erase(c.begin() + long(place));
@@ -120,11 +122,7 @@ struct BoostMulti : Records<R> {
     BENCH_INLINE int32_t byKey(size_t i) { return c.template get<1>().find(keyOf(i))->value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
     BENCH_INLINE bool absent() { return c.template get<1>().count(1) != 0; }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const R& r : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeKey(size_t i) { c.template get<1>().erase(keyOf(i)); }
     void removeFirst() { c.pop_front(); }
     size_t size() const { return c.size(); }
@@ -138,11 +136,7 @@ struct StdMap : Records<R> {
     void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
     BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->second.value; }
     BENCH_INLINE bool absent() { return c.contains(1); }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const auto& [key, r] : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeKey(size_t i) { c.erase(keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
@@ -159,11 +153,7 @@ struct TslOrdered : Records<R> {
     BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i)).value().value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value().value; }
     BENCH_INLINE bool absent() { return c.contains(1); }
-    int64_t sum() {
-        int64_t s = 0;
-        for (const auto& [key, r] : c) s += r.value;
-        return s;
-    }
+    int64_t sum() { return sumOf(c); }
     void removeKey(size_t i) { c.erase(keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }

@@ -55,7 +55,8 @@ class KeyedRun : public StepRun {
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
-        const Text number = std::to_string(1000 + last_);
+        std::u16string number(Text(std::to_string(1000 + last_)).Units());
+        if (last_ / 100 % 2 != 0) number[1] |= 0x80;  // units of a byte, but not of seven bits
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {

@@ -35,7 +35,7 @@ TEST(FormatNumber, RoundsHalfAwayFromZeroAndNeverShowsMinusZero) {
 TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
     const struct {
         const char* what;
-        const char16_t* text;
+        std::u16string text;
         double value;
         bool whole = false;  // the whole text is one number
     } rows[] = {
@@ -55,6 +55,8 @@ TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
         {"too large, with a point", u"1.5e999", kInfinity, true},
         {"too large, written out of small parts", u"-0.001e9999", -kInfinity, true},
         {"too small", u"1.5e-999", 0, true},
+        {"too large by its digits alone", u"1" + std::u16string(1380, u'0') + u"e-1050", kInfinity,
+         true},
         {"zero with a large exponent", u"0e999", 0, true},
         {"exponent beyond any integer", u"1e99999999999999999999", kInfinity, true},
         {"digits of another script", u"\u0661", 0},

@@ -20,20 +20,6 @@ struct Stream {
     std::int32_t Position = 0;
 };
 
-TEST(WriteStreamValue, ABagWrittenValueByValueIsTheBagsOwnStream) {
-    Stream stream(65536);
-    stream.Words.SetAt(0, -1);
-    stream.Words.SetAt(1, -1);
-    stream.Position = 2;
-    const Array names = ArrayOf(VarType::String, 1, u"Caption", u"Left");
-    const Array noNames(VarType::String, 1, 2);
-    const Variant values[] = {2, names, noNames, u"Hi", 1200, 16, true, true};
-    for (const Variant& value : values) stream.Write(value);
-    EXPECT_EQ(stream.Position, 61);
-    EXPECT_EQ(stream.Capacity, 65536);
-    EXPECT_EQ(ToHex(stream.Words.Words().first(61)), ToHex(TwoEntries()));
-}
-
 // The stream grows when its highest index is not greater than the position and the margin.
 TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
     const std::int32_t step = 0x8000;

@@ -125,24 +125,25 @@ template <class Container>
 class Behaviour : public testing::Test {};
 TYPED_TEST_SUITE(Behaviour, Containers);
 
-// Catches growth to a block that asks for its memory another way, and is not undone where that
-// fails.
-TYPED_TEST(Behaviour, GrowthToALargeBlockMayFailAndChangesNothing) {
-    if (kPlain<TypeParam> || kBag<TypeParam>) return;  // no large blocks of their own
+// Catches growth that fails halfway, or behind the point of no return: of an order by blocks and by
+// groups of them, and to a block that asks for its memory another way.
+TYPED_TEST(Behaviour, GrowthMayFailAnywhereAndChangesNothing) {
+    if (kPlain<TypeParam> || kBag<TypeParam>) return;  // no blocks of their own
+    constexpr int kBlocks = 20'000, kMany = 1 << 17;
     TypeParam c;
-    const int many = 1 << 17;
-    for (int i = 0; i < many; ++i) AddTo(c, i, KeyOf(i));
-    const Text key = KeyOf(many);
-    for (std::int64_t number = 1; c.Count() == many; ++number) {
-        FailAllocation(number);
-        try {
-            AddTo(c, many, key);
-        } catch (const std::bad_alloc&) {
-            EXPECT_EQ(c.Count(), many);
+    for (int i = 0; i <= kMany; ++i) {
+        const Text key = KeyOf(i);
+        for (std::int64_t number = 1; c.Count() == i; ++number) {
+            FailAllocation(i < kBlocks || i == kMany ? number : 0);
+            try {
+                AddTo(c, i, key);
+            } catch (const std::bad_alloc&) {
+                ASSERT_EQ(c.Count(), i);
+            }
         }
+        FailAllocation(0);
     }
-    FailAllocation(0);
-    for (const int i : {0, 5, many - 1, many}) EXPECT_EQ(c.Item(KeyOf(i)), Variant(i));
+    for (const int i : {0, 5, kBlocks, kMany - 1, kMany}) EXPECT_EQ(c.Item(KeyOf(i)), Variant(i));
 }
 
 // Catches a key or an item that is read after growth has moved the entry in which it lives.
