@@ -118,31 +118,28 @@ class Run : public StepRun {
     }
 
     void Add(const Drawn& one) {
-        DoChosen(Below(4),
-                 {Both(1, "insert_or_assign",
-                       [=](auto& table) { return Told(table.insert_or_assign(Made(one))); }),
-                  Both(2, "try_emplace",
-                       [=](auto& table) {
-                           const Record made = Made(one);
-                           return Told(
-                               table.try_emplace(made.Key, made.City, one.Born, one.Owed, one.Id));
-                       }),
-                  Both(4, "insert", [=](auto& table) { return Told(table.insert(Made(one))); })});
+        const auto insert = [=](auto& table) { return Told(table.insert(Made(one))); };
+        const auto assign = [=](auto& table) { return Told(table.insert_or_assign(Made(one))); };
+        const auto emplace = [=](auto& table) {
+            const Record made = Made(one);
+            return Told(table.try_emplace(made.Key, made.City, one.Born, one.Owed, one.Id));
+        };
+        DoChosen(Below(4), {Both(2, "insert", insert), Both(3, "insert_or_assign", assign),
+                            Both(4, "try_emplace", emplace)});
     }
 
     void TakeAway(const KeyType& key) {
-        DoChosen(Below(3),
-                 {Both(1, "erase at",
-                       [=](auto& table) -> std::string {
-                           const auto at = table.position_of(key);
-                           if (!at) return "none";
-                           const auto next = table.erase(table.begin() + static_cast<int>(*at));
-                           return next == table.end() ? "the last" : std::to_string(next->Id);
-                       }),
-                  Both(3, "extract", [=](auto& table) {
-                      const auto taken = table.extract(key);
-                      return taken ? taken->Id : -1;
-                  })});
+        const auto eraseAt = [=](auto& table) -> std::string {
+            const auto at = table.position_of(key);
+            if (!at) return "none";
+            const auto next = table.erase(table.begin() + static_cast<int>(*at));
+            return next == table.end() ? "the last" : std::to_string(next->Id);
+        };
+        const auto extract = [=](auto& table) {
+            const auto taken = table.extract(key);
+            return taken ? taken->Id : -1;
+        };
+        DoChosen(Below(3), {Both(1, "erase at", eraseAt), Both(3, "extract", extract)});
     }
 
     void Change(const KeyType& key, const Drawn& one) {
@@ -179,13 +176,13 @@ class Run : public StepRun {
 
     void LookUp(const KeyType& key) {
         const std::size_t position = Below(static_cast<unsigned>(model_.size()) + 1);
-        DoChosen(Below(2), {Both(1, "at",
-                                 [=](auto& table) {
-                                     const auto at = table.position_of(key);
-                                     const Record& found = table.at(detail::Plain(key));
-                                     return std::to_string(found.Id) + " " + std::to_string(*at);
-                                 }),
-                            Both(2, "nth", [=](auto& table) { return table.nth(position).Id; })});
+        const auto nth = [=](auto& table) { return table.nth(position).Id; };
+        const auto at = [=](auto& table) {
+            const auto place = table.position_of(key);
+            const Record& found = table.at(detail::Plain(key));
+            return std::to_string(found.Id) + " " + std::to_string(*place);
+        };
+        DoChosen(Below(2), {Both(1, "at", at), Both(2, "nth", nth)});
     }
 
     template <class Order, class Less, class Has, class... Values>
@@ -281,26 +278,23 @@ class Run : public StepRun {
 
     void ChangeAll() {
         const int modulus = static_cast<int>(2 + Below(keys_ > 1000 ? 40 : 4));
+        const auto goes = [=](const Record& record) { return record.Id % modulus == 0; };
+        const auto reserve = [](auto& table) { table.reserve(table.size() * 2); };
+        const auto moveAndBack = []<class T>(T& table) {
+            T taken(std::move(table));
+            const std::size_t left = table.size();
+            table.swap(taken);
+            return left;
+        };
+        const auto copyIt = []<class T>(T& table) {
+            T copy;
+            if constexpr (kCopies) copy = table;
+            return !kCopies || std::ranges::equal(copy, table, IsSame);
+        };
+        const auto eraseIf = [=](auto& table) { return table.erase_if(goes); };
         if (Chance(1)) return BothAtOnce("clear", people_, model_, [](auto& t) { t.clear(); });
-        DoChosen(Below(8),
-                 {Both(1, "reserve", [](auto& table) { table.reserve(table.size() * 2); }),
-                  Both(2, "move and back",
-                       []<class T>(T& table) {
-                           T taken(std::move(table));
-                           const std::size_t left = table.size();
-                           table.swap(taken);
-                           return left;
-                       }),
-                  Both(3, "copy",
-                       []<class T>(T& table) {
-                           T copy;
-                           if constexpr (kCopies) copy = table;
-                           return !kCopies || std::ranges::equal(copy, table, IsSame);
-                       }),
-                  Both(8, "erase_if", [=](auto& table) {
-                      return table.erase_if(
-                          [=](const Record& record) { return record.Id % modulus == 0; });
-                  })});
+        DoChosen(Below(8), {Both(1, "reserve", reserve), Both(2, "move and back", moveAndBack),
+                            Both(3, "copy", copyIt), Both(8, "erase_if", eraseIf)});
     }
 
     static bool IsSame(const Record& one, const Record& other) {
