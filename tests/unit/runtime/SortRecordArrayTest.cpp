@@ -8,8 +8,9 @@ namespace zorvane::modZorvane {
 namespace {
 
 struct Numbered {
-    std::int32_t value;
+    Numbered(std::int32_t sortedBy, std::int32_t number) : serial(number), value(sortedBy) {}
     std::int32_t serial;
+    std::int32_t value;  // not at the record's beginning
     friend bool operator==(const Numbered&, const Numbered&) = default;
 };
 
