@@ -84,7 +84,7 @@ TEST_F(frmDemo0Test, EachMnemonicAndEachHeadingGivesTheSameOrderTiesIncluded) {
     }
 }
 
-TEST_F(frmDemo0Test, WhatIsTypedNarrowsTheRowsAndWhatIsSavedIsWhatIsShown) {
+TEST_F(frmDemo0Test, WhatIsTypedNarrowsTheRowsAndTheirText) {
     QTest::keyClick(window_.Get(), Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(window_->focusWidget(), "STRING99");
     window_->Command1_Click(4);
