@@ -11,9 +11,9 @@
 /// same when their hash codes are equal and their texts are equal without regard to case; as the
 /// hash code regards case, "alpha" and "Alpha" are two keys, and neither finds the other. Kept: it
 /// forgets the case of what stands more than 25 units before a key's end, or behind its first 128
-/// units, so that long keys which differ there alone are one key. Cost: look-up by key and by position O(1), Add and Remove O(1) at the ends and the move of
-/// at most a block of 4-byte numbers elsewhere; sorted insertion O(log n) comparisons; a sort
-/// O(n log^2 n) at worst.
+/// units, so that long keys which differ there alone are one key. Cost: look-up by key and by
+/// position O(1), Add and Remove O(1) at the ends and the move of at most a block of 4-byte numbers
+/// elsewhere; sorted insertion O(log n) comparisons; a sort O(n log^2 n) at worst.
 ///
 /// When memory runs out, std::bad_alloc leaves Add, Remove and assignments as if never called, but
 /// that an Add while Sorted() may have sorted entries by key already that stood in the order of a

@@ -45,7 +45,8 @@ struct BagReport {
 };
 
 // Never raises for what is in the words; std::bad_alloc passes, and std::length_error where the
-// names that lead to an entry have 2^30 units and more between them. O(size) for each level of nesting.
+// names that lead to an entry have 2^30 units and more between them. O(size) for each level of
+// nesting.
 [[nodiscard]] BagReport ReportBag(std::span<const std::int16_t> words);
 
 }  // namespace zorvane
