@@ -191,7 +191,6 @@ void Form::closeEvent(QCloseEvent* event) {
 void Form::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     if (event->spontaneous()) return;
-    placement_.Hidden();
     if (modal_) modal_->quit();
 }
 
