@@ -121,6 +121,14 @@ TEST(Behaviour_Removal, NeedsNoMemoryWhateverFailedBefore) {
     }
 }
 
+TEST(Behaviour_WriteProperty, ByPositionKeepsTheNamesWhenMemoryRunsOut) {
+    ZVPropertyBag bag;
+    FailAllocation(1);
+    EXPECT_THROW(bag.WriteProperty({}, 1, {.Index = 1}), std::bad_alloc);
+    FailAllocation(0);
+    EXPECT_TRUE(bag.Sorted());
+}
+
 template <class Container>
 class Behaviour : public testing::Test {};
 TYPED_TEST_SUITE(Behaviour, Containers);
