@@ -198,12 +198,8 @@ auto KeyListEX::Look(Text key) -> Search {
 // For one entry more, or another key.
 void KeyListEX::MakeRoom() {
     index_.Reserve(static_cast<std::uint32_t>(Count()) + 1);
-    if (!index_.IsCrowded()) [[likely]]
-        return;
-    const Sameness now = Mode() == CompareMode::Binary ? Sameness::Units : Sameness::Folded;
-    index_.Tighten(
-        [&](RecordNumber number) { return HashExactly(records_.OfNumber(number).Key, now); });
-    strictly_ = now;
+    if (index_.IsCrowded()) [[unlikely]]
+        Tighten();
 }
 
 Enumerator KeyListEX::NewEnum() {
@@ -287,6 +283,13 @@ void KeyListEX::SetKey(std::int32_t Index, Text value) {
         NoteKeyOrder(wasInOrder);
         throw;
     }
+}
+
+void KeyListEX::Tighten() {
+    const Sameness now = Mode() == CompareMode::Binary ? Sameness::Units : Sameness::Folded;
+    index_.Tighten(
+        [&](RecordNumber number) { return HashExactly(records_.OfNumber(number).Key, now); });
+    strictly_ = now;
 }
 
 void swap(KeyListEX& left, KeyListEX& right) noexcept {

@@ -128,6 +128,10 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
         const auto number = FindKey(key);
         return number ? &records_.OfNumber(*number) : nullptr;
     }
+    // Behind a change of Compare.
+    void FollowCompare() {
+        if (index_.IsStrict()) Tighten();
+    }
     // Out of line: a look-up of the usual kind is to stay short.
     [[nodiscard]] const RecordNumber* FindStrictly(const Text& key) const noexcept;
     [[nodiscard]] bool HashTells() const noexcept;
@@ -170,6 +174,7 @@ class ZORVANE_EXPORT KeyListEX : public KeyedRecords<KeyListEX, KeyListRecord> {
     void Renumbered(NewNumberOf&& newNumberOf) noexcept {
         index_.Renumber(newNumberOf);
     }
+    void Tighten();
 
     KeyIndex index_;  // every record under the folded hash of its key, or strictly
     Sameness strictly_ = Sameness::Units;  // as Mode() was when the index was tightened

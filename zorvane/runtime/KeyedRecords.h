@@ -402,12 +402,8 @@ template <class Derived, class Record>
 void KeyedRecords<Derived, Record>::CopyFrom(Object& Source, bool MarkChanged) {
     Self().Clear();
     settings_.ReadFrom(Source);
-    // What the source's own members added meanwhile is kept as other settings had it.
-    while (Count() != 0) {
-        const Settings read = settings_;
-        Self().Clear();
-        settings_ = read;
-    }
+    // What the source's own members added meanwhile is told apart as other settings had it.
+    if constexpr (requires { Self().FollowCompare(); }) Self().FollowCompare();
     const std::int32_t count = SourceCount(Source);
     for (std::int32_t i = 1; i <= count; ++i) Self().Append(Self().ReadRecord(Source, i));
     SelectKey();
