@@ -25,7 +25,11 @@ void Noticed(int) {
 }  // namespace
 
 void CloseWindowsAtSessionEnd() {
-    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+    if (::pipe(ends.data()) != 0) return;
+    for (const int end : ends) {  // pipe2 would do it in one step, where there is one
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, O_NONBLOCK);
+    }
     auto* notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, qApp);
     // Every loop that waits for a window ends, and so does any that begins after it: nobody is
     // asked anything, and each window is unloaded by whoever has shown it.

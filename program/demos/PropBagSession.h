@@ -24,9 +24,9 @@ class PropBagSession {
 
     // What keeps the windows' settings from outlasting the program. As found when loading: the
     // folder takes no file, the file may not be written, what has its name is a folder or no file,
-    // the file may not be read, or holds something else than a bag. And, while
-    // nothing of that is found, what kept the last saving from it: the disk is full, others have
-    // the file, or what Failure() says.
+    // the file may not be read, or holds something else than a bag. And, while nothing of that is
+    // found, what kept the last saving from it: the disk is full, others have the file, or what
+    // Failure() says.
     enum class Obstacle {
         None,
         Folder,
@@ -47,8 +47,8 @@ class PropBagSession {
     // The bag becomes what the file holds: nothing where there is no such file or another kind of
     // one. Never raises for a file.
     void Load(const std::filesystem::path& path);
-    // Raises what the bag's Contents raises; a file that cannot be written is left alone, and the
-    // Keeping() and the next Load say so.
+    // Raises what the bag's Contents raises; a file that cannot be written is left alone, and
+    // Keeping() says so.
     void Save(const std::filesystem::path& path);
 
   private:
