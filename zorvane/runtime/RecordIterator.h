@@ -121,7 +121,8 @@ class RecordIterator {
 
     /// Where it stands, from 0.
     [[nodiscard]] difference_type Position() const noexcept {
-        return difference_type{past_} - (number_ ? lastNumber_ - number_ : last_ - at_);
+        return static_cast<difference_type>(past_) -
+               (number_ ? lastNumber_ - number_ : last_ - at_);
     }
 
   private:

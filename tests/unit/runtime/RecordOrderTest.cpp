@@ -21,7 +21,7 @@ TEST(RecordOrder_Blocks, APlaceBetweenFullBlocksHasRoomInEither) {
         for (; times > 0; --times) {
             const auto next = static_cast<RecordNumber>(model.size());
             order.Insert(at, next);
-            model.insert(model.begin() + at, next);
+            model.insert(model.begin() + static_cast<std::ptrdiff_t>(at), next);
         }
     };
     insert(10, kBlock / 4);
