@@ -36,7 +36,7 @@ class ZORVANE_EXPORT Collection : public Object {
     class Iterator;
 
     Collection() = default;
-    Collection(const Collection&) = delete;
+    Collection(const Collection&) = delete;  ///< nor can it be moved
     Collection& operator=(const Collection&) = delete;
     ~Collection() override;
 
