@@ -12,7 +12,8 @@ namespace zorvane {
 namespace {
 
 constexpr int kSteps = 20;
-constexpr int kStepTime = 10;  // milliseconds
+constexpr int kStepTime = 10;        // milliseconds
+constexpr int kTimeForState = 1000;  // milliseconds
 
 QMargins usualBorders;
 
@@ -99,10 +100,17 @@ TwipRect FramePlacement::Frame() const {
 
 // The toolkit's own memory of it takes a maximised frame that comes before its state for an
 // ordinary one.
-void FramePlacement::Noticed() {
+void FramePlacement::Noticed(bool itLasts) {
     if (!IsPlain(window_) || FillsScreen(window_, Now().Outer)) return;
-    ordinary_ = window_.geometry();
     const QMargins borders = BordersOf(window_);
+    const bool strange =
+        !borders.isNull() && !ordinaryBorders_.isNull() && borders != ordinaryBorders_;
+    if (strange && !itLasts) {
+        // Of a state not yet told, or for good because the person has chosen another theme.
+        QTimer::singleShot(kTimeForState, &window_, [this] { Noticed(true); });
+        return;
+    }
+    ordinary_ = window_.geometry();
     if (!borders.isNull()) ordinaryBorders_ = usualBorders = borders;
 }
 

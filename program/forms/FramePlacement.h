@@ -28,8 +28,9 @@ class FramePlacement {
 
     // Left or Top has been assigned: nobody else places the window.
     [[nodiscard]] bool Placed() const noexcept { return wanted_.Left || wanted_.Top; }
-    // The window has been moved, sized or activated, or its state has changed.
-    void Noticed();
+    // The window has been moved, sized or activated, or its state has changed. Other borders than
+    // before are believed only where they last.
+    void Noticed(bool itLasts = false);
     // The window has been shown: the thickness of its borders can now be learnt.
     void Shown();
     // No step of an assignment is outstanding.
