@@ -2,22 +2,12 @@
 
 #include "zorvane/platform/NumberText.h"
 #include "zorvane/propbag/BagFile.h"
-#include "zorvane/propbag/BagStream.h"
 #include "zorvane/runtime/FileWords.h"
 
 namespace zorvane {
 namespace {
 
 using Obstacle = PropBagSession::Obstacle;
-
-// Nothing came of words that are no bag's; an empty bag is one, too.
-bool HoldsNoBag(const std::filesystem::path& path, const BagLoading& loading,
-                const ZVPropertyBag& bag) {
-    constexpr std::int32_t kEnough = 1 << 16;
-    if (bag.Count() > 0 || loading.Error || loading.FileBytes == 0) return false;
-    const modZorvane::LoadedWords begin = modZorvane::LoadFileWords(path, kEnough);
-    return !begin.Error && DecodeBag(begin.Words.AsArray().Words()).Damage.has_value();
-}
 
 Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading,
                     const ZVPropertyBag& bag) {
@@ -27,8 +17,9 @@ Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading
     if (fs::is_regular_file(found) && loading.Error) return Obstacle::Unreadable;
     if (fs::is_directory(found)) return Obstacle::IsFolder;
     if (!modZorvane::CheckFileWords(path)) {
-        return loading.Foreign || HoldsNoBag(path, loading, bag) ? Obstacle::Foreign
-                                                                 : Obstacle::None;
+        // An empty bag is one, too; so is what whole entries are left of.
+        const bool none = loading.Foreign || (loading.Damaged && bag.Count() == 0);
+        return none && !loading.Error ? Obstacle::Foreign : Obstacle::None;
     }
     if (!fs::exists(found)) return Obstacle::Folder;
     return fs::is_regular_file(found) ? Obstacle::ReadOnly : Obstacle::NoFile;

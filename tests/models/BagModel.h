@@ -46,8 +46,9 @@ class BagModel : public KeyedModel {
             if (options.ReturnItem) raise(28500, "Item", "KeyIndex = ", neighbour);
             return std::int16_t{-28500};
         }
-        return insertAt(named ? static_cast<std::int32_t>(named->position) : options.Position,
-                        {.item = item, .key = name});
+        return insertAt(
+            named ? static_cast<std::int32_t>(named->position) : std::int32_t{options.Position},
+            {.item = item, .key = name});
     }
 
     // `words` and `objName` are what an object is stored as; for a plain value objName is "".

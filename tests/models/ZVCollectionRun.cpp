@@ -75,7 +75,7 @@ class CollectionModel : public KeyedModel {
         std::int32_t hash = 0;
         if (findSlot(key, slot, hash)) return failAdd(28501, key, options.ReturnItem);
         const bool inside = options.Position >= 1 && options.Position <= count() + 1;
-        std::int32_t p = inside ? options.Position : count() + 1;
+        std::int32_t p = inside ? std::int32_t{options.Position} : count() + 1;
         if (sorted) {
             BinaryExists(key, p);
         } else if (const auto named = place(options)) {

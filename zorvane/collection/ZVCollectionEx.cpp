@@ -75,8 +75,8 @@ Variant ZVCollectionEx::Add(Variant Item, Text Key, const AddOptions& Options) {
     if (Count() == capacity_) Rehash(Grown(capacity_, Granularity()));
     if (Holder(Key)) return Fail(Failure::KeyPresent, Key, raise);
 
-    const bool end = Options.Position < 1 || Options.Position > Count() + 1;
-    std::int32_t position = end ? Count() + 1 : Options.Position;
+    const std::int32_t asked = Options.Position;
+    std::int32_t position = asked < 1 || asked > Count() + 1 ? Count() + 1 : asked;
     if (Sorted()) {
         static_cast<void>(BinaryExists(Key, position));
     } else if (Options.NamesPlace()) {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 #include <new>
-#include <optional>
 #include <system_error>
+#include <utility>
 
 #include "zorvane/propbag/BagStream.h"
 #include "zorvane/runtime/FileWords.h"
@@ -25,13 +25,15 @@ BagLoading LoadBagFile(const std::filesystem::path& path, ZVPropertyBag& bag,
             modZorvane::LoadFileWords(path, static_cast<std::int32_t>(most));
         if (loaded.Error == std::errc::not_enough_memory) throw std::bad_alloc();
         const std::uint64_t all = std::min(loaded.FileBytes / 2 + loaded.FileBytes % 2, kMostWords);
-        std::optional<StreamDamage> damage;
-        if (!loaded.Error && most < all) damage = DecodeBag(loaded.Words.AsArray().Words()).Damage;
-        if (!damage || damage->Wanted <= most || damage->Wanted > all) {
-            bag.SetContents(loaded.Words);
-            return {loaded.Error, loaded.FileBytes, damage.has_value()};
+        BagReading reading = DecodeContents(loaded.Words);
+        const bool damaged = reading.Damage && loaded.FileBytes != 0;
+        const bool goesOn = damaged && !loaded.Error && most < all;
+        const std::uint64_t wanted = goesOn ? reading.Damage->Wanted : 0;
+        if (wanted <= most || wanted > all) {
+            bag.Become(std::move(reading.State));
+            return {loaded.Error, loaded.FileBytes, damaged, goesOn};
         }
-        most = std::min(std::max(most * kGrowth, damage->Wanted), all);
+        most = std::min(std::max(most * kGrowth, wanted), all);
     }
 }
 

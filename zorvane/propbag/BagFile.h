@@ -15,6 +15,7 @@ struct BagLoading {
     /// As of LoadFileWords, but never not_enough_memory; success, whatever is in the file.
     std::error_code Error;
     std::uint64_t FileBytes = 0;  ///< of all of the file
+    bool Damaged = false;  ///< what was read is no whole bag; an empty file is none of either
     bool Foreign = false;  ///< the file goes on where no whole bag was found: the rest was not read
 };
 

@@ -206,4 +206,9 @@ BagReading DecodeBag(std::span<const std::int16_t> words, StreamCare care) {
     return reading;
 }
 
+BagReading DecodeContents(const Variant& value) {
+    if (value.Type() != (VarType::ArrayFlag | VarType::Integer)) return {};
+    return DecodeBag(value.AsArray().Words());
+}
+
 }  // namespace zorvane

@@ -49,5 +49,7 @@ struct BagReading {
 // looked at: a file keeps an older, longer stream's tail.
 [[nodiscard]] BagReading DecodeBag(std::span<const std::int16_t> words,
                                    StreamCare care = StreamCare::Reader);
+// Of an array of words; whatever else the value is holds an empty bag, undamaged.
+[[nodiscard]] BagReading DecodeContents(const Variant& value);
 
 }  // namespace zorvane

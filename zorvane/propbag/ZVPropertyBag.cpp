@@ -85,10 +85,11 @@ Array ZVPropertyBag::Contents() const {
 }
 
 void ZVPropertyBag::SetContents(const Variant& value) {
-    BagState state;
-    if (value.Type() == (VarType::ArrayFlag | VarType::Integer)) {
-        state = DecodeBag(value.AsArray().Words()).State;
-    }
+    Become(DecodeContents(value).State);
+}
+
+// What was in it is released when it is whole again.
+void ZVPropertyBag::Become(BagState state) noexcept {
     std::swap(state_, state);
     changed_ = false;
 }

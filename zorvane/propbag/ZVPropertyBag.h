@@ -15,6 +15,7 @@
 /// Threads: different ones may be used at once, and const members of one at once.
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -27,6 +28,8 @@
 #include "zorvane/runtime/AddOptions.h"
 
 namespace zorvane {
+
+struct BagLoading;
 
 struct PropertyOptions {
     std::optional<Variant> Default = {};  ///< omitted is not the same as Empty
@@ -155,6 +158,8 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
     [[nodiscard]] Iterator end() const noexcept;
 
     friend ZORVANE_EXPORT void swap(ZVPropertyBag& left, ZVPropertyBag& right) noexcept;
+    friend ZORVANE_EXPORT BagLoading LoadBagFile(const std::filesystem::path& path,
+                                                 ZVPropertyBag& bag, std::int32_t atFirst);
 
   private:
     struct Found {
@@ -162,6 +167,7 @@ class ZORVANE_EXPORT ZVPropertyBag : public Object {
         std::int32_t Position = -1;  // of the entry, or where it belongs
     };
 
+    void Become(BagState state) noexcept;
     [[nodiscard]] const BagEntry* Entry(const Variant& KeyIndex) const noexcept;
     [[nodiscard]] const BagEntry& Entry(const Variant& KeyIndex, std::u16string_view member) const;
     [[nodiscard]] Found FindName(const Text& name) const noexcept;

@@ -5,15 +5,28 @@
 #include <cstdint>
 #include <optional>
 
+#include "zorvane/platform/EntryName.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/ErrorTable.h"
 
 namespace zorvane {
 
+/// A position in a whole number of any type but a byte's; one that 32 bits do not hold is that of
+/// no entry.
+class AddPosition {
+  public:
+    constexpr AddPosition() = default;
+    constexpr AddPosition(WholePosition auto position) noexcept : position_(AsPosition(position)) {}
+    constexpr operator std::int32_t() const noexcept { return position_; }
+
+  private:
+    std::int32_t position_ = 0;
+};
+
 struct AddOptions {
     std::optional<Variant> Before = {};  ///< the new entry goes before this key or position ...
     std::optional<Variant> After = {};   ///< ... or behind this one; Before takes precedence
-    std::int32_t Position = 0;           ///< ... or here, where the class uses it; 0 = not given
+    AddPosition Position = {};           ///< ... or here, where the class uses it; 0 = not given
     bool ReturnItem = false;  ///< give back the item and raise failures, instead of codes
 
     [[nodiscard]] bool NamesPlace() const noexcept { return Before || After; }

@@ -22,7 +22,6 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
-#include <span>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -30,7 +29,6 @@
 #include "zorvane/platform/CaseMapping.h"
 #include "zorvane/platform/Classes.h"
 #include "zorvane/platform/EntryName.h"
-#include "zorvane/platform/LateBound.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 #include "zorvane/runtime/Comparers.h"
@@ -39,6 +37,7 @@
 #include "zorvane/runtime/KeyedEntry.h"
 #include "zorvane/runtime/RecordIterator.h"
 #include "zorvane/runtime/SortRecordArray.h"
+#include "zorvane/runtime/detail/KeyedMembers.h"
 #include "zorvane/runtime/detail/KeyedStore.h"
 #include "zorvane/runtime/detail/Settings.h"
 
@@ -208,10 +207,10 @@ class KeyedRecords : public Object {
     /// ClassName, the typed columns and Key by key or position, Clear, CopyItemValue, Exists,
     /// Remove, Sort and SortBy.
     Variant Call(std::u16string_view member, Arguments arguments = {}) override {
-        return InvokeMember(Self(), Members(), member, arguments);
+        return InvokeMember(Self(), KeyedMembers<Derived>(), member, arguments);
     }
     Variant Get(std::u16string_view member, Arguments arguments = {}) override {
-        return InvokeMember(Self(), Members(), member, arguments);
+        return InvokeMember(Self(), KeyedMembers<Derived>(), member, arguments);
     }
     [[nodiscard]] Text TypeName() const override { return Derived::kTypeName; }
 
@@ -374,7 +373,6 @@ class KeyedRecords : public Object {
     [[noreturn, gnu::noinline]] static void RaiseNoItemAt(WholePosition auto position) {
         RaiseMissing(kItemMember, WholeNumber(position));
     }
-    [[nodiscard]] static std::span<const LateMember<Derived>> Members() noexcept;
     Derived& Self() noexcept { return static_cast<Derived&>(*this); }
     const Derived& Self() const noexcept { return static_cast<const Derived&>(*this); }
     /// \endcond
@@ -427,38 +425,6 @@ std::size_t KeyedRecords<Derived, Record>::EraseIf(Predicate& predicate) {
     settings_.Changed = true;
     Self().NoteRemoved(doomed);
     return doomed.Count();
-}
-
-template <class Derived, class Record>
-std::span<const LateMember<Derived>> KeyedRecords<Derived, Record>::Members() noexcept {
-    using D = Derived;
-    using A = Arguments;
-    static constexpr LateMember<D> kMembers[] = {
-        {u"Changed", 0, [](D& d, A) -> Variant { return d.Changed(); }},
-        {u"ClassName", 0, [](D& d, A) -> Variant { return d.ClassName(); }},
-        {u"Clear", 0, [](D& d, A) -> Variant { return d.Clear(), Variant(); }},
-        {u"Compare", 0, [](D& d, A) -> Variant { return d.Compare(); }},
-        {u"CopyItemValue", 2,
-         [](D& d, A a) -> Variant { return d.CopyItemValue(a[0].ToLong(), a[1].ToLong()); }},
-        {u"Count", 0, [](D& d, A) -> Variant { return d.Count(); }},
-        {u"Descending", 0, [](D& d, A) -> Variant { return d.Descending(); }},
-        {u"Exists", 1, [](D& d, A a) -> Variant { return d.Contains(a[0]); }},
-        {u"Granularity", 0, [](D& d, A) -> Variant { return d.Granularity(); }},
-        {u"Item", 1, [](D& d, A a) -> Variant { return d.Item(a[0]); }},
-        {u"ItemLong", 1, [](D& d, A a) -> Variant { return d.ItemLong(a[0]); }},
-        {u"ItemString", 1, [](D& d, A a) -> Variant { return d.ItemString(a[0]); }},
-        {u"Key", 1, [](D& d, A a) -> Variant { return d.Key(a[0].ToLong()); }},
-        {u"Remove", 1,
-         [](D& d, A a) -> Variant { return d.Remove(a[0], a.size() > 1 && a[1].ToBoolean()); }},
-        {u"Sort", 0, [](D& d, A) -> Variant { return d.Sort(); }},
-        {u"SortBy", 1,
-         [](D& d, A a) -> Variant {
-             return d.SortBy(a[0].ToText(), a.size() > 1 && a[1].ToBoolean());
-         }},
-        {u"Sorted", 0, [](D& d, A) -> Variant { return d.Sorted(); }},
-        {u"Unique", 0, [](D& d, A) -> Variant { return d.Unique(); }},
-    };
-    return kMembers;
 }
 
 template <class Derived, class Record>

@@ -47,7 +47,7 @@ TEST(ZVCollectionEx_CopyFrom, AForeignSourceIsReadDefensively) {
         EXPECT_EQ(got, row.expected) << row.what;
         EXPECT_EQ(copy.Granularity(), 2147483647) << row.what;
         EXPECT_FALSE(copy.Contains(u"key")) << row.what << ": a foreign hash code decides";
-        copy.Add(0, u"B", {.Position = 1});
+        copy.Add(0, u"B", {.Position = std::size_t{1}});
         if (copy.Count() > 1) copy.Remove(2);
         copy.Add(0, u"C");  // takes the place in memory
         EXPECT_EQ(copy.CopyItemValue(2, 1), Variant(84)) << "a removed record's hash code stayed";
