@@ -36,6 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ZVPropertyBag inPieces;
     const BagLoading loading = LoadBagFile(path, inPieces, 4);
     Require(!loading.Error && loading.FileBytes == size, "a file is read in pieces");
+    Require(loading.Damaged == (size > 0 && DecodeContents(words).Damage.has_value()),
+            "damage is told");
     Require(inPieces.Contents() == taken, "what is not read on would not have helped");
 
     modZorvane::WriteFileWords(path, taken);
