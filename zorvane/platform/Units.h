@@ -73,6 +73,42 @@ constexpr std::size_t kMostInSteps = 8 * kSteps;
     return four;
 }
 
+// Eight units, the first in the high bits; what is missing counts as U+0000.
+struct EightInBytes {
+    std::uint64_t Low;   // bytes of the units
+    std::uint64_t High;  // bytes; 0: all units fit a byte
+
+    // In the order of the units among those that fit a byte, and behind each of them where the
+    // first unit that differs does not.
+    [[nodiscard]] std::uint64_t Saturated() const noexcept {
+        if (High == 0) [[likely]]
+            return Low;
+        return Low | (~std::uint64_t{0} >> (static_cast<unsigned>(std::countl_zero(High)) & ~7u));
+    }
+};
+
+[[nodiscard]] inline EightInBytes EightUnitsInBytes(std::u16string_view text,
+                                                    std::size_t from) noexcept {
+    EightInBytes eight{0, 0};
+    if (from >= text.size()) return eight;
+    if (std::endian::native == std::endian::little && text.size() >= 8) {
+        using EightOfBytes [[gnu::vector_size(8)]] = std::uint8_t;
+        const auto bytes = [](EightUnits units) {
+            return __builtin_bswap64(
+                std::bit_cast<std::uint64_t>(__builtin_convertvector(units, EightOfBytes)));
+        };
+        // A text's end is read with what stands in front of it, which is shifted out.
+        const std::size_t at = std::min(from, text.size() - 8);
+        const EightUnits units = EightAt(text.data() + at);
+        return {bytes(units & 0xFF) << (8 * (from - at)), bytes(units >> 8) << (8 * (from - at))};
+    }
+    for (std::size_t i = from; i < from + 8; ++i) {
+        const std::uint64_t unit = i < text.size() ? text[i] : 0u;
+        eight = {(eight.Low << 8) | (unit & 0xFF), (eight.High << 8) | (unit >> 8)};
+    }
+    return eight;
+}
+
 [[nodiscard]] inline bool SameUnits(std::u16string_view left, std::u16string_view right) noexcept {
     const std::size_t length = left.size();
     if (length != right.size()) return false;

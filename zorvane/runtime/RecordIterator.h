@@ -164,7 +164,8 @@ class RecordIterator {
     std::uint32_t past_ = 0;  // the position behind all of them
 };
 
-/// All records of a store in its own order: a view, sized and with random access.
+/// Records side by side in an order, mostly all of a store in its own: a view, sized and with
+/// random access.
 template <class Record, class View>
 class RecordRange {
   public:
@@ -173,6 +174,7 @@ class RecordRange {
     RecordRange() = default;  ///< of nothing
     explicit RecordRange(const RecordStore<Record>& records) noexcept
         : first_(records, nullptr, 0), last_(iterator::End(records)) {}
+    RecordRange(iterator first, iterator last) noexcept : first_(first), last_(last) {}
 
     [[nodiscard]] iterator begin() const noexcept { return first_; }
     [[nodiscard]] iterator end() const noexcept { return last_; }
@@ -184,6 +186,11 @@ class RecordRange {
     [[nodiscard]] typename iterator::reference operator[](std::size_t position) const {
         return first_[static_cast<std::ptrdiff_t>(position)];
     }
+    /// @{
+    /// Of a range that is not empty.
+    [[nodiscard]] typename iterator::reference front() const { return *first_; }
+    [[nodiscard]] typename iterator::reference back() const { return (*this)[size() - 1]; }
+    /// @}
 
   private:
     iterator first_, last_;

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <span>
 #include <stdexcept>
@@ -90,6 +91,11 @@ class RecordStore {
     [[nodiscard]] RecordNumber NumberOf(const Record& record) const noexcept {
         const auto place = static_cast<std::uint32_t>(&record - records_);
         return LeastNumber() + ((place - LeastNumber()) & mask_);
+    }
+    // Whether a record could lie there.
+    [[nodiscard]] bool HasPlace(const Record* record) const noexcept {
+        const std::less<> before;
+        return !before(record, records_) && before(record, records_ + Places());
     }
     // Numbers in use are not below LeastNumber(), and differ modulo Places().
     [[nodiscard]] RecordNumber LeastNumber() const noexcept {

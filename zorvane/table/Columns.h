@@ -4,8 +4,8 @@
 ///
 /// A column is anything that std::invoke takes a const record with: a pointer to a data member or
 /// to a const member function, or a function. What it gives is compared by its own <=> or <; texts
-/// by their units or bytes, numbers of any two types by value. Floating numbers that are none stand
-/// behind all others.
+/// by their units or bytes, numbers of any two types by value. Floating numbers that are none (NaN)
+/// stand behind all others, and in a descending column in front of them.
 
 #include <utility>
 

@@ -140,9 +140,11 @@ class Table {
     }
 
     /// @{
-    /// Adds a record behind all others, unless its key is in use. O(1) on average, and O(log n) for
+    /// Adds a record behind all others, unless its key is in use; then the argument is what it was.
+    /// O(1) on average, and O(log n) for
     /// each kept order.
-    Added insert(Record record) { return Add(std::move(record)); }
+    Added insert(Record&& record) { return Add(std::move(record)); }
+    Added insert(const Record& record);
     template <std::input_iterator Iterator, std::sentinel_for<Iterator> Sentinel>
     void insert(Iterator first, Sentinel last);
     void insert(std::initializer_list<Record> records) { insert(records.begin(), records.end()); }
@@ -166,7 +168,8 @@ class Table {
     /// Changes a record; false when there is none. The function gets a copy, which is put in the
     /// record's place; it may change the key as well, and shall not use the table. Throws
     /// std::invalid_argument when the new key is in use. O(log n) for each order that changes.
-    /// Instead of a key, these and erase and extract take the pointer that a look-up gave.
+    /// Instead of a key, these and erase and extract take the pointer that a look-up gave; one to
+    /// no place of this table is no record.
     template <class Asked = key_type, std::invocable<Record&> Change>
     requires std::copy_constructible<Record>
     bool update(const Asked& key, Change&& change) {

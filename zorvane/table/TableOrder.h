@@ -28,7 +28,7 @@ class TableOrder {
     using difference_type = std::ptrdiff_t;
     using iterator = RecordIterator<value_type, WholeRecord>;
     using const_iterator = iterator;
-    using range = std::ranges::subrange<iterator>;
+    using range = RecordRange<value_type, WholeRecord>;
 
     TableOrder() = default;  ///< of no table
 

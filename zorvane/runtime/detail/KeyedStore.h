@@ -85,6 +85,7 @@ class KeyedStore : public RecordStore<Record> {
     friend void swap(KeyedStore& left, KeyedStore& right) noexcept {
         swap(static_cast<Store&>(left), static_cast<Store&>(right));
         std::swap(left.lead_, right.lead_);
+        std::swap(left.inBytes_, right.inBytes_);
         std::swap(left.leadJudgedAt_, right.leadJudgedAt_);
         std::swap(left.ordered_, right.ordered_);
         std::swap(left.rule_, right.rule_);
@@ -93,11 +94,16 @@ class KeyedStore : public RecordStore<Record> {
   private:
     // What a comparison gives for a key that stands in front of another.
     [[nodiscard]] static int Ahead(KeyRule rule) noexcept { return rule.Descending ? 1 : -1; }
-    // Prefixes of four units tell the binary order of keys, and no other.
+    // Prefixes tell the binary order of keys, and no other.
     [[nodiscard]] static bool PrefixesFollow(KeyRule rule) noexcept { return rule == KeyRule(); }
-    // The four units behind the lead that all keys share, the first in the high bits.
+    // The units behind the lead that all keys share, the first in the high bits: eight where those
+    // of every key here fit a byte each (one that is only sought need not), else four.
     [[nodiscard]] std::uint64_t PrefixOf(const Text& key) const noexcept {
-        return FourUnits(key.Units(), lead_);
+        return inBytes_ ? EightUnitsInBytes(key.Units(), lead_).Saturated()
+                        : FourUnits(key.Units(), lead_);
+    }
+    [[nodiscard]] static bool FitsBytes(const Text& key, std::size_t lead) noexcept {
+        return EightUnitsInBytes(key.Units(), lead).High == 0;
     }
     void PreparePrefixes(const Text& key);
     // How many units a key has in common with the first record's.
@@ -110,6 +116,7 @@ class KeyedStore : public RecordStore<Record> {
     [[nodiscard]] Search FindByHalves(const Text& key, bool firstOfEquals, KeyRule rule) const;
 
     std::size_t lead_ = 0;           // units that all keys share, while there are prefixes
+    bool inBytes_ = false;           // which have eight units, a byte each
     std::int32_t leadJudgedAt_ = 0;  // the count at which the lead was last looked for
     bool ordered_ = false;
     KeyRule rule_;  // in whose order the keys stand, if in any
@@ -121,16 +128,29 @@ template <class Record>
 void KeyedStore<Record>::PreparePrefixes(const Text& key) {
     constexpr std::int32_t kWorthwhile = 128;
     if (Count() < kWorthwhile) return;
-    const bool fits = Store::HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_);
+    const bool fits = Store::HasPrefixes() && (lead_ == 0 || SharedLead(key) >= lead_) &&
+                      (!inBytes_ || FitsBytes(key, lead_));
     if (fits && Count() < leadJudgedAt_ * 2) return;
     const std::size_t lead = std::min(SharedLead(key), SharedLead(At(Count()).Key));
     leadJudgedAt_ = Count();
     if (fits && lead <= lead_) return;
-    const std::size_t before = std::exchange(lead_, lead);
+    lead_ = lead;
+    inBytes_ = FitsBytes(key, lead);
+    const auto attach = [&] {
+        bool fitBytes = true;
+        Store::AttachPrefixes([&](const Record& record) {
+            fitBytes = fitBytes && FitsBytes(record.Key, lead);
+            return PrefixOf(record.Key);
+        });
+        return fitBytes;
+    };
     try {
-        Store::AttachPrefixes([&](const Record& record) { return PrefixOf(record.Key); });
+        if (!attach() && inBytes_) {
+            inBytes_ = false;
+            attach();
+        }
     } catch (...) {
-        lead_ = before;
+        Store::DropPrefixes();  // those that it has may follow another rule
         throw;
     }
 }

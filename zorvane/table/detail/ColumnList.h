@@ -43,10 +43,22 @@ inline constexpr bool kIsColumn = std::is_invocable_v<const Column&, const Recor
 template <class Record, class Column>
 inline constexpr bool kIsColumn<Record, Descending<Column>> = kIsColumn<Record, Column>;
 
+template <class Record, class Column>
+inline constexpr bool kIsOrdered = [] {
+    if constexpr (kIsColumn<Record, Column>) {
+        using Value = std::remove_cvref_t<std::invoke_result_t<const Column&, const Record&>>;
+        return kCompares<Value, Value>;
+    }
+    return true;  // it is no column at all
+}();
+template <class Record, class Column>
+inline constexpr bool kIsOrdered<Record, Descending<Column>> = kIsOrdered<Record, Column>;
+
 template <class Record, class... Columns>
 class ColumnList {
     static_assert(sizeof...(Columns) > 0, "an order needs a column");
     static_assert((kIsColumn<Record, Columns> && ...), "no column of this type of record");
+    static_assert((kIsOrdered<Record, Columns> && ...), "a column's values have neither <=> nor <");
 
     template <std::size_t kColumn>
     using At = std::tuple_element_t<kColumn, std::tuple<ColumnOf<Record, Columns>...>>;
@@ -121,7 +133,10 @@ class ColumnList {
             } else {
                 using Member =
                     std::remove_cvref_t<decltype(std::declval<Record&>().*column.Projection)>;
-                using Own = Member Record::*;
+                // A record that is no class has no members, and a pointer to one is not even a
+                // type.
+                using Class = std::conditional_t<std::is_scalar_v<Record>, MemberName, Record>;
+                using Own = Member Class::*;
                 if (member.Tag != &kTag<Own>) return false;
                 return *static_cast<const Own*>(member.Pointer) == column.Projection;
             }

@@ -108,10 +108,27 @@ requires std::is_arithmetic_v<To> && std::is_arithmetic_v<From>
     return CompareNumbers(converted, value) == 0 ? std::optional(converted) : std::nullopt;
 }
 
+// Values that tell by themselves how they stand to one another.
+template <class A, class B>
+concept OrderedWith = requires(const A& left, const B& right) {
+    { left <=> right } -> std::convertible_to<std::weak_ordering>;
+}
+|| requires(const A& left, const B& right) {
+    left < right;
+    right < left;
+};
+// The same by the form that they are compared in, or by what the second makes of the first's type.
+template <class A, class B>
+inline constexpr bool kCompares =
+    (std::is_arithmetic_v<A> && std::is_arithmetic_v<B>) || OrderedWith<PlainOf<A>, PlainOf<B>> ||
+    (std::is_same_v<PlainOf<A>, std::u16string_view> && std::is_constructible_v<Text, const B&>) ||
+    (OrderedWith<PlainOf<A>, PlainOf<A>> && std::is_constructible_v<A, const B&>);
+
 // How two values stand to one another; a total order for values of one type, unless their own
 // operators fail to be one.
 template <class A, class B>
 [[nodiscard]] std::weak_ordering CompareValues(const A& left, const B& right) {
+    static_assert(kCompares<A, B>, "values that cannot be compared with the column's");
     using Left = PlainOf<A>;
     using Right = PlainOf<B>;
     if constexpr (!std::is_same_v<Left, A> || !std::is_same_v<Right, B>) {

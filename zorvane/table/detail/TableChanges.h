@@ -38,6 +38,14 @@ auto ZORVANE_TABLE_OF::Add(Record&& record) -> Added {
 }
 
 ZORVANE_TABLE
+auto ZORVANE_TABLE_OF::insert(const Record& record) -> Added {
+    const std::uint32_t hash = keys_.HashOfRecord(record);
+    if (const RecordNumber* const number = Locate<key_type>(keys_.Of(record), hash))
+        return {&records_.OfNumber(*number), false};
+    return {AddNew(Record(record), hash), true};
+}
+
+ZORVANE_TABLE
 const Record* ZORVANE_TABLE_OF::AddNew(Record&& record, std::uint32_t hash) {
     if (size() == max_size()) detail::RaiseFull();
     const std::int32_t position = records_.Count() + 1;
@@ -57,7 +65,13 @@ const Record* ZORVANE_TABLE_OF::AddNew(Record&& record, std::uint32_t hash) {
 ZORVANE_TABLE
 template <std::input_iterator Iterator, std::sentinel_for<Iterator> Sentinel>
 void ZORVANE_TABLE_OF::insert(Iterator first, Sentinel last) {
-    for (; first != last; ++first) Add(Record(*first));
+    for (; first != last; ++first) {
+        if constexpr (std::is_same_v<std::remove_cvref_t<decltype(*first)>, Record>) {
+            insert(*first);
+        } else {
+            Add(Record(*first));
+        }
+    }
 }
 
 ZORVANE_TABLE
@@ -82,7 +96,7 @@ ZORVANE_TABLE
 template <class Asked>
 auto ZORVANE_TABLE_OF::NumberFor(const Asked& key) const -> std::optional<RecordNumber> {
     if constexpr (std::is_same_v<Asked, const Record*> || std::is_same_v<Asked, Record*>) {
-        return key ? std::optional(records_.NumberOf(*key)) : std::nullopt;
+        return records_.HasPlace(key) ? std::optional(records_.NumberOf(*key)) : std::nullopt;
     } else {
         const RecordNumber* const number = Locate(key);
         return number ? std::optional(*number) : std::nullopt;
@@ -106,7 +120,7 @@ void ZORVANE_TABLE_OF::Replace(RecordNumber number, Record&& record) {
     for (const auto& order : orders_) order->Join(!order->Ties(old, record));
     FindPlaces(number, record);
     Follow(number, before, after);
-    const Record doomed(TakeOut(number));  // ends last
+    [[maybe_unused]] const Record doomed(TakeOut(number));  // ends last
     std::construct_at(&old, std::move(record));
 }
 

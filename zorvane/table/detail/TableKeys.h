@@ -71,6 +71,8 @@ class TableKeys {
             const std::optional<Key> same = SameNumber<Key>(key);
             return same ? look(*same) : decltype(look(*same))();
         } else {
+            static_assert(std::is_constructible_v<Key, const Asked&>,
+                          "a key is looked up by what compares with it or can be made into one");
             return look(static_cast<const Key&>(Key(key)));
         }
     }
