@@ -6,7 +6,6 @@
 #include "zorvane/platform/Font.h"
 #include "zorvane/propbag/BagFile.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
-#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {
@@ -100,7 +99,7 @@ class Run : public StepRun {
 
     void Write() {
         const Text name = SomeName();
-        const std::int32_t index = Chance(1) ? SomePosition() : 0;
+        const std::int32_t index = Chance(3) ? SomePosition() : 0;
         const auto pet = MakeObject<Pet>(static_cast<std::int32_t>(Below(5)));
         if (Chance(20)) pet->Class = Text();
         const auto font = MakeObject<Font>(FontValue{.Name = SomeName()});

@@ -16,7 +16,8 @@ class Run : public ListRun<CollectionEx> {
         const bool flag = Below(2) == 0, replace = Below(4) == 0;
         const std::int32_t position = Below(Count() + 3) - 1;
         const std::int32_t size = Below(60), step = 15 + Below(10);
-        const auto ratio = static_cast<float>(Below(12)) / 4;
+        const float ratios[] = {static_cast<float>(Below(12)) / 4, NAN, 1e30F};
+        const float ratio = ratios[Below(8) == 0 ? 1 + Below(2) : 0];
         DoChosen(
             static_cast<unsigned>(Below(100)),
             {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
@@ -115,7 +116,7 @@ class Run : public ListRun<CollectionEx> {
     }
     void SetMemory(std::int32_t size, std::int32_t step, float slots) {
         initialSize_ = std::max(size, 20);
-        ratio_ = std::max(static_cast<double>(slots), 1.5);
+        ratio_ = slots >= 1.5F ? slots : 1.5;
         growStep_ = step < 20 ? initialSize_ : step;
         if (rows_.empty()) Clear();
         capacity_ = std::max(initialSize_, Count());
@@ -142,7 +143,8 @@ class Run : public ListRun<CollectionEx> {
     }
 
     std::int32_t Slots() const {
-        return static_cast<std::int32_t>(std::nearbyint(ratio_ * capacity_)) | 1;
+        const double planned = std::min(std::nearbyint(ratio_ * capacity_), 2147483647.0);
+        return static_cast<std::int32_t>(planned) | 1;
     }
     bool StateIsOther() override {
         if (collection_.Get(u"Count") != Variant(Count()) ||

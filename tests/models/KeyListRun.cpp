@@ -22,7 +22,7 @@ class KeyListModel : public KeyedModel {
             }
         }
         rows.insert(rows.begin() + (index - 1), Row{item, 0, {}, key});
-        if (capacity < count()) capacity = count() + granularity;
+        if (capacity < count()) capacity = saturated(count(), granularity, 0, INT32_MAX);
         changed = true;
         return options.ReturnItem ? item : Variant(index);
     }

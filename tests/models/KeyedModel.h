@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
+#include <tuple>
 
 #include "tests/support/LiteralSort.h"
 #include "zorvane/platform/CaseMapping.h"
@@ -145,6 +145,13 @@ class KeyedModel {
         return static_cast<std::int16_t>(number == 28502 ? -28500 : -number);
     }
 
+    // Room for a step more, which a source may have told as any number.
+    static std::int32_t saturated(std::int32_t held, std::int32_t step, std::int32_t least,
+                                  std::int32_t most) {
+        const std::int64_t room = std::int64_t{held} + std::clamp(step, least, most);
+        return static_cast<std::int32_t>(std::min<std::int64_t>(room, INT32_MAX));
+    }
+
     // What Clear leaves alike everywhere.
     void empty(std::int32_t leastStep) {
         rows.clear();
@@ -155,14 +162,11 @@ class KeyedModel {
         sorted = unique = true;
         column = "key";
     }
-    // Settings of a source of CopyFrom, as they come.
+    // Settings of a source of CopyFrom, as they come: all of them or none.
     void takeSettings(const std::vector<Variant>& cells) {
-        changed = cells[0].ToBoolean();
-        compare = cells[1].ToLong();
-        descending = cells[2].ToBoolean();
-        granularity = cells[3].ToLong();
-        sorted = cells[4].ToBoolean();
-        unique = cells[5].ToBoolean();
+        std::tie(changed, compare, descending, granularity, sorted, unique) =
+            std::tuple(cells[0].ToBoolean(), cells[1].ToLong(), cells[2].ToBoolean(),
+                       cells[3].ToLong(), cells[4].ToBoolean(), cells[5].ToBoolean());
     }
 
     // The binary search: the middle is a real number rounded half to even.

@@ -3,11 +3,8 @@
 // its beginning.
 
 #include <algorithm>
-#include <cstdint>
-#include <vector>
 
 #include "tests/models/StepRun.h"
-#include "zorvane/platform/Variant.h"
 
 namespace zorvane {
 

@@ -5,14 +5,10 @@
 // be left out and the rest means something still: that is how a failure is cut down to few steps.
 
 #include <array>
-#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <memory>
-#include <new>
 #include <optional>
-#include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 

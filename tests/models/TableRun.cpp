@@ -1,9 +1,4 @@
-#include <algorithm>
 #include <limits>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "tests/models/StepRun.h"
 #include "tests/models/TableModel.h"
@@ -42,7 +37,7 @@ T Named(unsigned number) {
         return T(std::string(number / 16 % 5, 'x'));
     } else {
         return T("of the same beginning " + std::to_string(number) +
-                 std::string(number % 3, '\xC3'));
+                 std::string(number % 3 * 5, '\xC3'));
     }
 }
 
@@ -214,24 +209,19 @@ class Run : public StepRun {
         const CityType city = Named<CityType>(one.City);
         const auto sameCity = [&](const Record* record) { return record->City == city; };
         const auto sameBorn = [&](const Record* record) { return record->Born == one.Born; };
-        switch (Below(4)) {
-            case 0:
-                return Search(orders_.City, kByCity, sameCity, detail::Plain(city));
-            case 1:
-                return Search(
-                    orders_.City, kByCity,
-                    [&](const Record* record) { return sameCity(record) && sameBorn(record); },
-                    city, static_cast<std::int64_t>(one.Born));
-            case 2:
-                return Search(
-                    orders_.Owed, kByOwed,
-                    [&](const Record* record) {
-                        return detail::CompareValues(record->Owed, one.Owed) == 0;
-                    },
-                    one.Owed);
-            default:
-                return Search(orders_.Born, kByBorn, sameBorn, one.Born);
-        }
+        const auto sameCityAndBorn = [&](auto* record) {
+            return sameCity(record) && sameBorn(record);
+        };
+        const auto sameOwed = [&](const Record* record) {
+            return detail::CompareValues(record->Owed, one.Owed) == 0;
+        };
+        const unsigned which = Below(4);
+        if (which == 0) return Search(orders_.City, kByCity, sameCity, detail::Plain(city));
+        if (which == 1)
+            return Search(orders_.City, kByCity, sameCityAndBorn, city,
+                          static_cast<std::int64_t>(one.Born));
+        if (which == 2) return Search(orders_.Owed, kByOwed, sameOwed, one.Owed);
+        Search(orders_.Born, kByBorn, sameBorn, one.Born);
     }
 
     template <class Order, class... Columns>
@@ -250,16 +240,11 @@ class Run : public StepRun {
             [&] { return drops ? "gone 0" : "kept " + std::to_string(model_.size()); });
     }
     void KeepOrDrop() {
-        switch (Below(4)) {
-            case 0:
-                return KeepOrDrop(orders_.City, &Record::City, descending(&Record::Born));
-            case 1:
-                return KeepOrDrop(orders_.Owed, descending(&Record::Owed));
-            case 2:
-                return KeepOrDrop(orders_.Third, kThird, &Record::Key);
-            default:
-                return KeepOrDrop(orders_.Born, &Record::Born);
-        }
+        const unsigned which = Below(4);
+        if (which == 0) return KeepOrDrop(orders_.City, &Record::City, descending(&Record::Born));
+        if (which == 1) return KeepOrDrop(orders_.Owed, descending(&Record::Owed));
+        if (which == 2) return KeepOrDrop(orders_.Third, kThird, &Record::Key);
+        KeepOrDrop(orders_.Born, &Record::Born);
     }
 
     // What was moved over before memory ran out stays here.
@@ -340,14 +325,10 @@ class Run : public StepRun {
 }  // namespace
 
 std::unique_ptr<StepRun> StartTable(std::uint32_t kind) {
-    switch (kind / 2 % 3) {
-        case 0:
-            return std::make_unique<Run<std::string, std::string, Owned>>(kind);
-        case 1:
-            return std::make_unique<Run<Text, std::string, Nothing>>(kind);
-        default:
-            return std::make_unique<Run<int, int, Nothing>>(kind);
-    }
+    const std::uint32_t types = kind / 2 % 3;
+    if (types == 0) return std::make_unique<Run<std::string, std::string, Owned>>(kind);
+    if (types == 1) return std::make_unique<Run<Text, std::string, Nothing>>(kind);
+    return std::make_unique<Run<int, int, Nothing>>(kind);
 }
 
 }  // namespace zorvane

@@ -70,7 +70,7 @@ class CollectionModel : public KeyedModel {
 
     Variant Add(const Variant& item, const Text& key, const AddOptions& options) {
         if (key.Empty()) return failAdd(28502, key, options.ReturnItem);
-        if (count() == capacity) rehash(capacity + granularity);
+        if (count() == capacity) rehash(saturated(capacity, granularity, 1, 32768));
         std::size_t slot = 0;
         std::int32_t hash = 0;
         if (findSlot(key, slot, hash)) return failAdd(28501, key, options.ReturnItem);
@@ -108,7 +108,7 @@ class CollectionModel : public KeyedModel {
 
     void Clear() {
         empty(128);
-        rehash(granularity);
+        rehash(saturated(0, granularity, 1, 32768));
     }
 
     void SetGranularity(std::int32_t value) {
@@ -161,12 +161,9 @@ class Run : public KeyedRun<ZVCollectionEx, CollectionModel> {
         // Keys that no other record of the source has: what a repeated one leads to is our own
         // choice.
         const Text key = Text("copied ") + Text(std::to_string(++copied_)) + SomeKey();
-        return {Chance(80) ? Variant(std::int32_t{0}) : Variant(CollectionModel::hashOf(key)),
-                std::int32_t{0},
-                SomeItem(),
-                static_cast<std::int32_t>(Below(9)),
-                SomeKey(),
-                key};
+        const std::int32_t codes[] = {0, CollectionModel::hashOf(key), 1000, 2000};
+        return {codes[Below(std::size(codes))],      std::int32_t{0}, SomeItem(),
+                static_cast<std::int32_t>(Below(9)), SomeKey(),       key};
     }
     int copied_ = 0;
 };

@@ -5,20 +5,6 @@
 namespace zorvane {
 namespace {
 
-TEST(CollectionEx_SetMemory, TakesAnyRatio) {
-    const std::tuple<const char*, std::int32_t, float, std::int32_t> rows[] = {
-        {"as the timing run asks", 10000, 0.0F, 15001},
-        {"not a number", 20, std::numeric_limits<float>::quiet_NaN(), 31},
-        {"more slots than there are numbers", 20, 1e30f, 2147483647},
-    };
-    for (const auto& [what, size, ratio, slots] : rows) {
-        CollectionEx collection;
-        collection.SetMemory(size, 0, ratio);
-        EXPECT_EQ(collection.Capacity(), size) << what;
-        EXPECT_EQ(collection.TableSize(), slots) << what;
-    }
-}
-
 TEST(CollectionEx_HashKey, FollowsTheFirst256UnitsOfTheLowerCasedKey) {
     const auto with = [](std::size_t count, std::u16string_view tail) {
         return std::u16string(count, u'a').append(tail);

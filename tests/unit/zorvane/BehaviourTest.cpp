@@ -1,9 +1,6 @@
 // What docs/behaviour.md says of all containers at once.
 
-#include <new>
-
 #include "tests/support/AllocationFaults.h"
-#include "tests/support/Testing.h"
 #include "tests/unit/zorvane/Containers.h"
 
 namespace zorvane {
@@ -119,14 +116,6 @@ TEST(Behaviour_Removal, NeedsNoMemoryWhateverFailedBefore) {
         }
         FailAllocation(0);
     }
-}
-
-TEST(Behaviour_WriteProperty, ByPositionKeepsTheNamesWhenMemoryRunsOut) {
-    ZVPropertyBag bag;
-    FailAllocation(1);
-    EXPECT_THROW(bag.WriteProperty({}, 1, {.Index = 1}), std::bad_alloc);
-    FailAllocation(0);
-    EXPECT_TRUE(bag.Sorted());
 }
 
 template <class Container>
