@@ -1,9 +1,6 @@
 // Any bytes at all in a bag's file: they are read as they stand, a bag takes from them what it
 // takes from the same words elsewhere, and what is saved over them is read back.
 
-#include <algorithm>
-#include <cstdint>
-
 #include "fuzz/Require.h"
 #include "tests/unit/propbag/Words.h"
 #include "tests/unit/runtime_files/Folder.h"
@@ -14,7 +11,7 @@ namespace {
 using namespace zorvane;
 
 Array WordsIn(const std::string& path) {
-    const Variant read = modZorvane::ReadFileWords(path);
+    const Variant read = ReadFileWords(path);
     Require(read.IsArray(), "a file is read");
     return read.AsArray();
 }
@@ -40,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             "damage is told");
     Require(inPieces.Contents() == taken, "what is not read on would not have helped");
 
-    modZorvane::WriteFileWords(path, taken);
+    WriteFileWords(path, taken);
     const Array saved = WordsIn(path);
     const auto length = static_cast<std::size_t>(taken.Count());
     Require(saved.Count() == std::max(read.Count(), taken.Count()), "a file never becomes shorter");

@@ -110,12 +110,16 @@ using zorvane::kMeanwhile;
 extern "C" {
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's.
+#define ZORVANE_WRAPPER(result, function, parameters) \
+    result __real_##function parameters;              \
+    result __wrap_##function parameters;              \
+    result __wrap_##function parameters
+
 #define ZORVANE_WRAP(result, function, parameters, arguments)              \
-    result __real_##function parameters;                                   \
-    result __wrap_##function parameters;                                   \
-    result __wrap_##function parameters {                                  \
+    ZORVANE_WRAPPER(result, function, parameters) {                        \
         return Armed::Fails(#function) ? -1 : __real_##function arguments; \
     }
+
 ZORVANE_WRAP(int, fstat, (int file, struct stat* state), (file, state))
 ZORVANE_WRAP(int, fstatat, (int folder, const char* name, struct stat* state, int flags),
              (folder, name, state, flags))
@@ -134,28 +138,23 @@ ZORVANE_WRAP(int, fsetxattr,
 ZORVANE_WRAP(int, fremovexattr, (int file, const char* name), (file, name))
 ZORVANE_WRAP(ssize_t, readlink, (const char* path, char* target, size_t size), (path, target, size))
 
-#define ZORVANE_WRAP_BYTES(function, bytes_type)                                   \
-    ssize_t __real_##function(int file, bytes_type bytes, size_t size, off_t at);  \
-    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at);  \
-    ssize_t __wrap_##function(int file, bytes_type bytes, size_t size, off_t at) { \
-        const int fault = Armed::FaultFor(#function);                              \
-        if (fault > 0) return errno = fault, -1;                                   \
-        if constexpr (std::is_const_v<std::remove_pointer_t<bytes_type>>)          \
-            Armed::NoteDone(at == 0 && size <= 4 ? 'm' : 'w');                     \
-        const bool whole = fault == 0 || fault == kMeanwhile;                      \
-        const size_t some = whole ? size : (size + 1) / 2;                         \
-        const ssize_t done = __real_##function(file, bytes, some, at);             \
-        if (fault == kKilledHalfway) std::raise(SIGKILL);                          \
-        return done;                                                               \
+#define ZORVANE_WRAP_BYTES(function, bytes_type)                                              \
+    ZORVANE_WRAPPER(ssize_t, function, (int file, bytes_type bytes, size_t size, off_t at)) { \
+        const int fault = Armed::FaultFor(#function);                                         \
+        if (fault > 0) return errno = fault, -1;                                              \
+        if constexpr (std::is_const_v<std::remove_pointer_t<bytes_type>>)                     \
+            Armed::NoteDone(at == 0 && size <= 4 ? 'm' : 'w');                                \
+        const bool whole = fault == 0 || fault == kMeanwhile;                                 \
+        const size_t some = whole ? size : (size + 1) / 2;                                    \
+        const ssize_t done = __real_##function(file, bytes, some, at);                        \
+        if (fault == kKilledHalfway) std::raise(SIGKILL);                                     \
+        return done;                                                                          \
     }
+
 ZORVANE_WRAP_BYTES(pread, void*)
 ZORVANE_WRAP_BYTES(pwrite, const void*)
-#undef ZORVANE_WRAP
-#undef ZORVANE_WRAP_BYTES
 
-int __real_openat(int directory, const char* name, int flags, mode_t mode);
-int __wrap_openat(int directory, const char* name, int flags, mode_t mode);
-int __wrap_openat(int directory, const char* name, int flags, mode_t mode) {
+ZORVANE_WRAPPER(int, openat, (int directory, const char* name, int flags, mode_t mode)) {
     if (Armed::RefusesUnnamedFiles() && (flags & O_TMPFILE) == O_TMPFILE) {
         errno = EOPNOTSUPP;
         return -1;
@@ -164,35 +163,31 @@ int __wrap_openat(int directory, const char* name, int flags, mode_t mode) {
     return Armed::Fails("openat") ? -1 : __real_openat(directory, name, flags, mode);
 }
 
-int __real_fsync(int file);
-int __wrap_fsync(int file);
-int __wrap_fsync(int file) {
+ZORVANE_WRAPPER(int, fsync, (int file)) {
     struct stat state {};
     __real_fstat(file, &state);
     Armed::NoteDone(S_ISDIR(state.st_mode) ? 'd' : 'f');
     return Armed::Fails("fsync") ? -1 : __real_fsync(file);
 }
 
-int __real_renameat(int from, const char* old, int to, const char* name);
-int __wrap_renameat(int from, const char* old, int to, const char* name);
-int __wrap_renameat(int from, const char* old, int to, const char* name) {
+ZORVANE_WRAPPER(int, renameat, (int from, const char* old, int to, const char* name)) {
     Armed::NoteDone('r');
     return Armed::Fails("renameat") ? -1 : __real_renameat(from, old, to, name);
 }
 
-DIR* __real_fdopendir(int folder);
-DIR* __wrap_fdopendir(int folder);
-DIR* __wrap_fdopendir(int folder) {
+ZORVANE_WRAPPER(DIR*, fdopendir, (int folder)) {
     return Armed::Fails("fdopendir") ? nullptr : __real_fdopendir(folder);
 }
 
 // Gives its error number as the result.
-int __real_posix_fallocate(int file, off_t from, off_t size);
-int __wrap_posix_fallocate(int file, off_t from, off_t size);
-int __wrap_posix_fallocate(int file, off_t from, off_t size) {
+ZORVANE_WRAPPER(int, posix_fallocate, (int file, off_t from, off_t size)) {
     const int fault = Armed::FaultFor("posix_fallocate");
     return fault > 0 ? fault : __real_posix_fallocate(file, from, size);
 }
+
+#undef ZORVANE_WRAP
+#undef ZORVANE_WRAP_BYTES
+#undef ZORVANE_WRAPPER
 // NOLINTEND(bugprone-reserved-identifier)
 
 }  // extern "C"

@@ -2,18 +2,12 @@
 
 #include <sys/wait.h>
 
-#include <cerrno>
-
 #include "tests/support/Testing.h"
 #include "tests/unit/runtime_files/FaultyCalls.h"
 #include "tests/unit/runtime_files/UnixFolder.h"
 
 namespace zorvane {
 namespace {
-
-using modZorvane::LoadFileWords;
-using modZorvane::ReadFileWords;
-using modZorvane::SaveFileWords;
 
 // Longer than one piece of the tail, so that copying it takes several calls.
 const std::string kOld = std::string(4, '\xff') + std::string(80'001, 'o');

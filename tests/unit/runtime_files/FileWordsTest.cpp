@@ -9,11 +9,6 @@
 namespace zorvane {
 namespace {
 
-using modZorvane::LoadFileWords;
-using modZorvane::ReadFileWords;
-using modZorvane::SaveFileWords;
-using modZorvane::WriteFileWords;
-
 #ifdef _WIN32
 constexpr const char* kDevice = "NUL";
 #else
@@ -36,7 +31,7 @@ TEST(LoadFileWords, WhatIsNoFileSaysWhyAndReadsAsEmpty) {
         EXPECT_TRUE(LoadFileWords(path).Error == why) << what;
         EXPECT_TRUE(ReadFileWords(path).IsEmpty()) << what;
         EXPECT_TRUE(SaveFileWords(path, WordsOf("WXYZ")) == why) << what;
-        EXPECT_TRUE(modZorvane::CheckFileWords(path) == why) << what;
+        EXPECT_TRUE(CheckFileWords(path) == why) << what;
     }
 }
 
@@ -45,7 +40,7 @@ TEST(LoadFileWords, NoMoreIsReadThanWasAskedFor) {
     folder.Put("file", "abcde");
     for (const auto& [most, words] :
          {std::pair{0, ""}, {2, "abcd"}, {3, "abcde"}, {9, "abcde"}, {-1, ""}}) {
-        const modZorvane::LoadedWords loaded = LoadFileWords(folder.At("file"), most);
+        const LoadedWords loaded = LoadFileWords(folder.At("file"), most);
         EXPECT_TRUE(!loaded.Error && loaded.Words == WordsOf(words)) << most;
         EXPECT_EQ(loaded.FileBytes, 5u);
     }
@@ -59,19 +54,15 @@ TEST(LoadFileWords, NoMoreIsReadThanWasAskedFor) {
 TEST(SaveFileWords, TheNewWordsStandInFrontOfTheOldTailOrWithout) {
     const Folder folder;
     const std::filesystem::path path = std::filesystem::path(folder.Path()) / u"\u00FC\U0001F4BE";
-    const struct {
-        const char* words;
-        bool cut;
-        const char* held;
-    } saves[] = {{"abcdefgh", false, "abcdefgh"},
-                 {"WXYZ", false, "WXYZefgh"},
-                 {"WXYZ", true, "WXYZ"},
-                 {"0123456789", true, "0123456789"},
-                 {"vw", true, "vw"},
-                 {"abcdefgh", false, "abcdefgh"}};
+    const std::tuple<const char*, bool, const char*> saves[] = {{"abcdefgh", false, "abcdefgh"},
+                                                                {"WXYZ", false, "WXYZefgh"},
+                                                                {"WXYZ", true, "WXYZ"},
+                                                                {"0123456789", true, "0123456789"},
+                                                                {"vw", true, "vw"},
+                                                                {"abcdefgh", false, "abcdefgh"}};
     for (const bool inPlace : {false, true}) {
         for (const auto& [words, cut, held] : saves) {
-            EXPECT_EQ(modZorvane::CheckFileWords(path), std::error_code());
+            EXPECT_EQ(CheckFileWords(path), std::error_code());
             EXPECT_EQ(SaveFileWords(path, WordsOf(words), {.CutOldTail = cut}), std::error_code());
             EXPECT_TRUE(ReadFileWords(Text(path.u16string())) == WordsOf(held)) << words;
         }

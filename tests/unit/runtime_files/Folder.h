@@ -14,6 +14,8 @@
 
 namespace zorvane {
 
+using namespace modZorvane;
+
 // What a test needs before it can begin.
 inline void Must(bool done) {
     if (!done) throw std::runtime_error("the file system refuses what the test needs");
