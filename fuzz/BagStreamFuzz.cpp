@@ -2,9 +2,7 @@
 // understood must come back the same from the bag's own words. Bytes that begin with an M are made
 // into a stream that is nearly sound (StreamMaker); others are the words themselves.
 
-#include <cstdint>
 #include <cstring>
-#include <vector>
 
 #include "fuzz/Require.h"
 #include "fuzz/StreamMaker.h"
@@ -13,7 +11,6 @@
 #include "zorvane/platform/Error.h"
 #include "zorvane/propbag/BagReport.h"
 #include "zorvane/propbag/BagStream.h"
-#include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/StreamEncoder.h"
 
 namespace {

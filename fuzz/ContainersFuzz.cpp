@@ -1,8 +1,6 @@
 // Any steps at all through a container, or a bag, and through its model. The first byte says which,
 // the second of which kind, and every two bytes from there are a step.
 
-#include <cstdint>
-
 #include "fuzz/Require.h"
 #include "tests/models/StepRun.h"
 

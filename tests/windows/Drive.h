@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QTest>
-#include <QWidget>
-#include <QWindow>
+#include <QtTest>
+#include <QtWidgets>
+
 #include <functional>
 
 #include "program/forms/Form.h"

@@ -1,13 +1,8 @@
 #include "program/forms/Form.h"
 
-#include <QPushButton>
-#include <QScreen>
-#include <QVBoxLayout>
-
 #include "tests/support/Outcome.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
-#include "zorvane/platform/Error.h"
 
 namespace zorvane::test {
 namespace {

@@ -1,8 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <QDialog>
-#include <QLineEdit>
-#include <QPalette>
 #include <cmath>
 
 #include "program/forms/Colour.h"

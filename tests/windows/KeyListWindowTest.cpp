@@ -1,4 +1,3 @@
-#include <QHeaderView>
 #include <algorithm>
 
 #include "program/demos/frmDemo0.h"

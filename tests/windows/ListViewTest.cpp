@@ -1,9 +1,5 @@
 #include "program/forms/ListView.h"
 
-#include <QClipboard>
-#include <QMimeData>
-#include <QSignalSpy>
-
 #include "tests/windows/Drive.h"
 
 namespace zorvane::test {

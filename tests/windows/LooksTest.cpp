@@ -1,10 +1,4 @@
 // What can be said about looks without comparing a pixel, in light and dark, at every scale.
-#include <QAccessible>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QScrollArea>
 #include <set>
 
 #include "program/app/FrmMainDemo.h"

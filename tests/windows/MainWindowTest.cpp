@@ -1,5 +1,3 @@
-#include <QPushButton>
-
 #include "program/app/FrmMainDemo.h"
 #include "program/demos/frmDemo0.h"
 #include "tests/windows/Drive.h"

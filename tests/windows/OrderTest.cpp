@@ -1,9 +1,3 @@
-#include <QClipboard>
-#include <QFile>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTemporaryDir>
-
 #include "program/app/Order.h"
 #include "program/app/frmOrder.h"
 #include "program/app/frmOrderSummary.h"

@@ -1,5 +1,3 @@
-#include <QProgressBar>
-
 #include "program/app/Version.h"
 #include "program/app/frmSplash.h"
 #include "program/forms/Label.h"

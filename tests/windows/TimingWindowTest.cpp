@@ -1,12 +1,3 @@
-#include <QClipboard>
-#include <QDir>
-#include <QHeaderView>
-#include <QHelpEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QScrollBar>
-#include <QTemporaryDir>
-#include <QToolTip>
 #include <set>
 
 #include "program/demos/FrmDemo1.h"

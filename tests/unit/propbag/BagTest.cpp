@@ -2,7 +2,6 @@
 
 #include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
-#include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/SameValue.h"
 
 namespace zorvane {

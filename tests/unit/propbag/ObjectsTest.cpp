@@ -7,7 +7,6 @@
 #include "zorvane/platform/Font.h"
 #include "zorvane/propbag/IZVPropertyBag.h"
 #include "zorvane/propbag/TolerantReading.h"
-#include "zorvane/propbag/ZVPropertyBag.h"
 #include "zorvane/propbag/detail/PropertyObjects.h"
 
 namespace zorvane {

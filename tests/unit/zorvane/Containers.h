@@ -1,8 +1,6 @@
 #pragma once
 // What the containers have in common, for tests that hold for each of them.
 
-#include <type_traits>
-
 #include "tests/support/Testing.h"
 #include "zorvane/collection/CollectionEx.h"
 #include "zorvane/collection/ZVCollectionEx.h"

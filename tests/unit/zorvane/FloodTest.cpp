@@ -1,9 +1,7 @@
 // What keys cost that somebody chose to be costly, counted in the places that look-ups pass.
 
 #include "bench/Floods.h"
-#include "tests/support/Testing.h"
 #include "tests/unit/zorvane/Containers.h"
-#include "zorvane/platform/Error.h"
 #include "zorvane/table/Table.h"
 
 namespace zorvane {

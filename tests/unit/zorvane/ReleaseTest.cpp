@@ -1,7 +1,6 @@
 // A value's end may run code that uses the container it was in: it finds the container whole, and
 // comes once, after the operation that let go of it.
 
-#include "tests/support/Testing.h"
 #include "tests/unit/zorvane/Containers.h"
 
 namespace zorvane {

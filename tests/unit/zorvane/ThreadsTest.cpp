@@ -4,14 +4,9 @@
 #include <atomic>
 #include <thread>
 
-#include "tests/support/Testing.h"
-#include "zorvane/collection/CollectionEx.h"
-#include "zorvane/collection/ZVCollectionEx.h"
-#include "zorvane/keylist/KeyListEX.h"
-#include "zorvane/platform/Collection.h"
+#include "tests/unit/zorvane/Containers.h"
 #include "zorvane/platform/Font.h"
 #include "zorvane/platform/Random.h"
-#include "zorvane/propbag/ZVPropertyBag.h"
 
 namespace zorvane {
 namespace {

@@ -1,7 +1,6 @@
 // Frames: the same eight numbers after any number of openings, whatever the window manager adds.
 // That the display shows what the toolkit tells is the tour's to see.
 
-#include <QScreen>
 #include <utility>
 
 #include "tests/windows/propbag/PropBagFixture.h"

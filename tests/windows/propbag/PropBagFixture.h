@@ -1,7 +1,6 @@
 #pragma once
 // What tests of the property-bag windows share: a session, a file for it, and answers to dialogs.
 
-#include <QTemporaryDir>
 #include <algorithm>
 #include <vector>
 

@@ -1,10 +1,6 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <QAction>
-#include <QDir>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <span>
 
 #include "program/forms/Label.h"
