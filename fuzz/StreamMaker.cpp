@@ -67,23 +67,12 @@ void StreamMaker::Alter() {
         at = std::min(at + field, words_.size() - 1);
     }
     const auto place = words_.begin() + static_cast<std::ptrdiff_t>(at);
-    switch (Below(8)) {
-        default:
-            *place = kTelling[Below(std::size(kTelling))];
-            break;
-        case 4:
-            *place = Word();
-            break;
-        case 5:
-            *place = static_cast<std::int16_t>(*place + (Below(2) == 0 ? 1 : -1));
-            break;
-        case 6:
-            words_.erase(place);
-            break;
-        case 7:
-            words_.insert(place, Word());
-            break;
-    }
+    const std::uint32_t how = Below(8);
+    if (how < 4) *place = kTelling[Below(std::size(kTelling))];
+    if (how == 4) *place = Word();
+    if (how == 5) *place = static_cast<std::int16_t>(*place + (Below(2) == 0 ? 1 : -1));
+    if (how == 6) words_.erase(place);
+    if (how == 7) words_.insert(place, Word());
 }
 
 void StreamMaker::Put(const Variant& value) {
@@ -150,35 +139,27 @@ Variant StreamMaker::SomeTexts(std::int32_t count) {
 }
 
 Variant StreamMaker::SomeValue(int depth) {
-    switch (Below(depth < kDepth ? 8 : 4)) {
-        case 0:
-            return SomeNumber();
-        case 1:
-            return SomeText();
-        case 2:
-            return Variant();
-        case 3:
-            return Variant::FromError(static_cast<std::int32_t>(Below(256)));
-        case 4:
-        case 5:
-            return SomeArray(depth);
-        case 6: {  // an object's own bag
-            BagState state;
-            for (std::uint32_t entries = Below(3); entries > 0; --entries) {
-                state.Entries.push_back({SomeValue(depth + 1), SomeText().AsText(), {}});
-            }
-            return EncodeBag(state);
+    const std::uint32_t kind = Below(depth < kDepth ? 8 : 4);
+    if (kind == 0) return SomeNumber();
+    if (kind == 1) return SomeText();
+    if (kind == 2) return Variant();
+    if (kind == 3) return Variant::FromError(static_cast<std::int32_t>(Below(256)));
+    if (kind < 6) return SomeArray(depth);
+    if (kind == 6) {  // an object's own bag
+        BagState state;
+        for (std::uint32_t entries = Below(3); entries > 0; --entries) {
+            state.Entries.push_back({SomeValue(depth + 1), SomeText().AsText(), {}});
         }
-        default: {  // nests as deep as may be, and deeper than a stack is high
-            Variant nest = SomeValue(kDepth);
-            for (std::uint32_t levels = Below(256 - kDepth); levels > 0; --levels) {
-                Array around(VarType::Variant, 0, 1);
-                around.SetAt(0, nest);
-                nest = around;
-            }
-            return nest;
-        }
+        return EncodeBag(state);
     }
+    // Nests as deep as may be, and deeper than a stack is high.
+    Variant nest = SomeValue(kDepth);
+    for (std::uint32_t levels = Below(256 - kDepth); levels > 0; --levels) {
+        Array around(VarType::Variant, 0, 1);
+        around.SetAt(0, nest);
+        nest = around;
+    }
+    return nest;
 }
 
 }  // namespace zorvane

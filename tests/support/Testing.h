@@ -6,15 +6,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <random>
 #include <ranges>
-#include <sstream>
-#include <stdexcept>
-#include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -23,3 +18,14 @@
 #include "tests/support/CountedObject.h"
 #include "tests/support/Outcome.h"
 #include "zorvane/platform/Variant.h"
+
+namespace zorvane {
+
+// A code point in UTF-16.
+inline std::u16string UnitsOf(char32_t point) {
+    if (point <= 0xFFFF) return {static_cast<char16_t>(point)};
+    return {static_cast<char16_t>(0xD7C0 + (point >> 10)),
+            static_cast<char16_t>(0xDC00 + (point & 0x3FF))};
+}
+
+}  // namespace zorvane

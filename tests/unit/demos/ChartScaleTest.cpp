@@ -14,12 +14,7 @@ std::string LabelsOf(const ChartScale& scale) {
 }
 
 TEST(ChartScale, IsLinearForASmallSpreadAndInDecadesForALargeOneAndABarStaysWithinIt) {
-    const struct {
-        const char* what;
-        std::vector<double> seconds;
-        double shortest;
-        const char* labels;
-    } rows[] = {
+    const std::tuple<const char*, std::vector<double>, double, const char*> rows[] = {
         {"one", {0.0031}, 0.0031, "0; 500 \xC2\xB5s; 1 ms; 1.5 ms; 2 ms; 2.5 ms; 3 ms; 3.5 ms; "},
         {"zero does not count", {0, 0.1, 0.4}, 0.1, "0; 100 ms; 200 ms; 300 ms; 400 ms; "},
         {"far apart", {20e-6, 3e-3}, 20e-6, "10 \xC2\xB5s; 100 \xC2\xB5s; 1 ms; 10 ms; "},

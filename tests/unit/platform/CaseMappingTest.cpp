@@ -9,18 +9,8 @@ namespace {
 
 using namespace std::string_literals;
 
-std::u16string UnitsOf(char32_t point) {
-    if (point <= 0xFFFF) return {static_cast<char16_t>(point)};
-    return {static_cast<char16_t>(0xD7C0 + (point >> 10)),
-            static_cast<char16_t>(0xDC00 + (point & 0x3FF))};
-}
-
 TEST(CompareTexts, FollowsSimpleFoldingOrUnsignedUnits) {
-    const struct {
-        const char* what;
-        std::u16string left, right;
-        int text, binary;
-    } rows[] = {
+    const std::tuple<const char*, std::u16string, std::u16string, int, int> rows[] = {
         {"case alone", u"a\0B"s, u"A\0b"s, 0, 1},
         {"underscore before letters of either case", u"_", u"A", -1, 1},
         {"shorter first", u"ab", u"abC", -1, -1},

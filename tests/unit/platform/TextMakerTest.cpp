@@ -6,7 +6,7 @@ namespace zorvane {
 namespace {
 
 // Units that no other text of the test has in the same place.
-std::u16string UnitsOf(std::size_t serial, std::size_t length) {
+std::u16string SomeUnits(std::size_t serial, std::size_t length) {
     std::u16string units(length, u'\0');
     for (std::size_t i = 0; i < length; ++i) units[i] = static_cast<char16_t>(serial * 131 + i);
     return units;
@@ -21,7 +21,7 @@ std::vector<Made> MakeMany(TextMaker& maker) {
     std::vector<Made> all;
     for (std::size_t serial = 0; serial < 700; ++serial) {
         // Each length on both sides of what a slab takes, and often enough to fill several.
-        const std::u16string units = UnitsOf(serial, serial % 70);
+        const std::u16string units = SomeUnits(serial, serial % 70);
         const auto fill = [&](char16_t* to) { std::ranges::copy(units, to); };
         all.push_back({maker.Make(units.size(), fill), units});
     }

@@ -52,11 +52,7 @@ TEST(Text_ToUtf8, ALoneSurrogateBecomesAReplacementAndEveryCodePointComesBack) {
     EXPECT_EQ(out.str(), "\xEF\xBF\xBDz\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x90\x90\x80\0\xEF\xBF\xBD"s);
     for (char32_t point = 0; point <= 0x10FFFF; ++point) {
         if (IsSurrogate(point)) continue;
-        std::u16string units(1, static_cast<char16_t>(point));
-        if (point > 0xFFFF) {
-            units = {static_cast<char16_t>(0xD7C0 + (point >> 10)),
-                     static_cast<char16_t>(0xDC00 + (point & 0x3FF))};
-        }
+        const std::u16string units = UnitsOf(point);
         ASSERT_EQ(Text(Text(units).ToUtf8()).Units(), units) << unsigned(point);
     }
 }

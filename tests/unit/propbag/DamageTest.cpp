@@ -39,19 +39,6 @@ TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
     EXPECT_FALSE(DecodeBag(OneEntry(wide)).Damage);
 }
 
-TEST(Contents_Damaged, WhatFollowsFromAWrongCountOrNamesKeepsTheEntriesBefore) {
-    Words flagless = OneEntry("6003 0004 0001 0000 0000 0000 0000 0000");
-    flagless.resize(flagless.size() - 10);  // two words that are skipped lie behind the end
-    const std::tuple<const char*, Words, std::int32_t> table[] = {
-        {"more than there are", Patched({{4, 3}}), 2},
-        {"fewer: flags out of the second value", Patched({{4, 1}}), 1},
-        {"names from 0 to 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 1},
-        {"a Long where the names should be", Patched({{6, 3}}), 0},
-        {"skipped to beyond the end", flagless, 1},
-    };
-    for (const auto& [what, words, count] : table) EXPECT_EQ(BagFrom(words).Count(), count) << what;
-}
-
 // Else a file of gigabytes would be read for a text that cannot be made.
 TEST(Contents_Damaged, NoStreamIsLongEnoughForATextLongerThanAny) {
     for (const auto& [high, wanted] : {std::pair("3FFF", 0x3FFFFFFF + 31u), {"4000", 0u}}) {
@@ -60,10 +47,21 @@ TEST(Contents_Damaged, NoStreamIsLongEnoughForATextLongerThanAny) {
     }
 }
 
-// Damage is named by its word, so that a person can look at it.
-TEST(Contents_Damaged, TheCheckerNamesTheWord) {
+// Damage is named by its word, so that a person can look at it; the entries before it are kept.
+TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
     constexpr std::size_t kSound = 999;
-    const std::tuple<const char*, Words, std::size_t> table[] = {
+    Words flagless = OneEntry("6003 0004 0001 0000 0000 0000 0000 0000");
+    flagless.resize(flagless.size() - 10);  // two words that are skipped lie behind the end
+    struct Row {
+        const char* what;
+        Words words;
+        std::size_t named;
+        std::int32_t read = -1;  // entries
+    };
+    const Row table[] = {
+        {"count too great", Patched({{4, 3}}), 8, 2},
+        {"a Long where the names should be", Patched({{6, 3}}), 6, 0},
+        {"skipped to beyond the end", flagless, kValueWord, 1},
         {"nothing", TwoEntries(), kSound},
         {"an empty bag", Hex("D8F1 D8F1 0003"), kSound},
         {"Empty, Null and a decimal",
@@ -73,12 +71,12 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         {"half a marker", Hex("D8F1 FFFF 0003"), 0},
         {"second marker", Patched({{1, 0xD8F1}}), 1},
         {"count of another type", Patched({{2, 2}}), 3},
-        {"count too small", Patched({{4, 1}}), 8},
+        {"count too small: flags out of the second value", Patched({{4, 1}}), 8, 1},
         {"names of another type", Patched({{6, 0x2002}}), 7},
         {"names' element size", Patched({{7, 8}}), 7},
         {"names' count", Patched({{8, 3}}), 8},
         {"names' upper bound", Patched({{12, 3}}), 8},
-        {"names that do not begin at 1", Patched({{10, 0}, {12, 1}}), 8},
+        {"names that do not begin at 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 8, 1},
         {"a name too long", Patched({{15, 0xFFFF}}), 14},
         {"text states a size", Patched({{42, 2}}), 42},
         {"unknown type", Patched({{47, 0x10}}), 47},
@@ -93,9 +91,12 @@ TEST(Contents_Damaged, TheCheckerNamesTheWord) {
         {"bounds turned round", OneEntry("2002 0002 0000 0000 0005 0000 0000 0000"),
          kValueWord + 4},
     };
-    for (const auto& [what, words, named] : table) {
+    for (const auto& [what, words, named, read] : table) {
         const auto damage = DecodeBag(words, StreamCare::Checker).Damage;
         EXPECT_EQ(damage ? damage->Word : kSound, named) << what;
+        if (read >= 0) {
+            EXPECT_EQ(BagFrom(words).Count(), read) << what;
+        }
     }
 }
 

@@ -23,12 +23,7 @@ struct Stream {
 // The stream grows when its highest index is not greater than the position and the margin.
 TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
     const std::int32_t step = 0x8000;
-    const struct {
-        const char* what;
-        Variant value;
-        std::int32_t margin;
-        std::int32_t growth;
-    } table[] = {
+    const std::tuple<const char*, Variant, std::int32_t, std::int32_t> table[] = {
         {"Long", 5, 4, step},
         {"Byte", std::uint8_t{1}, 3, step},
         {"Empty", Variant(), 2, step},
@@ -40,18 +35,18 @@ TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
         {"odd bytes", Array(VarType::Byte, 0, 3), 8 + 2 + 8, step + 2},
         {"values", ArrayOf(VarType::Variant, 0, u"abc"), 8 + 7, step + 3},
     };
-    for (const auto& row : table) {
-        Stream enough(row.margin + 1);
-        enough.Write(row.value);
-        EXPECT_EQ(enough.Capacity, row.margin + 1) << row.what;
-        Stream less(row.margin);
-        less.Write(row.value);
-        EXPECT_EQ(less.Capacity, row.margin + row.growth) << row.what;
-        EXPECT_EQ(less.Words.UpperBound(), less.Capacity) << row.what;
-        EXPECT_EQ(less.Position, enough.Position) << row.what;
+    for (const auto& [what, value, margin, growth] : table) {
+        Stream enough(margin + 1);
+        enough.Write(value);
+        EXPECT_EQ(enough.Capacity, margin + 1) << what;
+        Stream less(margin);
+        less.Write(value);
+        EXPECT_EQ(less.Capacity, margin + growth) << what;
+        EXPECT_EQ(less.Words.UpperBound(), less.Capacity) << what;
+        EXPECT_EQ(less.Position, enough.Position) << what;
         std::int32_t position = 0;
-        EXPECT_EQ(ReadStreamValue(less.Words, position), row.value) << row.what;
-        EXPECT_EQ(position, less.Position) << row.what;
+        EXPECT_EQ(ReadStreamValue(less.Words, position), value) << what;
+        EXPECT_EQ(position, less.Position) << what;
     }
 }
 
