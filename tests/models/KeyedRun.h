@@ -54,6 +54,7 @@ class KeyedRun : public StepRun {
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
         std::u16string number(Text(std::to_string(1000 + last_)).Units());
         if (last_ / 100 % 2 != 0) number[1] |= 0x80;  // units of a byte, but not of seven bits
+        if (last_ % 500 == 3) number[2] |= 0x100;     // and few that are more than a byte
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
