@@ -15,7 +15,8 @@ inline bool RunOnStackOf([[maybe_unused]] std::size_t bytes,
 #ifdef __linux__
     pthread_attr_t size;
     pthread_attr_init(&size);
-    pthread_attr_setstacksize(&size, bytes);
+    // A system may have a least size that is greater: the body would run on any stack.
+    if (pthread_attr_setstacksize(&size, bytes) != 0) return false;
     pthread_t thread;
     const auto run = [](void* given) -> void* {
         (*static_cast<std::function<void()>*>(given))();
