@@ -17,9 +17,9 @@ Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading
     if (fs::is_regular_file(found) && loading.Error) return Obstacle::Unreadable;
     if (fs::is_directory(found)) return Obstacle::IsFolder;
     if (!modZorvane::CheckFileWords(path)) {
-        // An empty bag is one, too; so is what whole entries are left of.
+        // What whole entries are left of is a bag still.
         const bool none = loading.Foreign || (loading.Damaged && bag.Count() == 0);
-        return none && !loading.Error ? Obstacle::Foreign : Obstacle::None;
+        return none ? Obstacle::Foreign : Obstacle::None;
     }
     if (!fs::exists(found)) return Obstacle::Folder;
     return fs::is_regular_file(found) ? Obstacle::ReadOnly : Obstacle::NoFile;

@@ -141,8 +141,7 @@ class Table {
 
     /// @{
     /// Adds a record behind all others, unless its key is in use; then the argument is what it was.
-    /// O(1) on average, and O(log n) for
-    /// each kept order.
+    /// O(1) on average, and O(log n) for each kept order.
     Added insert(Record&& record) { return Add(std::move(record)); }
     Added insert(const Record& record);
     template <std::input_iterator Iterator, std::sentinel_for<Iterator> Sentinel>
