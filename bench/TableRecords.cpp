@@ -1,7 +1,9 @@
 // The typed table and what one would pick instead, with records of 24 and of 200 bytes under whole
 // numbers. "bare vector" has no keys: it says what positions and visits cost at the least.
 
+#include <algorithm>
 #include <map>
+#include <random>
 #include <string>
 #include <unordered_map>
 
@@ -21,9 +23,6 @@ namespace {
 using namespace bench;
 
 using Key = std::uint64_t;
-Key keyOf(size_t i) {
-    return (i + 1) * 0x9E3779B97F4A7C15u;
-}
 
 template <size_t kBytes>
 struct Record {
@@ -31,10 +30,6 @@ struct Record {
     int32_t value;
     char rest[kBytes - sizeof(Key) - sizeof(int32_t)];
 };
-template <class R>
-R made(const Data& d, size_t i) {
-    return {keyOf(i), d.values[i], {}};
-}
 
 // A pass over records, or over pairs of key and record.
 template <class C>
@@ -50,13 +45,18 @@ int64_t sumOf(const C& c) {
     return s;
 }
 
-// What all have in common; keys and values are those of the data's numbers.
+// What all have in common. Keys are drawn: the hashes of std and Boost are the number itself, and
+// numbers in a row, or any one number apart, would fall into slots of their own by luck.
 template <class R>
 struct Records {
     static constexpr bool positional = true, sorted = false;
     const Data& d;
-    explicit Records(const Data& data) : d(data) {}
-    R make(size_t i) const { return made<R>(d, i); }
+    std::vector<Key> keys;
+    explicit Records(const Data& data) : d(data), keys(data.values.size()) {
+        std::ranges::generate(keys, std::mt19937_64(data.values.size()));
+    }
+    BENCH_INLINE Key keyOf(size_t i) const { return keys[i]; }
+    R make(size_t i) const { return {keyOf(i), d.values[i], {}}; }
 };
 
 template <class R>
@@ -64,11 +64,11 @@ struct OurTable : Records<R> {
     using Records<R>::Records;
     zorvane::Table<R, &R::key> c;
     void add(size_t i) { c.insert(this->make(i)); }
-    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->value; }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(this->keyOf(i))->value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value; }
     BENCH_INLINE bool absent() { return c.contains(Key{1}); }
     int64_t sum() { return sumOf(c); }
-    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeKey(size_t i) { c.erase(this->keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
@@ -94,9 +94,9 @@ struct MapAndVector : Records<R> {
     std::vector<R> c;
     std::unordered_map<Key, size_t> places;
     void add(size_t i) {
-        if (places.emplace(keyOf(i), c.size()).second) c.push_back(this->make(i));
+        if (places.emplace(this->keyOf(i), c.size()).second) c.push_back(this->make(i));
     }
-    BENCH_INLINE int32_t byKey(size_t i) { return c[places.find(keyOf(i))->second].value; }
+    BENCH_INLINE int32_t byKey(size_t i) { return c[places.find(this->keyOf(i))->second].value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
     BENCH_INLINE bool absent() { return places.contains(1); }
     int64_t sum() { return sumOf(c); }
@@ -105,7 +105,7 @@ struct MapAndVector : Records<R> {
         c.erase(c.begin() + long(place));
         for (size_t i = place; i < c.size(); ++i) places[c[i].key] = i;
     }
-    void removeKey(size_t i) { removeAt(places.find(keyOf(i))->second); }
+    void removeKey(size_t i) { removeAt(places.find(this->keyOf(i))->second); }
     void removeFirst() { removeAt(0); }
     size_t size() const { return c.size(); }
 };
@@ -119,11 +119,11 @@ struct BoostMulti : Records<R> {
                boost::multi_index::hashed_unique<boost::multi_index::member<R, Key, &R::key>>>>
         c;
     void add(size_t i) { c.push_back(this->make(i)); }
-    BENCH_INLINE int32_t byKey(size_t i) { return c.template get<1>().find(keyOf(i))->value; }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.template get<1>().find(this->keyOf(i))->value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
     BENCH_INLINE bool absent() { return c.template get<1>().count(1) != 0; }
     int64_t sum() { return sumOf(c); }
-    void removeKey(size_t i) { c.template get<1>().erase(keyOf(i)); }
+    void removeKey(size_t i) { c.template get<1>().erase(this->keyOf(i)); }
     void removeFirst() { c.pop_front(); }
     size_t size() const { return c.size(); }
 };
@@ -133,11 +133,11 @@ struct StdMap : Records<R> {
     static constexpr bool positional = false, sorted = true;
     using Records<R>::Records;
     std::map<Key, R> c;
-    void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
-    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i))->second.value; }
+    void add(size_t i) { c.emplace(this->keyOf(i), this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(this->keyOf(i))->second.value; }
     BENCH_INLINE bool absent() { return c.contains(1); }
     int64_t sum() { return sumOf(c); }
-    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeKey(size_t i) { c.erase(this->keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
@@ -149,12 +149,12 @@ struct TslOrdered : Records<R> {
     tsl::ordered_map<Key, R, std::hash<Key>, std::equal_to<Key>, std::allocator<std::pair<Key, R>>,
                      std::vector<std::pair<Key, R>>>
         c;
-    void add(size_t i) { c.emplace(keyOf(i), this->make(i)); }
-    BENCH_INLINE int32_t byKey(size_t i) { return c.find(keyOf(i)).value().value; }
+    void add(size_t i) { c.emplace(this->keyOf(i), this->make(i)); }
+    BENCH_INLINE int32_t byKey(size_t i) { return c.find(this->keyOf(i)).value().value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c.nth(p).value().value; }
     BENCH_INLINE bool absent() { return c.contains(1); }
     int64_t sum() { return sumOf(c); }
-    void removeKey(size_t i) { c.erase(keyOf(i)); }
+    void removeKey(size_t i) { c.erase(this->keyOf(i)); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
