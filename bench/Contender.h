@@ -12,6 +12,8 @@
 //   void      removeFirst();          remove the first item, later items close up
 //   size_t    size() const;
 //   static constexpr bool positional, sorted;
+//   using Text = std::u16string;      or std::string: what keys it has
+//   static constexpr bool keyless;    optional: no keys, so it is only added to and looked at
 //   void      insertMid(size_t i);    optional: add key i at the middle position
 
 #include <chrono>
@@ -100,6 +102,11 @@ struct Row {
 };
 
 template <class C>
+constexpr bool kKeyed = !requires {
+    C::keyless;
+};
+
+template <class C>
 void runOnce(const std::string& name, const Data& d, const Options& o, Row& row) {
     size_t n = d.keys.size();
     auto note = [&](Test t, double ns, bool cut) {
@@ -120,17 +127,21 @@ void runOnce(const std::string& name, const Data& d, const Options& o, Row& row)
             return;
         }
         if (c.size() != n) fail(name, "size after add");
-        ns = timed(n, o.budget, cut, sum, [&](size_t i) { return c.byKey(i); });
-        note(ByKey, ns, cut);
-        expect("by key");
+        if constexpr (kKeyed<C>) {
+            ns = timed(n, o.budget, cut, sum, [&](size_t i) { return c.byKey(i); });
+            note(ByKey, ns, cut);
+            expect("by key");
+        }
         if constexpr (C::positional) {
             ns = timed(n, o.budget, cut, sum, [&](size_t i) { return c.byPos(i); });
             note(ByIndex, ns, cut);
             expect("by index");
         }
-        ns = timed(n, o.budget, cut, sum, [&](size_t) { return c.absent(); });
-        note(Absent, ns, cut);
-        if (sum) fail(name, "absent key found");
+        if constexpr (kKeyed<C>) {
+            ns = timed(n, o.budget, cut, sum, [&](size_t) { return c.absent(); });
+            note(Absent, ns, cut);
+            if (sum) fail(name, "absent key found");
+        }
         auto t0 = Clock::now();
         sum = c.sum();
         note(Each, std::chrono::duration<double, std::nano>(Clock::now() - t0).count() / double(n),
@@ -142,15 +153,17 @@ void runOnce(const std::string& name, const Data& d, const Options& o, Row& row)
             note(Next, ns, cut);
             expect("next");
         }
-        ns = timed(n / 2, o.budget, cut, sum, [&](size_t i) { c.removeKey(i); });
-        note(RemKey, ns, cut);
-        if (!cut && c.size() != n - n / 2) fail(name, "size after remove by key");
-        ns = timed(c.size(), o.budget, cut, sum, [&](size_t) { c.removeFirst(); });
-        note(RemFirst, ns, cut);
-        if (!cut && c.size() != 0) fail(name, "not empty at the end");
+        if constexpr (kKeyed<C>) {
+            ns = timed(n / 2, o.budget, cut, sum, [&](size_t i) { c.removeKey(i); });
+            note(RemKey, ns, cut);
+            if (!cut && c.size() != n - n / 2) fail(name, "size after remove by key");
+            ns = timed(c.size(), o.budget, cut, sum, [&](size_t) { c.removeFirst(); });
+            note(RemFirst, ns, cut);
+            if (!cut && c.size() != 0) fail(name, "not empty at the end");
+        }
     }
     if (!o.extra) return;
-    {
+    if constexpr (kKeyed<C>) {
         C c(d);
         for (size_t i = 0; i < n; ++i) c.add(i);
         double ns = timed(n / 2, o.budget, cut, sum, [&](size_t i) { c.removeKey(d.shuffled[i]); });
@@ -181,7 +194,9 @@ void enroll(std::string group, std::string name) {
     registry().push_back(
         {group, name,
          [name](const Data& d, const Options& o, Row& r) { runOnce<C>(name, d, o, r); },
-         [name] { checkAgainstModel<C>(name); }});
+         [name] {
+             if constexpr (kKeyed<C>) checkAgainstModel<C>(name);
+         }});
 }
 
 }  // namespace bench

@@ -8,6 +8,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -24,11 +25,25 @@ inline int32_t toInt(const Value& v) {
 
 struct Data {
     std::vector<std::u16string> keys;
+    std::vector<std::string> bytes;  // keys of as many printable characters
     std::vector<int32_t> values;
     std::u16string absent = u"cccc";
     std::vector<uint32_t> shuffled;  // positions 0..n-1 in random order
     int64_t total = 0;
 };
+
+// The keys, and the absent one, as a contender has them.
+template <class K>
+const std::vector<K>& keysOf(const Data& d) {
+    if constexpr (std::is_same_v<K, std::string>)
+        return d.bytes;
+    else
+        return d.keys;
+}
+template <class K>
+K absentOf(const Data& d) {
+    return K(d.absent.begin(), d.absent.end());
+}
 
 // random: 8..38 units with codes 32..160; otherwise "String1", "String2", ...
 inline Data makeData(size_t n, bool random, uint64_t seed) {
@@ -47,6 +62,8 @@ inline Data makeData(size_t n, bool random, uint64_t seed) {
             std::string s = "String" + std::to_string(i + 1);
             k.assign(s.begin(), s.end());
         }
+        std::string& b = d.bytes.emplace_back();
+        for (char16_t c : k) b += char(c < 127 ? c : c - 95);
         d.keys.push_back(std::move(k));
         d.total += d.values.back();
     }

@@ -24,7 +24,14 @@ void checkAgainstModel(const std::string& name) {
         C c(d);
         std::vector<uint32_t> model, out(d.keys.size());
         std::iota(out.begin(), out.end(), 0u);
-        auto byModel = [&](uint32_t a, uint32_t b) { return d.keys[a] < d.keys[b]; };
+        const auto& keys = [&]() -> const auto& {
+            if constexpr (requires { c.keys; })
+                return c.keys;
+            else
+                return keysOf<typename C::Text>(d);
+        }
+        ();
+        auto byModel = [&](uint32_t a, uint32_t b) { return keys[a] < keys[b]; };
         auto addOne = [&](bool mid) {
             size_t k = rng() % out.size();
             uint32_t i = out[k];

@@ -1,9 +1,9 @@
 // The containers of this project in the eight tests, and two middle-of-the-container ones.
 //
-// Each stands here three times: keyed with the very text objects that were added, ("other text")
+// Each stands here four times: keyed with the very text objects that were added, ("other text")
 // with texts of the same units that the container has never met, so that nothing is cached in them,
-// and ("in place") looking at items where they lie, as peers do, instead of taking a copy that
-// outlives them.
+// ("in place") looking at items where they lie, as peers do, instead of taking a copy that outlives
+// them, and the last way with keys that a program has as UTF-8.
 
 #include "bench/Contender.h"
 #include "zorvane/collection/CollectionEx.h"
@@ -17,21 +17,28 @@ using namespace bench;
 using zorvane::Text;
 using zorvane::Variant;
 
-enum class Asking { SameText, OtherText, InPlace };
+enum class Asking { SameText, OtherText, InPlace, Bytes };
 
+// Keys as they are added and asked for.
+template <class Form>
 struct Keys {
-    std::vector<Variant> added;
-    std::vector<Variant> asked;
-    Variant absent;
+    std::vector<Form> added;
+    std::vector<Form> asked;
+    Form absent;
 
-    Keys(const Data& data, Asking asking) : absent(Text(data.absent)) {
-        for (const auto& key : data.keys) added.emplace_back(Text(key));
+    template <class K>
+    Keys(const std::vector<K>& keys, K missing, Asking asking) : absent(Make(missing)) {
+        for (const K& key : keys) added.push_back(Make(key));
         if (asking != Asking::OtherText) {
             asked = added;
         } else {
-            for (const auto& key : data.keys) asked.emplace_back(Text(key));
+            for (const K& key : keys) asked.push_back(Make(key));
         }
     }
+
+  private:
+    static Form Make(const std::u16string& key) { return Text(key); }
+    static Form Make(const std::string& key) { return key; }
 };
 
 void Prepare(zorvane::ZVCollectionEx& c) {
@@ -60,11 +67,16 @@ class Ours {
     static constexpr bool positional = true;
     static constexpr bool sorted = std::is_same_v<Container, zorvane::KeyListEX>;
 
-    explicit Ours(const Data& data) : data_(data), keys_(data, kAsking) { Prepare(container_); }
+    using Text = std::conditional_t<kAsking == Asking::Bytes, std::string, std::u16string>;
 
-    void add(std::size_t i) { AddTo(container_, data_.values[i], keys_.added[i].TextUnchecked()); }
+    explicit Ours(const Data& data)
+        : data_(data), keys_(keysOf<Text>(data), absentOf<Text>(data), kAsking) {
+        Prepare(container_);
+    }
+
+    void add(std::size_t i) { AddTo(container_, data_.values[i], KeyText(keys_.added[i])); }
     BENCH_INLINE std::int32_t byKey(std::size_t i) {
-        if constexpr (kAsking == Asking::InPlace) {
+        if constexpr (kLooks) {
             return container_.FindItem(keys_.asked[i])->ToLong();
         } else {
             return container_.Item(keys_.asked[i]).ToLong();
@@ -72,7 +84,7 @@ class Ours {
     }
     BENCH_INLINE std::int32_t byPos(std::size_t p) {
         const auto position = static_cast<std::int32_t>(p) + 1;
-        if constexpr (kAsking == Asking::InPlace) {
+        if constexpr (kLooks) {
             return container_.FindItem(position)->ToLong();
         } else {
             return container_.Item(position).ToLong();
@@ -90,12 +102,17 @@ class Ours {
 
     void insertMid(std::size_t i) requires(!sorted &&
                                            std::is_same_v<Container, zorvane::ZVCollectionEx>) {
-        container_.Add(data_.values[i], keys_.added[i].TextUnchecked(),
+        container_.Add(data_.values[i], KeyText(keys_.added[i]),
                        {.Position = container_.Count() / 2 + 1});
     }
 
   private:
-    bool Has(const Variant& key) {
+    static constexpr bool kLooks = kAsking == Asking::InPlace || kAsking == Asking::Bytes;
+    using Form = std::conditional_t<kAsking == Asking::Bytes, std::string, Variant>;
+
+    static const zorvane::Text& KeyText(const Variant& key) { return key.TextUnchecked(); }
+    static zorvane::Text KeyText(const std::string& key) { return key; }
+    bool Has(const Form& key) {
         if constexpr (requires { container_.Contains(key); }) {
             return container_.Contains(key);
         } else if constexpr (requires { container_.Exists(key); }) {
@@ -106,7 +123,7 @@ class Ours {
     }
 
     const Data& data_;
-    Keys keys_;
+    Keys<Form> keys_;
     Container container_;
 };
 
@@ -115,6 +132,7 @@ void EnrollOurs(const std::string& group, const std::string& name) {
     enroll<Ours<Container, Asking::SameText>>(group, name);
     enroll<Ours<Container, Asking::OtherText>>(group, name + ", other text");
     enroll<Ours<Container, Asking::InPlace>>(group, name + ", in place");
+    enroll<Ours<Container, Asking::Bytes>>(group + ", std::string", name);
 }
 
 const bool enrolled = [] {

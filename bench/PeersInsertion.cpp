@@ -32,14 +32,21 @@
 namespace {
 using namespace bench;
 
+template <class K>
+using View = std::basic_string_view<typename K::value_type>;
+
+template <class K>
 struct Entry {
-    std::u16string key;
+    using Text = K;
+    K key;
     Value value;
     int64_t pos;
 };
 
 // Positions in a vector: every later entry is renumbered by hand.
+template <class Entry>
 struct VectorSeq {
+    using Item = Entry;
     std::vector<Entry*> v;
     void push(Entry* e) {
         e->pos = int64_t(v.size());
@@ -58,7 +65,9 @@ struct VectorSeq {
 };
 
 // Positions in a deque with a moving base: the shorter side is renumbered.
+template <class Entry>
 struct DequeSeq {
+    using Item = Entry;
     std::deque<Entry*> v;
     int64_t base = 0;
     void push(Entry* e) {
@@ -88,7 +97,11 @@ struct DequeSeq {
 template <class Map, class Seq>
 struct HashAndSeq {
     static constexpr bool positional = true, sorted = false;
+    using Entry = typename Seq::Item;
+    using Text = typename Entry::Text;
     const Data& d;
+    const std::vector<Text>& keys = keysOf<Text>(d);
+    const Text absentKey = absentOf<Text>(d);
     Map map;
     Seq seq;
     explicit HashAndSeq(const Data& data) : d(data) {}
@@ -96,8 +109,8 @@ struct HashAndSeq {
         for (Entry* e : seq.v) delete e;
     }
     Entry* make(size_t i) {
-        auto* e = new Entry{d.keys[i], d.values[i], 0};
-        if (!map.emplace(std::u16string_view(e->key), e).second) {
+        auto* e = new Entry{keys[i], d.values[i], 0};
+        if (!map.emplace(View<Text>(e->key), e).second) {
             delete e;
             return nullptr;
         }
@@ -110,10 +123,10 @@ struct HashAndSeq {
         if (Entry* e = make(i)) seq.insert(seq.v.size() / 2, e);
     }
     BENCH_INLINE int32_t byKey(size_t i) {
-        return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
+        return toInt(map.find(View<Text>(keys[i]))->second->value);
     }
     BENCH_INLINE int32_t byPos(size_t p) { return toInt(seq.v[p]->value); }
-    BENCH_INLINE bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    BENCH_INLINE bool absent() { return map.find(View<Text>(absentKey)) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (Entry* e : seq.v) s += toInt(e->value);
@@ -125,8 +138,8 @@ struct HashAndSeq {
         seq.erase(e);
         delete e;
     }
-    void removeKey(size_t i) { removeIt(map.find(std::u16string_view(d.keys[i]))); }
-    void removeFirst() { removeIt(map.find(std::u16string_view(seq.v.front()->key))); }
+    void removeKey(size_t i) { removeIt(map.find(View<Text>(keys[i]))); }
+    void removeFirst() { removeIt(map.find(View<Text>(seq.v.front()->key))); }
     size_t size() const { return seq.v.size(); }
 };
 
@@ -134,6 +147,8 @@ struct HashAndSeq {
 template <class Map>
 struct HashAndTree {
     static constexpr bool positional = true, sorted = false;
+    using Text = std::u16string;
+    using Entry = ::Entry<Text>;
     using Tree = __gnu_pbds::tree<int64_t, Entry*, std::less<int64_t>, __gnu_pbds::rb_tree_tag,
                                   __gnu_pbds::tree_order_statistics_node_update>;
     const Data& d;
@@ -146,24 +161,24 @@ struct HashAndTree {
     }
     void add(size_t i) {
         auto* e = new Entry{d.keys[i], d.values[i], label};
-        if (!map.emplace(std::u16string_view(e->key), e).second) {
+        if (!map.emplace(View<Text>(e->key), e).second) {
             delete e;
             return;
         }
         tree.insert({label++, e});
     }
     BENCH_INLINE int32_t byKey(size_t i) {
-        return toInt(map.find(std::u16string_view(d.keys[i]))->second->value);
+        return toInt(map.find(View<Text>(d.keys[i]))->second->value);
     }
     BENCH_INLINE int32_t byPos(size_t p) { return toInt(tree.find_by_order(p)->second->value); }
-    BENCH_INLINE bool absent() { return map.find(std::u16string_view(d.absent)) != map.end(); }
+    BENCH_INLINE bool absent() { return map.find(View<Text>(d.absent)) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& [k, e] : tree) s += toInt(e->value);
         return s;
     }
     void removeKey(size_t i) {
-        auto it = map.find(std::u16string_view(d.keys[i]));
+        auto it = map.find(View<Text>(d.keys[i]));
         Entry* e = it->second;
         map.erase(it);
         tree.erase(e->pos);
@@ -171,42 +186,48 @@ struct HashAndTree {
     }
     void removeFirst() {
         Entry* e = tree.begin()->second;
-        map.erase(std::u16string_view(e->key));
+        map.erase(View<Text>(e->key));
         tree.erase(tree.begin());
         delete e;
     }
     size_t size() const { return tree.size(); }
 };
 
+template <class K>
 struct MultiRecord {
-    std::u16string key;
+    K key;
     Value value;
 };
+template <class K>
 struct MultiRandomAccess {
     static constexpr bool positional = true, sorted = false;
+    using Text = K;
+    using Record = MultiRecord<K>;
     using C = boost::multi_index_container<
-        MultiRecord,
-        boost::multi_index::indexed_by<
-            boost::multi_index::random_access<>,
-            boost::multi_index::hashed_unique<
-                boost::multi_index::member<MultiRecord, std::u16string, &MultiRecord::key>,
-                std::hash<std::u16string>>>>;
+        Record, boost::multi_index::indexed_by<
+                    boost::multi_index::random_access<>,
+                    boost::multi_index::hashed_unique<
+                        boost::multi_index::member<Record, K, &Record::key>, std::hash<K>>>>;
     const Data& d;
+    const std::vector<K>& keys = keysOf<K>(d);
+    const K absentKey = absentOf<K>(d);
     C c;
     explicit MultiRandomAccess(const Data& data) : d(data) {}
-    void add(size_t i) { c.push_back({d.keys[i], d.values[i]}); }
-    void insertMid(size_t i) { c.insert(c.begin() + long(c.size() / 2), {d.keys[i], d.values[i]}); }
-    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    void add(size_t i) { c.push_back({keys[i], d.values[i]}); }
+    void insertMid(size_t i) { c.insert(c.begin() + long(c.size() / 2), {keys[i], d.values[i]}); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.template get<1>().find(keys[i])->value); }
     BENCH_INLINE int32_t byPos(size_t p) { return toInt(c[p].value); }
-    BENCH_INLINE bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    BENCH_INLINE bool absent() {
+        return c.template get<1>().find(absentKey) != c.template get<1>().end();
+    }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
         return s;
     }
     void removeKey(size_t i) {
-        auto& h = c.get<1>();
-        h.erase(h.find(d.keys[i]));
+        auto& h = c.template get<1>();
+        h.erase(h.find(keys[i]));
     }
     void removeFirst() { c.pop_front(); }
     size_t size() const { return c.size(); }
@@ -214,6 +235,7 @@ struct MultiRandomAccess {
 
 struct MultiRankedSeq {
     static constexpr bool positional = true, sorted = false;
+    using Text = std::u16string;
     struct R {
         int64_t label;
         std::u16string key;
@@ -247,26 +269,29 @@ struct MultiRankedSeq {
 };
 
 #ifdef PEER_TSL
+template <class K>
 struct TslOrdered {
     static constexpr bool positional = true, sorted = false;
-    using C = tsl::ordered_map<std::u16string, Value, std::hash<std::u16string>,
-                               std::equal_to<std::u16string>,
-                               std::allocator<std::pair<std::u16string, Value>>,
-                               std::vector<std::pair<std::u16string, Value>>>;
+    using Text = K;
+    using C =
+        tsl::ordered_map<K, Value, std::hash<K>, std::equal_to<K>,
+                         std::allocator<std::pair<K, Value>>, std::vector<std::pair<K, Value>>>;
     const Data& d;
+    const std::vector<K>& keys = keysOf<K>(d);
+    const K absentKey = absentOf<K>(d);
     C c;
     explicit TslOrdered(const Data& data) : d(data) {}
-    void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
+    void add(size_t i) { c.insert({keys[i], d.values[i]}); }
     // No insertMid: insert_at_position of release 1.0.0 loses keys (the check catches it).
-    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.find(d.keys[i]).value()); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.find(keys[i]).value()); }
     BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.values_container()[p].second); }
-    BENCH_INLINE bool absent() { return c.find(d.absent) != c.end(); }
+    BENCH_INLINE bool absent() { return c.find(absentKey) != c.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.second);
         return s;
     }
-    void removeKey(size_t i) { c.erase(d.keys[i]); }
+    void removeKey(size_t i) { c.erase(keys[i]); }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
 };
@@ -276,6 +301,7 @@ struct TslOrdered {
 // Shared texts: adding a key copies a reference, not the text. QList has room at its front.
 struct QtHashList {
     static constexpr bool positional = true, sorted = false;
+    using Text = std::u16string;
     struct E {
         QString key;
         Value value;
@@ -339,30 +365,42 @@ struct QtHashList {
 };
 #endif
 
-using SV = std::u16string_view;
-using StdMap = std::unordered_map<SV, Entry*>;
+// What stands in the table under both kinds of keys.
+template <class K>
+void enrollBoth(const std::string& g) {
+    using E = Entry<K>;
+    using V = View<K>;
+    using StdMap = std::unordered_map<V, E*>;
+    enroll<HashAndSeq<StdMap, VectorSeq<E>>>(g, "std::unordered_map + vector");
+    enroll<HashAndSeq<StdMap, DequeSeq<E>>>(g, "std::unordered_map + deque");
+#ifdef PEER_ABSL
+    using Absl = absl::flat_hash_map<V, E*>;
+    enroll<HashAndSeq<Absl, VectorSeq<E>>>(g, "absl::flat_hash_map + vector");
+    enroll<HashAndSeq<Absl, DequeSeq<E>>>(g, "absl::flat_hash_map + deque");
+#endif
+#ifdef PEER_BOOST_FLAT
+    using Flat = boost::unordered_flat_map<V, E*, std::hash<V>>;
+    enroll<HashAndSeq<Flat, VectorSeq<E>>>(g, "boost flat_map + vector");
+    enroll<HashAndSeq<Flat, DequeSeq<E>>>(g, "boost flat_map + deque");
+#endif
+#ifdef PEER_TSL
+    enroll<HashAndSeq<tsl::robin_map<V, E*>, DequeSeq<E>>>(g, "tsl::robin_map + deque");
+    enroll<TslOrdered<K>>(g, "tsl::ordered_map");
+#endif
+    enroll<MultiRandomAccess<K>>(g, "multi_index random_access+hashed");
+}
 
 [[maybe_unused]] const bool enrolled = [] {
     const char* g = "insertion";
-    enroll<HashAndSeq<StdMap, VectorSeq>>(g, "std::unordered_map + vector");
-    enroll<HashAndSeq<StdMap, DequeSeq>>(g, "std::unordered_map + deque");
-    enroll<HashAndTree<StdMap>>(g, "std::unordered_map + pb_ds tree");
+    using E = Entry<std::u16string>;
+    enrollBoth<std::u16string>(g);
+    enrollBoth<std::string>("insertion, std::string");
+    enroll<HashAndTree<std::unordered_map<View<std::u16string>, E*>>>(
+        g, "std::unordered_map + pb_ds tree");
 #ifdef PEER_ABSL
-    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, VectorSeq>>(g,
-                                                                   "absl::flat_hash_map + vector");
-    enroll<HashAndSeq<absl::flat_hash_map<SV, Entry*>, DequeSeq>>(g, "absl::flat_hash_map + deque");
-    enroll<HashAndTree<absl::flat_hash_map<SV, Entry*>>>(g, "absl::flat_hash_map + pb_ds tree");
+    enroll<HashAndTree<absl::flat_hash_map<View<std::u16string>, E*>>>(
+        g, "absl::flat_hash_map + pb_ds tree");
 #endif
-#ifdef PEER_BOOST_FLAT
-    using Flat = boost::unordered_flat_map<SV, Entry*, std::hash<SV>>;
-    enroll<HashAndSeq<Flat, VectorSeq>>(g, "boost flat_map + vector");
-    enroll<HashAndSeq<Flat, DequeSeq>>(g, "boost flat_map + deque");
-#endif
-#ifdef PEER_TSL
-    enroll<HashAndSeq<tsl::robin_map<SV, Entry*>, DequeSeq>>(g, "tsl::robin_map + deque");
-    enroll<TslOrdered>(g, "tsl::ordered_map");
-#endif
-    enroll<MultiRandomAccess>(g, "multi_index random_access+hashed");
     enroll<MultiRankedSeq>(g, "multi_index ranked(seq)+hashed");
 #ifdef PEER_QT
     enroll<QtHashList>(g, "QHash + QList");

@@ -22,24 +22,28 @@ using namespace bench;
 template <class Map>
 struct Ordered {
     static constexpr bool positional = false, sorted = true;
+    using Text = typename Map::key_type;
     const Data& d;
+    const std::vector<Text>& keys = keysOf<Text>(d);
+    const Text absentKey = absentOf<Text>(d);
     Map map;
     explicit Ordered(const Data& data) : d(data) {}
-    void add(size_t i) { map.emplace(d.keys[i], d.values[i]); }
-    BENCH_INLINE int32_t byKey(size_t i) { return toInt(map.find(d.keys[i])->second); }
-    BENCH_INLINE bool absent() { return map.find(d.absent) != map.end(); }
+    void add(size_t i) { map.emplace(keys[i], d.values[i]); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(map.find(keys[i])->second); }
+    BENCH_INLINE bool absent() { return map.find(absentKey) != map.end(); }
     int64_t sum() {
         int64_t s = 0;
         for (auto& [k, v] : map) s += toInt(v);
         return s;
     }
-    void removeKey(size_t i) { map.erase(map.find(d.keys[i])); }
+    void removeKey(size_t i) { map.erase(map.find(keys[i])); }
     void removeFirst() { map.erase(map.begin()); }
     size_t size() const { return map.size(); }
 };
 
 struct OrderStatistics {
     static constexpr bool positional = true, sorted = true;
+    using Text = std::u16string;
     using Tree =
         __gnu_pbds::tree<std::u16string, Value, std::less<std::u16string>, __gnu_pbds::rb_tree_tag,
                          __gnu_pbds::tree_order_statistics_node_update>;
@@ -60,15 +64,18 @@ struct OrderStatistics {
     size_t size() const { return t.size(); }
 };
 
-struct Rec {
-    std::u16string key;
+template <class K>
+struct Record {
+    K key;
     Value value;
 };
+using Rec = Record<std::u16string>;
 
 // A vector kept sorted, the records in it or behind pointers.
 template <bool Pointers>
 struct SortedVector {
     static constexpr bool positional = true, sorted = true;
+    using Text = std::u16string;
     using Item = std::conditional_t<Pointers, std::unique_ptr<Rec>, Rec>;
     const Data& d;
     std::vector<Item> v;
@@ -110,6 +117,7 @@ struct SortedVector {
 
 struct Ranked {
     static constexpr bool positional = true, sorted = true;
+    using Text = std::u16string;
     using C = boost::multi_index_container<
         Rec, boost::multi_index::indexed_by<boost::multi_index::ranked_unique<
                  boost::multi_index::member<Rec, std::u16string, &Rec::key>>>>;
@@ -130,28 +138,34 @@ struct Ranked {
     size_t size() const { return c.size(); }
 };
 
+template <class K>
 struct RankedHashed {
     static constexpr bool positional = true, sorted = true;
-    using Key = boost::multi_index::member<Rec, std::u16string, &Rec::key>;
+    using Text = K;
+    using Rec = Record<K>;
+    using Key = boost::multi_index::member<Rec, K, &Rec::key>;
     using C = boost::multi_index_container<
-        Rec, boost::multi_index::indexed_by<
-                 boost::multi_index::ranked_unique<Key>,
-                 boost::multi_index::hashed_unique<Key, std::hash<std::u16string>>>>;
+        Rec, boost::multi_index::indexed_by<boost::multi_index::ranked_unique<Key>,
+                                            boost::multi_index::hashed_unique<Key, std::hash<K>>>>;
     const Data& d;
+    const std::vector<K>& keys = keysOf<K>(d);
+    const K absentKey = absentOf<K>(d);
     C c;
     explicit RankedHashed(const Data& data) : d(data) {}
-    void add(size_t i) { c.insert({d.keys[i], d.values[i]}); }
-    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.get<1>().find(d.keys[i])->value); }
+    void add(size_t i) { c.insert({keys[i], d.values[i]}); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.template get<1>().find(keys[i])->value); }
     BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.nth(p)->value); }
-    BENCH_INLINE bool absent() { return c.get<1>().find(d.absent) != c.get<1>().end(); }
+    BENCH_INLINE bool absent() {
+        return c.template get<1>().find(absentKey) != c.template get<1>().end();
+    }
     int64_t sum() {
         int64_t s = 0;
         for (auto& r : c) s += toInt(r.value);
         return s;
     }
     void removeKey(size_t i) {
-        auto& h = c.get<1>();
-        h.erase(h.find(d.keys[i]));
+        auto& h = c.template get<1>();
+        h.erase(h.find(keys[i]));
     }
     void removeFirst() { c.erase(c.begin()); }
     size_t size() const { return c.size(); }
@@ -161,6 +175,7 @@ struct RankedHashed {
 // Key order in a vector of pointers, exact finds through a hash.
 struct HashedSortedVector {
     static constexpr bool positional = true, sorted = true;
+    using Text = std::u16string;
     const Data& d;
     absl::flat_hash_map<std::u16string_view, Rec*> map;
     std::vector<Rec*> v;
@@ -207,16 +222,25 @@ struct HashedSortedVector {
 };
 #endif
 
+// What stands in the table under both kinds of keys.
+template <class K>
+void enrollBoth(const std::string& g) {
+    enroll<Ordered<std::map<K, Value>>>(g, "std::map");
+    enroll<RankedHashed<K>>(g, "multi_index ranked+hashed");
+#ifdef PEER_ABSL
+    enroll<Ordered<absl::btree_map<K, Value>>>(g, "absl::btree_map");
+#endif
+}
+
 [[maybe_unused]] const bool enrolled = [] {
     const char* g = "sorted";
-    enroll<Ordered<std::map<std::u16string, Value>>>(g, "std::map");
+    enrollBoth<std::u16string>(g);
+    enrollBoth<std::string>("sorted, std::string");
     enroll<SortedVector<false>>(g, "sorted vector of records");
     enroll<SortedVector<true>>(g, "sorted vector of pointers");
     enroll<OrderStatistics>(g, "pb_ds order statistics tree");
     enroll<Ranked>(g, "multi_index ranked");
-    enroll<RankedHashed>(g, "multi_index ranked+hashed");
 #ifdef PEER_ABSL
-    enroll<Ordered<absl::btree_map<std::u16string, Value>>>(g, "absl::btree_map");
     enroll<HashedSortedVector>(g, "absl::flat_hash_map + sorted vector");
 #endif
     return true;

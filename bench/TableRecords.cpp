@@ -1,5 +1,6 @@
 // The typed table and what one would pick instead, with records of 24 and of 200 bytes under whole
-// numbers. "bare vector" has no keys: it says what positions and visits cost at the least.
+// numbers. "bare vector" has no keys: it says what positions and visits cost at the least. With
+// std::string keys the table stands beside the containers of the domain as well.
 
 #include <algorithm>
 #include <map>
@@ -50,6 +51,7 @@ int64_t sumOf(const C& c) {
 template <class R>
 struct Records {
     static constexpr bool positional = true, sorted = false;
+    using Text = std::u16string;
     const Data& d;
     std::vector<Key> keys;
     explicit Records(const Data& data) : d(data), keys(data.values.size()) {
@@ -75,15 +77,12 @@ struct OurTable : Records<R> {
 
 template <class R>
 struct BareVector : Records<R> {
+    static constexpr bool keyless = true;
     using Records<R>::Records;
     std::vector<R> c;
     void add(size_t i) { c.push_back(this->make(i)); }
-    BENCH_INLINE int32_t byKey(size_t i) { return c[i].value; }
     BENCH_INLINE int32_t byPos(size_t p) { return c[p].value; }
-    BENCH_INLINE bool absent() { return false; }
     int64_t sum() { return sumOf(c); }
-    void removeKey(size_t) { c.pop_back(); }
-    void removeFirst() { c.pop_back(); }
     size_t size() const { return c.size(); }
 };
 
@@ -160,6 +159,32 @@ struct TslOrdered : Records<R> {
 };
 #endif
 
+// The table beside the peers that keep insertion order.
+struct Named {
+    std::string key;
+    Value value;
+};
+struct TableByName {
+    static constexpr bool positional = true, sorted = false;
+    using Text = std::string;
+    const Data& d;
+    const std::string absentKey = absentOf<std::string>(d);
+    zorvane::Table<Named, &Named::key> c;
+    explicit TableByName(const Data& data) : d(data) {}
+    void add(size_t i) { c.try_emplace(d.bytes[i], d.values[i]); }
+    BENCH_INLINE int32_t byKey(size_t i) { return toInt(c.find(d.bytes[i])->value); }
+    BENCH_INLINE int32_t byPos(size_t p) { return toInt(c.nth(p).value); }
+    BENCH_INLINE bool absent() { return c.contains(absentKey); }
+    int64_t sum() {
+        int64_t s = 0;
+        for (const Named& one : c) s += toInt(one.value);
+        return s;
+    }
+    void removeKey(size_t i) { c.erase(d.bytes[i]); }
+    void removeFirst() { c.erase(c.begin()); }
+    size_t size() const { return c.size(); }
+};
+
 template <size_t kBytes>
 void enrollRecords() {
     using R = Record<kBytes>;
@@ -178,6 +203,7 @@ void enrollRecords() {
 const bool enrolled = [] {
     enrollRecords<24>();
     enrollRecords<200>();
+    enroll<TableByName>("insertion, std::string", "Table");
     return true;
 }();
 
