@@ -24,6 +24,7 @@ class KeyedRun : public StepRun {
           stateEvery_(kind % 5 == 0 ? 97 : 1),
           calm_(kind % 10 == 5),
           alike_(kind % 20 == 15),
+          led_(kind % 40 == 25),
           numbers_(kind % 4 == 3),
           crowded_(kind % 4 == 2),
           target_(calm_ ? 2000 : 20) {}
@@ -52,9 +53,10 @@ class KeyedRun : public StepRun {
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
-        std::u16string number(Text(std::to_string(1000 + last_)).Units());
-        if (last_ / 100 % 2 != 0) number[1] |= 0x80;  // units of a byte, but not of seven bits
-        if (last_ % 500 == 3) number[2] |= 0x100;     // and few that are more than a byte
+        std::u16string number(Text(std::to_string((led_ ? 10 : 1000) + last_)).Units());
+        if (last_ / 100 % 2 != 0) number[1] |= 0x80;      // units of a byte, but not of seven bits
+        if (last_ % 500 == 3) number.end()[-2] |= 0x100;  // and few that are more than a byte
+        if (led_) return u"key number " + number;         // of more lengths than one
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
@@ -395,7 +397,7 @@ class KeyedRun : public StepRun {
 
     unsigned universe_;
     int stateEvery_;
-    bool calm_, alike_, numbers_, crowded_;  // alike: with most keys, four units tell nothing
+    bool calm_, alike_, led_, numbers_, crowded_;  // alike: mostly, four units tell nothing
     unsigned last_ = 0;
     std::int32_t target_;
 };
