@@ -15,10 +15,13 @@ function(zorvane_library name)
     target_link_libraries(zorvane_${name} PUBLIC ${ARG_TOOLKIT})
     if(ARG_TOOLKIT)
         set_target_properties(zorvane_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+        zorvane_precompile(zorvane_${name} toolkit
+            <QApplication> <QHBoxLayout> <QHeaderView> <QLabel> <QPainter> <QPushButton>)
     else()
         # A shared library of someone else may hold this one, and does not export it.
         set_target_properties(zorvane_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON ZORVANE_FLOOR ON
             CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+        zorvane_precompile(zorvane_${name} floor <cmath> <limits> <stdexcept>)
     endif()
 endfunction()
 

@@ -16,6 +16,7 @@ option(ZORVANE_BUILD_BENCH "Build the benchmarks (needs Boost; other peers where
 option(ZORVANE_INSTALL "Let `cmake --install` install the library" ${PROJECT_IS_TOP_LEVEL})
 option(BUILD_SHARED_LIBS "Make the library one shared library instead of an archive per floor" OFF)
 option(ZORVANE_WERROR "Treat warnings as errors" OFF)
+option(ZORVANE_PRECOMPILE "Read the headers of others once for each program and library" OFF)
 option(ZORVANE_HARDEN "Harden what is built, as distributions do" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
 
@@ -81,3 +82,23 @@ if(ZORVANE_HARDEN)
         endif()
     endforeach()
 endif()
+
+# zorvane_precompile(<target> <kind> <header>...)
+#
+# Most of what a file of tests or of windows takes to compile is the headers of others: they are read
+# once for all targets of a kind, which are compiled by the same flags. No header of ours is among
+# them, so nothing is built too often; builds without it see to it that every file includes what it
+# uses.
+function(zorvane_precompile target kind)
+    if(NOT ZORVANE_PRECOMPILE)
+        return()
+    endif()
+    get_property(first GLOBAL PROPERTY ZORVANE_PRECOMPILED_${kind})
+    if(first)
+        target_precompile_headers(${target} REUSE_FROM ${first})
+    else()
+        set_property(GLOBAL PROPERTY ZORVANE_PRECOMPILED_${kind} ${target})
+        target_precompile_headers(${target} PRIVATE ${ARGN} <algorithm> <array> <functional> <map>
+            <memory> <optional> <ranges> <span> <string> <utility> <vector>)
+    endif()
+endfunction()
