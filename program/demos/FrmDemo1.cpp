@@ -3,11 +3,11 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDir>
-#include <QFileDevice>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImage>
+#include <QImageWriter>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
@@ -290,14 +290,11 @@ void FrmDemo1::SavePictureBtn_Click() {
                   .Name = QStringLiteral("Zorvane chart.png"),
                   .Filter = QStringLiteral("Pictures (*.png);;Drawings (*.svg);;All files (*)"),
                   .Failure = QStringLiteral("The chart could not be saved.")},
-                 [this](QFileDevice& file) {
-                     const bool drawing =
-                         file.fileName().endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
-                     if (drawing) {
-                         pane_->Chart().WriteDrawing(file);
-                     } else {
-                         pane_->Chart().Picture().save(&file, "PNG");
-                     }
+                 [this](QIODevice& device, const QString& path) {
+                     const QByteArray kind = QFileInfo(path).suffix().toLower().toLatin1();
+                     if (kind == "svg") return pane_->Chart().WriteDrawing(device);
+                     const bool known = QImageWriter::supportedImageFormats().contains(kind);
+                     pane_->Chart().Picture().save(&device, known ? kind.constData() : "PNG");
                  }));
 }
 

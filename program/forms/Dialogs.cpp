@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -12,6 +14,7 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTextDocument>
+#include <algorithm>
 #include <utility>
 
 #include "program/forms/FontDialog.h"
@@ -31,6 +34,14 @@ bool Accepted(QDialog& dialog) {
     FitSmallScreen(dialog, room);
     dialog.resize(wish.boundedTo(room));
     return dialog.exec() == QDialog::Accepted;
+}
+
+// The toolkit does not say whether what it printed into a file has arrived there.
+bool IsWholeDocument(const QString& path) {
+    QFile file(path);
+    constexpr qint64 kEnd = 32;
+    return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - kEnd)) &&
+           file.readAll().contains("%%EOF");
 }
 
 QMessageBox::Icon IconOf(Dialogs::Kind kind) {
@@ -106,7 +117,12 @@ bool Dialogs::Print(QWidget* owner, const QString& title, const QString& text) {
     document.setDefaultFont(CompactFont(11));
     document.setPlainText(text);
     document.print(&printer);
-    return true;
+    const QString file = printer.outputFileName();
+    if (file.isEmpty() || IsWholeDocument(file)) return true;
+    Message(owner, title,
+            QStringLiteral("The file could not be written.\n") + QDir::toNativeSeparators(file),
+            Kind::Warning);
+    return false;
 }
 
 std::optional<QString> Dialogs::SaveFileName(QWidget* owner, const QString& title,

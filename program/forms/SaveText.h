@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-class QFileDevice;
+class QIODevice;
 class QWidget;
 
 namespace zorvane {
@@ -18,9 +18,11 @@ struct SaveTextWords {
 };
 
 // The path that was saved as; nothing when the person has cancelled, or when it could not be
-// written, which is said in a message and leaves what was there. `write` may ask the file its name.
+// written, which is said in a message and leaves what was there. `write` is given the path as well,
+// whose ending may say what kind of file is wanted.
+using WriteInto = std::function<void(QIODevice& device, const QString& path)>;
 [[nodiscard]] std::optional<QString> SaveFile(QWidget* owner, const SaveTextWords& words,
-                                              const std::function<void(QFileDevice& file)>& write);
+                                              const WriteInto& write);
 [[nodiscard]] std::optional<QString> SaveText(QWidget* owner, const SaveTextWords& words,
                                               const QString& text);
 

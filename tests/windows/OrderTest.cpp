@@ -1,3 +1,7 @@
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "program/app/Order.h"
 #include "program/app/frmOrder.h"
 #include "program/app/frmOrderSummary.h"
@@ -121,9 +125,20 @@ TEST_F(frmOrderSummaryTest, IsCopiedPrintedAndSavedWholeAndAFailureIsTold) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(QString::fromUtf8(file.readAll()), text);
     EXPECT_TRUE(dialogs.Said.empty());
-    dialogs.Answer = folder.filePath("no such folder/order.txt");
-    Press("SaveBtn");
-    EXPECT_TRUE(dialogs.Said.value(0).startsWith("The order could not be saved."));
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (const rlim_t most : {rlim_t{0}, rlim_t{16}, RLIM_INFINITY}) {
+        if (most == RLIM_INFINITY) dialogs.Answer = folder.filePath("no such folder/order.txt");
+        rlimit usual{};
+        ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const rlimit small{std::min(most, usual.rlim_cur), usual.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+        Press("SaveBtn");
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &usual), 0);
+        EXPECT_TRUE(dialogs.Said.value(0).startsWith("The order could not be saved.")) << most;
+        dialogs.Said.clear();
+    }
+    ASSERT_TRUE(file.seek(0));
+    EXPECT_EQ(QString::fromUtf8(file.readAll()), text) << "a disk without room cut what was there";
 }
 
 }  // namespace
