@@ -34,6 +34,9 @@ KeepingNotice WithoutPath(const PropBagSession& session) {
         case Obstacle::Busy:
             return {u"Settings were not kept: file in use.",
                     u"Another program had the file that keeps them when a window closed."};
+        case Obstacle::Refused:
+            return {u"Settings were not kept: no permission.",
+                    u"The file that keeps them might not be written when a window closed."};
         case Obstacle::Failed:
             return {u"Settings were not kept.", Text(u"When a window closed, the system said: ") +
                                                     Text(session.Failure().message())};

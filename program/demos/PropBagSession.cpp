@@ -28,7 +28,13 @@ Obstacle ObstacleAt(const std::filesystem::path& path, const BagLoading& loading
 Obstacle ObstacleOf(const std::error_code& failure) {
     if (!failure) return Obstacle::None;
     if (failure == std::errc::no_space_on_device) return Obstacle::Full;
-    return failure == std::errc::device_or_resource_busy ? Obstacle::Busy : Obstacle::Failed;
+    if (failure == std::errc::device_or_resource_busy) return Obstacle::Busy;
+    for (const std::errc refusal :
+         {std::errc::permission_denied, std::errc::operation_not_permitted,
+          std::errc::read_only_file_system}) {
+        if (failure == refusal) return Obstacle::Refused;
+    }
+    return Obstacle::Failed;
 }
 
 }  // namespace

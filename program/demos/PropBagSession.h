@@ -37,6 +37,7 @@ class PropBagSession {
         Foreign,
         Full,
         Busy,
+        Refused,
         Failed
     };
     [[nodiscard]] Obstacle Keeping() const noexcept { return keeping_; }
