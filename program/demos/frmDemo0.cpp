@@ -1,6 +1,7 @@
 #include "program/demos/frmDemo0.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -59,6 +60,7 @@ frmDemo0::frmDemo0()
     txtFind_->setAccessibleName(QStringLiteral("Find"));
     txtFind_->setToolTip(QStringLiteral("Show only rows that hold this (Ctrl+F; Esc shows all)"));
     txtFind_->setClearButtonEnabled(true);
+    txtFind_->setMinimumWidth(ToPixels(1500));
     On(txtFind_, &QLineEdit::textChanged, [this] { txtFind_Change(); });
     auto* find = new QAction(this);
     find->setShortcut(QKeySequence::Find);
@@ -137,7 +139,7 @@ void frmDemo0::Form_Load() {
         const bool number = column == KeyListDemo::kColumns - 1;
         list_->AddColumn(ToQString(KeyListDemo::ColumnCaption(column)),
                          kWidths.at(static_cast<std::size_t>(column)),
-                         number ? Qt::AlignRight : Qt::AlignLeft);
+                         number ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeft);
     }
     list_->header()->setSectionResizeMode(2, QHeaderView::Stretch);  // whatever room there is
     list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);        // few rows move no column
@@ -192,7 +194,7 @@ void frmDemo0::SaveBtn_Click() {
                   .Filter = QStringLiteral("Comma-separated values (*.csv);;All files (*)"),
                   .Failure = QStringLiteral("The records could not be saved.")},
                  rows);
-    if (path) ShowCount(Text(u", saved as ") + ToText(QFileInfo(*path).fileName()));
+    if (path) ShowSaved(*path);
 }
 
 void frmDemo0::txtFind_Change() {
@@ -213,6 +215,17 @@ void frmDemo0::ShowCount(const Text& more) {
     Text count = LongText(list_->RowCount());
     if (!txtFind_->text().isEmpty()) count = count + Text(u" of ") + LongText(Demo().Count());
     shown_->SetCaption(count + Text(u" records") + more);
+    shown_->setToolTip(QString());
+}
+
+// As much of the name as leaves room to search.
+void frmDemo0::ShowSaved(const QString& path) {
+    ShowCount(Text(u", saved as ") + ToText(QFileInfo(path).fileName()));
+    constexpr int kAir = 32;
+    const int room = (txtFind_->geometry() | saveBtn_->geometry()).width() - saveBtn_->width() -
+                     txtFind_->minimumWidth() - kAir;
+    shown_->setText(shown_->fontMetrics().elidedText(shown_->text(), Qt::ElideMiddle, room));
+    shown_->setToolTip(QDir::toNativeSeparators(path));
 }
 
 void frmDemo0::ShowList() {

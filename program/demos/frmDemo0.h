@@ -43,6 +43,7 @@ class frmDemo0 : public Form {
     void LayOut();
     void ReSort(int button, bool descending);
     void ShowCount(const Text& more = {});
+    void ShowSaved(const QString& path);
     void ShowList();
 
     std::optional<KeyListDemo> demo_;

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QStyleOptionFocusRect>
 #include <algorithm>
+#include <optional>
 
 #include "program/demos/KeepingNotice.h"
 #include "program/demos/PropBagSession.h"
@@ -47,8 +48,9 @@ QRect FrameOf(const Form& window) {
 }
 
 // Where a new window covers none of those open: to the right of `from` while the room lasts, then
-// to its left, below or above. Where there is no such place, a step aside.
-QPoint Beside(const QRect& from, QSize size, const QRect& room, const std::vector<QRect>& open) {
+// to its left, below or above.
+std::optional<QPoint> Beside(const QRect& from, QSize size, const QRect& room,
+                             const std::vector<QRect>& open) {
     constexpr int kGap = 8;
     const int across = size.width() + kGap;
     const int down = size.height() + kGap;
@@ -62,7 +64,21 @@ QPoint Beside(const QRect& from, QSize size, const QRect& room, const std::vecto
         const auto covers = [&frame](const QRect& other) { return frame.intersects(other); };
         if (room.contains(frame) && std::none_of(open.begin(), open.end(), covers)) return wish;
     }
-    return from.topLeft() + kAside;
+    return std::nullopt;
+}
+
+// A step aside, and on while that is just the corner of a window that is open. Beyond the room it
+// goes on at the top, each time further to the right.
+QPoint Aside(QPoint at, QSize size, const QRect& room, const std::vector<QRect>& open) {
+    QPoint top = room.topLeft();
+    const auto taken = [&at](const QRect& frame) { return frame.topLeft() == at; };
+    do {
+        at += kAside;
+        if (room.contains(QRect(at, size))) continue;
+        at = top;
+        top.rx() += kAside.x();
+    } while (std::any_of(open.begin(), open.end(), taken) && top.x() < room.right());
+    return at;
 }
 
 }  // namespace
@@ -166,16 +182,19 @@ void frmDemo2::PlaceBeside(const frmDemo2& other) {
         const auto* form = qobject_cast<const frmDemo2*>(window);
         if (form && form != this && form->isVisible()) open.push_back(FrameOf(*form));
     }
-    const QPoint stored = FrameOf(*this).topLeft();
-    QPoint at = stored;
-    if (!placed_) {
-        const QSize outer = size().grownBy(FramePlacement::UsualBorders());
-        at = Beside(FrameOf(other), outer, other.screen()->availableGeometry(), open);
+    const QRect room = other.screen()->availableGeometry();
+    const QSize outer = size().grownBy(FramePlacement::UsualBorders());
+    QPoint at = FrameOf(*this).topLeft();
+    if (placed_) {
+        // Never exactly over a window that is open: the two would look like one.
+        const auto covers = [&at](const QRect& frame) { return frame.topLeft() == at; };
+        if (std::none_of(open.begin(), open.end(), covers)) return;
+        at = Aside(at, outer, room, open);
+    } else {
+        const QRect from = FrameOf(other);
+        const auto free = Beside(from, outer, room, open);
+        at = free ? *free : Aside(from.topLeft(), outer, room, open);
     }
-    // Never exactly over a window that is open: the two would look like one.
-    const auto covers = [&at](const QRect& frame) { return frame.topLeft() == at; };
-    while (std::any_of(open.begin(), open.end(), covers)) at += kAside;
-    if (placed_ && at == stored) return;
     SetLeft(ToTwips(at.x()));
     SetTop(ToTwips(at.y()));
 }

@@ -2,6 +2,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenuBar>
+#include <QScreen>
+#include <algorithm>
 #include <utility>
 
 #include "program/demos/PropBagSession.h"
@@ -128,6 +130,12 @@ void frmDemo2::mnuCustomReset_Click() {
     const QSize outer = UsualSize().grownBy(FramePlacement::UsualBorders());
     SetWidth(ToTwips(outer.width()));
     SetHeight(ToTwips(outer.height()));
+    // It may have grown past an edge.
+    const QRect room = screen()->availableGeometry();
+    const int left = std::min(ToPixels(Left()), room.x() + room.width() - outer.width());
+    const int top = std::min(ToPixels(Top()), room.y() + room.height() - outer.height());
+    if (left < ToPixels(Left())) SetLeft(ToTwips(std::max(left, room.x())));
+    if (top < ToPixels(Top())) SetTop(ToTwips(std::max(top, room.y())));
 }
 
 void frmDemo2::RememberLook() {

@@ -88,8 +88,9 @@ frmKept::frmKept(const ZVPropertyBag& bag) : Form("frmKept") {
     tree->expandToDepth(0);
     for (const Column column : {kName, kType}) {
         tree->resizeColumnToContents(column);  // the values get whatever these leave
+        const int least = ToPixels(column == kName ? 1800 : 1200);
         const int most = ToPixels(column == kName ? 3300 : 1800);
-        tree->header()->resizeSection(column, std::min(tree->columnWidth(column), most));
+        tree->header()->resizeSection(column, std::clamp(tree->columnWidth(column), least, most));
     }
     if (tree->topLevelItemCount() > 0) tree->setCurrentItem(tree->topLevelItem(0));
     auto* count = new Label(this);

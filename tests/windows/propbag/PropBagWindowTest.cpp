@@ -99,12 +99,13 @@ TEST_F(frmDemo2Test, WindowsOpenedAnewStandSideBySide) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return window_->FrameSettled(); }));
     std::vector<QRect> frames{window_->frameGeometry()};
     frmDemo2* at = window_.Get();
-    for (std::int32_t number = 2; number <= 4; ++number) {
+    const QRect room = window_->screen()->availableGeometry();
+    for (std::int32_t number = 2; number <= 24; ++number) {
         at = Next(at, number);
         for (const QRect& one : frames) EXPECT_NE(one.topLeft(), at->frameGeometry().topLeft());
         frames.push_back(at->frameGeometry());
+        EXPECT_TRUE(room.contains(frames.back().topLeft() + QPoint(100, 30))) << number;
     }
-    const QRect room = window_->screen()->availableGeometry();
     if (room.width() > frames[0].width() + frames[1].width() + 20) {  // not at scale 2
         EXPECT_FALSE(frames[1].intersects(frames[0]));
         EXPECT_TRUE(room.contains(frames[1]));
