@@ -221,7 +221,7 @@ void frmDemo0::ShowCount(const Text& more) {
 // As much of the name as leaves room to search.
 void frmDemo0::ShowSaved(const QString& path) {
     ShowCount(Text(u", saved as ") + ToText(QFileInfo(path).fileName()));
-    constexpr int kAir = 32;
+    constexpr int kAir = 60;
     const int room = (txtFind_->geometry() | saveBtn_->geometry()).width() - saveBtn_->width() -
                      txtFind_->minimumWidth() - kAir;
     shown_->setText(shown_->fontMetrics().elidedText(shown_->text(), Qt::ElideMiddle, room));
