@@ -86,6 +86,8 @@ class ColumnList {
 
     static constexpr bool kHasPrefix = detail::kHasPrefix<First>;
     static constexpr bool kHasText = kIsText<First>;
+    // Numbers of one column tie where their prefixes do.
+    static constexpr bool kPrefixTellsAll = kHasPrefix && !kHasText && sizeof...(Columns) == 1;
     [[nodiscard]] std::uint64_t PrefixOf(const Record& record, std::size_t lead) const {
         return Turned(SortPrefix<First>(FirstOf(record), lead));
     }

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "zorvane/runtime/BucketSort.h"
+#include "zorvane/runtime/PrefixedSort.h"
 #include "zorvane/table/detail/KeptOrder.h"
 
 namespace zorvane::detail {
@@ -31,11 +31,7 @@ template <class Record, class List>
 template <class Record, class List>
 [[nodiscard]] std::vector<RecordNumber> SortedNumbers(const RecordStore<Record>& records,
                                                       const List& columns) {
-    struct Element {
-        std::uint64_t prefix;
-        RecordNumber number;
-    };
-    std::vector<Element> elements;
+    std::vector<PrefixedNumber> elements;
     elements.reserve(static_cast<std::size_t>(records.Count()));
     std::size_t lead = 0;
     if constexpr (List::kHasText) lead = CommonLead(records, columns);
@@ -45,16 +41,16 @@ template <class Record, class List>
         if constexpr (List::kHasPrefix) prefix = columns.PrefixOf(records.OfNumber(number), lead);
         elements.push_back({prefix, number});
     }
-    SortByBuckets(
-        elements, [](const Element& element) { return element.prefix; },
-        [&](const Element& a, const Element& b) {
-            if (a.prefix != b.prefix) return a.prefix < b.prefix;
-            return columns.Compare(records.OfNumber(a.number), records.OfNumber(b.number)) < 0;
-        },
-        // Stable, and within its bounds whatever a comparison of the user's says.
-        [](auto first, auto last, auto& less) { std::stable_sort(first, last, less); });
+    const auto less = [&](RecordNumber left, RecordNumber right) {
+        if constexpr (List::kPrefixTellsAll) {
+            return false;
+        } else {
+            return columns.Compare(records.OfNumber(left), records.OfNumber(right)) < 0;
+        }
+    };
+    SortPrefixed(elements, TieLess(less));
     std::vector<RecordNumber> numbers(elements.size());
-    std::ranges::transform(elements, numbers.begin(), &Element::number);
+    std::ranges::transform(elements, numbers.begin(), &PrefixedNumber::Number);
     return numbers;
 }
 
