@@ -62,9 +62,13 @@ std::string RunSteps(const Modelled& modelled, std::uint32_t kind, Steps steps) 
     auto wrong = Start(modelled, kind)->Go(steps);
     if (!wrong) return {};
     steps.resize(wrong->Step);
-    // Leaves out halves, quarters and so on down to single steps, as long as something is wrong.
+    // Leaves out halves, quarters and so on down to single steps, as long as something is wrong and
+    // whoever waits for it has patience.
+    std::size_t patience = 300'000;
     for (std::size_t piece = steps.size() / 2; piece != 0; piece /= 2) {
         for (std::size_t from = 0; from < steps.size();) {
+            if (patience < steps.size()) break;
+            patience -= steps.size();
             Steps fewer = steps;
             const auto begin = fewer.begin() + static_cast<std::ptrdiff_t>(from);
             const std::size_t length = std::min(piece, steps.size() - from);

@@ -1,0 +1,168 @@
+"""What breaks a copy of the project by a mutant, and asks the tests whether they see it."""
+import concurrent.futures
+import json
+import os
+import re
+import shlex
+import sys
+
+from mutants.building import ROOT, Build, renew, run
+from mutants.drawing import mutated, switched
+
+WORK = ROOT / "build" / "mutants"
+TREE = WORK / "tree"
+NO_TOOLKIT = "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON"
+
+
+def in_parallel(work, given):
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        yield from pool.map(work, given)
+
+
+def put_line(file, number, text):
+    lines = file.read_text().split("\n")
+    lines[number - 1] = text
+    file.write_text("\n".join(lines))
+
+
+class Reached:
+    """For each file and line of the library the programs whose run reaches it."""
+
+    def __init__(self):
+        self.build = Build(TREE, WORK / "cover", "-O0 --coverage -fprofile-update=single", NO_TOOLKIT)
+        noted = WORK / "reached.json"
+        newest = max(p.stat().st_mtime for p in TREE.rglob("*") if p.is_file())
+        if noted.exists() and noted.stat().st_mtime > newest:
+            self.lines = json.loads(noted.read_text())
+            return
+        self.lines = {}
+        self.build.must_make_and_pass(self.build.programs)
+        for program in self.build.programs:
+            for old in self.build.folder.rglob("*.gcda"):
+                old.unlink()
+            self.build.test(program)
+            for data in self.build.folder.rglob("*.gcda"):
+                self._note(program, data)
+        noted.write_text(json.dumps(self.lines))
+
+    def _note(self, program, data):
+        folder = self.build.folder
+        for entry in run(["gcov", "--json-format", "--stdout", data], cwd=folder).stdout.splitlines():
+            for file in json.loads(entry)["files"] if entry.startswith("{") else []:
+                name = os.path.relpath(os.path.realpath(folder / file["file"]), os.path.realpath(TREE))
+                for line in file["lines"]:
+                    who = self.lines.setdefault(name, {}).setdefault(str(line["line_number"]), [])
+                    if line["count"] and program not in who:
+                        who.append(program)
+
+    def by(self, mutant):
+        lines = self.lines.get(mutant.file, {})
+        # A constant is no line to be reached: whoever reaches its file sees it, or the whole library.
+        if not lines.get(str(mutant.line)) and re.search(r"\bconst(expr|init)\b", mutant.old):
+            who = set().union(*lines.values()) or self.build.programs
+            return [program for program in self.build.programs if program in who]
+        # A statement over several lines is noted under its first.
+        near = [lines.get(str(n), []) for n in range(mutant.line, max(mutant.line - 4, 0), -1)]
+        return next((who for who in near if who), [])
+
+
+def killers(build, programs, all_tests, **environment):
+    """Names of the tests that fail: of one at most, or of all."""
+    found = []
+    for program in programs:
+        found += build.test(program, not all_tests, **environment)
+        if found and not all_tests:
+            break
+    return found
+
+
+class Alone:
+    """Mutants built one by one."""
+
+    def __init__(self, name, *options, programs=None):
+        self.build = Build(TREE, WORK / name, "-O1", *options)
+        self.build.must_make_and_pass(programs or self.build.programs)
+
+    def killers(self, mutant, programs, all_tests=False):
+        """None where it does not compile."""
+        path = TREE / mutant.file
+        sound = path.read_text()
+        put_line(path, mutant.line, mutated(mutant))
+        found = []
+        try:
+            for program in programs or self.build.programs[:1]:
+                if self.build.make(program):
+                    return None
+                found += killers(self.build, programs and [program], all_tests)
+                if found and not all_tests:
+                    break
+        finally:
+            path.write_text(sound)
+        return found
+
+
+class Together:
+    """Many mutants in one build, of which none or one is alive: those in `numbers`."""
+
+    def __init__(self, name, mutants):
+        self.tree = WORK / f"{name}-tree"
+        renew(self.tree)
+        header = WORK / "chosen.h"
+        header.write_text("""#pragma once
+#include <cstdlib>
+inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("CHOSEN")) : 0;
+#define CHOSEN(number) (!__builtin_is_constant_evaluated() && zorvaneChosen == (number))
+""")
+        self.numbers, self.at, self.said = {}, {}, ""
+        for number, mutant in enumerate(mutants, 1):
+            place = (mutant.file, mutant.line)
+            text = switched(mutant, f"CHOSEN({number})")
+            if text and place not in self.at:
+                self.numbers[mutant] = number
+                self.at[place] = mutant
+                put_line(self.tree / mutant.file, mutant.line, text)
+        self.build = Build(self.tree, WORK / name, f"-O1 -w -include {header}", NO_TOOLKIT)
+        self._drop_what_does_not_compile()
+        self.build.must_make_and_pass(self.build.programs)
+
+    def killers(self, mutant, programs, all_tests=False):
+        return killers(self.build, programs, all_tests, CHOSEN=str(self.numbers[mutant]))
+
+    def _drop_what_does_not_compile(self):
+        """A line that takes no second meaning goes back to what it was."""
+        commands = [entry["command"] for entry in json.loads(
+            (self.build.folder / "compile_commands.json").read_text())]
+
+        def check(command):
+            words = shlex.split(command)
+            words = words[words[0].endswith("ccache"):]
+            words[words.index("-o"):words.index("-o") + 2] = ["-fsyntax-only"]
+            done = run(words, cwd=self.build.folder)
+            return (command, done.stdout) if done.returncode else None
+        while failed := [one for one in in_parallel(check, commands) if one]:
+            for _, said in failed:
+                self._drop_the_blamed(said)
+            commands = [command for command, _ in failed]
+        # Some are refused only where the compiler makes code.
+        while said := self.build.make(*self.build.programs):
+            self._drop_the_blamed(said)
+
+    def _drop_the_blamed(self, said):
+        named = [line for line in said.splitlines() if " error: " in line]
+        dropped = sum(map(self._drop, named)) or sum(map(self._drop, said.splitlines()))
+        # Another file may have been blamed for the same line before.
+        if not dropped and said == self.said:
+            sys.exit(said + "\nno mutant is to blame")
+        self.said = said
+
+    def _drop(self, line):
+        found = re.match(r"(?:In file included from )?([^\s:]+):(\d+)[:,]", line)
+        if not found:
+            return False
+        file = os.path.relpath(os.path.realpath(self.build.folder / found[1]),
+                               os.path.realpath(self.tree))
+        mutant = self.at.pop((file, int(found[2])), None)
+        if mutant:
+            put_line(self.tree / mutant.file, mutant.line, mutant.old)
+            del self.numbers[mutant]
+        return mutant is not None
