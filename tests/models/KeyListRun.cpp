@@ -86,6 +86,13 @@ class Run : public KeyedRun<KeyListEX, KeyListModel> {
   private:
     void OperateSpecially(const Variant&, const Text& key) override {
         const std::int32_t position = SomePosition();
+        const auto repeat = [&](auto& c) {
+            c.SetUnique(false);
+            c.SetKey(1, c.Key(2));
+            const std::string all = OutcomeOf([&] { return Joined(c.NewEnum()); });
+            return c.Clear(), all;
+        };
+        if (Chance(1)) return BothAtOnce("a key set twice", container_, model_, repeat);
         const unsigned chosen = Below(3);
         if (chosen == 2 && model_.count() > 500) return;
         DoChosen(chosen,

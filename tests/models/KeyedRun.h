@@ -56,7 +56,9 @@ class KeyedRun : public StepRun {
         std::u16string number(Text(std::to_string((led_ ? 10 : 1000) + last_)).Units());
         if (last_ / 100 % 2 != 0) number[1] |= 0x80;      // units of a byte, but not of seven bits
         if (last_ % 500 == 3) number.end()[-2] |= 0x100;  // and few that are more than a byte
-        if (led_) return u"key number " + number;         // of more lengths than one
+        if (last_ % 7 == 5) number += u" and more";       // longer than eight units
+        // Of more lengths than one; and one that does not begin as the others.
+        if (led_ && last_ % 700 != 9) return u"key number " + number;
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
@@ -126,7 +128,8 @@ class KeyedRun : public StepRun {
         } else {
             OperateOnOne(v, key, item);
         }
-        if (!calm_ && Chance(1)) target_ = static_cast<std::int32_t>(Below(universe_ / 3 + 22));
+        if (calm_ || !Chance(1)) return;
+        target_ = Chance(20) ? 2 : static_cast<std::int32_t>(Below(universe_ / 3 + 22));
     }
 
     void Add(const Variant& item, const Text& key, bool returnItem) {
@@ -296,7 +299,7 @@ class KeyedRun : public StepRun {
         const bool flag = Chance(60);
         const unsigned chosen = Below(30);
         const auto step = static_cast<std::int32_t>(Chance(5) ? 40000 : Below(300));
-        if (chosen == 9) return Copy(flag);
+        if (chosen == 9) return flag ? MoveAndBack() : Copy(Chance(50));
         if (chosen > 7 && Chance(80)) return;  // what changes most comes least
         if (chosen < 6) return ChangeBetweenLookUps(chosen, flag);
         DoChosen(chosen, {Both(7, "SetGranularity", [&](auto& c) { c.SetGranularity(step); }),
@@ -320,6 +323,17 @@ class KeyedRun : public StepRun {
                 static_cast<void>(c.Add(-1, key, {}));
             }
             return before + ", " + look(c);
+        });
+    }
+
+    // Something of the container may stay behind, or be another's then.
+    void MoveAndBack() {
+        const Text key = SomeKey();
+        BothAtOnce("move and back", container_, model_, [&](auto& c) {
+            auto taken = std::move(c);
+            const std::string there = OutcomeOf([&] { return taken.Item(key); });
+            c = std::move(taken);
+            return there;
         });
     }
 

@@ -31,7 +31,8 @@ class Reached:
     def __init__(self):
         self.build = Build(TREE, WORK / "cover", "-O0 --coverage -fprofile-update=single", NO_TOOLKIT)
         noted = WORK / "reached.json"
-        newest = max(p.stat().st_mtime for p in TREE.rglob("*") if p.is_file())
+        newest = max(p.stat().st_mtime for folder in ("zorvane", "tests", "fuzz")
+                     for p in (TREE / folder).rglob("*") if p.is_file())
         if noted.exists() and noted.stat().st_mtime > newest:
             self.lines = json.loads(noted.read_text())
             return
@@ -57,13 +58,15 @@ class Reached:
 
     def by(self, mutant):
         lines = self.lines.get(mutant.file, {})
-        # A constant is no line to be reached: whoever reaches its file sees it, or the whole library.
-        if not lines.get(str(mutant.line)) and re.search(r"\bconst(expr|init)\b", mutant.old):
-            who = set().union(*lines.values()) or self.build.programs
-            return [program for program in self.build.programs if program in who]
         # A statement over several lines is noted under its first.
         near = [lines.get(str(n), []) for n in range(mutant.line, max(mutant.line - 4, 0), -1)]
-        return next((who for who in near if who), [])
+        who = next((who for who in near if who), [])
+        # A constant or a member is no line to be reached: whoever reaches its file sees it, or the
+        # whole library.
+        declared = str(mutant.line) not in lines and not who
+        if declared or not lines.get(str(mutant.line)) and re.search(r"\bconst(expr|init)\b", mutant.old):
+            who = set().union(*lines.values()) or self.build.programs
+        return [program for program in self.build.programs if program in who]
 
 
 def killers(build, programs, all_tests, **environment):
@@ -80,7 +83,7 @@ class Alone:
     """Mutants built one by one."""
 
     def __init__(self, name, *options, programs=None):
-        self.build = Build(TREE, WORK / name, "-O1", *options)
+        self.build = Build(TREE, WORK / name, "-O1", "-DZORVANE_PRECOMPILE=ON", *options)
         self.build.must_make_and_pass(programs or self.build.programs)
 
     def killers(self, mutant, programs, all_tests=False):
@@ -113,7 +116,7 @@ class Together:
 inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("CHOSEN")) : 0;
 #define CHOSEN(number) (!__builtin_is_constant_evaluated() && zorvaneChosen == (number))
 """)
-        self.numbers, self.at, self.said = {}, {}, ""
+        self.numbers, self.at, self.said = {}, {}, set()
         for number, mutant in enumerate(mutants, 1):
             place = (mutant.file, mutant.line)
             text = switched(mutant, f"CHOSEN({number})")
@@ -149,11 +152,11 @@ inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("
 
     def _drop_the_blamed(self, said):
         named = [line for line in said.splitlines() if " error: " in line]
-        dropped = sum(map(self._drop, named)) or sum(map(self._drop, said.splitlines()))
+        dropped = sum(map(self._drop, named)) or any(map(self._drop, said.splitlines()))
         # Another file may have been blamed for the same line before.
-        if not dropped and said == self.said:
+        if not dropped and said in self.said:
             sys.exit(said + "\nno mutant is to blame")
-        self.said = said
+        self.said.add(said)
 
     def _drop(self, line):
         found = re.match(r"(?:In file included from )?([^\s:]+):(\d+)[:,]", line)

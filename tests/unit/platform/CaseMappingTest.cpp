@@ -43,6 +43,7 @@ TEST(LowerCase, MapsPointByPointAndSharesWhatStays) {
     EXPECT_TRUE(EqualLowerCase(upper, lower));
     const Text stays(lower);
     EXPECT_TRUE(LowerCase(stays).SharesWith(stays));
+    EXPECT_FALSE(EqualLowerCase(lower, lower + u"z"));
     EXPECT_FALSE(EqualLowerCase(u"\u03C2", u"\u03C3"));  // folding joins them, lower case does not
 }
 
@@ -82,6 +83,9 @@ TEST(HashFolded, DependsOnEveryUnitAndOnTheLengthAsEqualityDoes) {
             otherBytes[i] = 'z';
             EXPECT_NE(HashBytes(otherBytes), HashBytes(bytes)) << i << " of " << length;
             EXPECT_NE(HashBytes(bytes.substr(0, i)), HashBytes(bytes)) << i << " of " << length;
+            EXPECT_EQ(HashBytes(std::string_view(otherBytes).substr(0, i)),
+                      HashBytes(bytes.substr(0, i)))
+                << "what stands behind is looked at";
             EXPECT_NE(HashFolded(other), HashFolded(base)) << i << " of " << length;
             EXPECT_NE(HashFolded(base.substr(0, i)), HashFolded(base)) << i << " of " << length;
             EXPECT_FALSE(EqualTexts(other, base, CompareMode::Binary)) << i << " of " << length;

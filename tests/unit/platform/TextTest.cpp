@@ -45,11 +45,12 @@ TEST(Text_FromUtf8, EveryLengthIsTakenWholeWhereverALetterIsNotAscii) {
 }
 
 TEST(Text_ToUtf8, ALoneSurrogateBecomesAReplacementAndEveryCodePointComesBack) {
-    // Alone before a letter, behind one, before another high one, and at the end.
-    const Text lone(u"\xD801z\xDC00z\xD801\xD801\xDC00\0\xD801"s);
+    // Alone before a letter, behind one and before another, and at the end.
+    const Text lone(u"\xD801z\xDC00\xDC00z\xD801\xD801\xDC00\0\xD801"s);
     std::ostringstream out;
     out << lone;
-    EXPECT_EQ(out.str(), "\xEF\xBF\xBDz\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x90\x90\x80\0\xEF\xBF\xBD"s);
+    EXPECT_EQ(out.str(),
+              "\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x90\x90\x80\0\xEF\xBF\xBD"s);
     for (char32_t point = 0; point <= 0x10FFFF; ++point) {
         if (IsSurrogate(point)) continue;
         const std::u16string units = UnitsOf(point);

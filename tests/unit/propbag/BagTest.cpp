@@ -24,6 +24,8 @@ TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
          Variant::FromCurrency(1LL << 60), false},
         {"decimal with zeros", decimal(1500, 3), Variant::FromCurrency(15000), true},
         {"decimal of 96 bits", decimal(0, 1, 15), decimal(1ull << 63, 0, 1), true},
+        {"decimal of 64 bits with a zero", decimal(12345678901234567890ull, 1),
+         decimal(1234567890123456789, 0), true},
         {"decimal, other", decimal(1, 1), decimal(1, 0), false},
         {"decimal minus zero", Variant::FromDecimal({.Scale = 2, .Negative = true}), 0, true},
         {"least Long", std::numeric_limits<std::int32_t>::min(),

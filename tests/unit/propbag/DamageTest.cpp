@@ -34,7 +34,7 @@ TEST(Contents_Damaged, ArraysNestedTooDeepAreDamage) {
     }
     // Beside one another there may be any number.
     const std::string wide =
-        "200C 0010 0200 0000 0000 0000 01FF 0000 " +
+        "200C 0010 0001 0000 0000 0000 0000 0000 200C 0010 0200 0000 0000 0000 01FF 0000 " +
         Repeated("200C 0010 0001 0000 0000 0000 0000 0000 0000 0000 ", 2 * kStreamDepth);
     EXPECT_FALSE(DecodeBag(OneEntry(wide)).Damage);
 }
@@ -76,8 +76,10 @@ TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
         {"names' element size", Patched({{7, 8}}), 7},
         {"names' count", Patched({{8, 3}}), 8},
         {"names' upper bound", Patched({{12, 3}}), 8},
+        {"names' lower bound", Patched({{10, 0}}), 8},
         {"names that do not begin at 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 8, 1},
         {"a name too long", Patched({{15, 0xFFFF}}), 14},
+        {"a name longer than the stream", Patched({{14, 0x7FFF}}), 14},
         {"text states a size", Patched({{42, 2}}), 42},
         {"unknown type", Patched({{47, 0x10}}), 47},
         {"size of another type", Patched({{48, 2}}), 48},

@@ -61,6 +61,13 @@ TEST(Table_Insert, WhatIsRefusedIsNotTaken) {
     EXPECT_FALSE(cities.set(&two, &City::Code, std::int16_t{3}));
 }
 
+// Catches a key that stays where it was when what it is worked out from changes.
+TEST(Table_Set, AKeyThatIsWorkedOutFollowsWhatItIsMadeFrom) {
+    Table<City, [](const City& city) { return 2 * city.Code; }> cities = {{"one", 1}};
+    EXPECT_TRUE(cities.set(2, &City::Code, std::int16_t{5}));
+    EXPECT_TRUE(cities.contains(10) && !cities.contains(2));
+}
+
 // Catches an own hash or equality that is passed by.
 TEST(Table_Find, AHashAndAnEqualityOfOnesOwnDecide) {
     struct Hash {

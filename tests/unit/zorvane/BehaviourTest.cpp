@@ -141,6 +141,9 @@ TYPED_TEST(Behaviour, GrowthMayFailAnywhereAndChangesNothing) {
         FailAllocation(0);
     }
     for (const int i : {0, 5, kBlocks, kMany - 1, kMany}) EXPECT_EQ(c.Item(KeyOf(i)), Variant(i));
+    if constexpr (std::is_same_v<TypeParam, CollectionEx>) {
+        EXPECT_EQ(c.Capacity(), 132'000);
+    }
 }
 
 // Catches a key or an item that is read after growth has moved the entry in which it lives.
@@ -183,6 +186,10 @@ TYPED_TEST(Behaviour, ALateCallThatCannotBeIsRefused) {
     EXPECT_EQ(NumberRaisedBy([&] { container.Get(u"NoSuch"); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { container.Set(u"Count", 1); }), 438);
     EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"Item"); }), kPlain<TypeParam> ? 438 : 5);
+    if constexpr (std::is_same_v<TypeParam, CollectionEx>) {
+        const Variant alone = 1;
+        EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"Add", {&alone, 1}); }), 5);
+    }
 }
 
 }  // namespace
