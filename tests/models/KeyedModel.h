@@ -82,6 +82,7 @@ class KeyedModel {
     void SetDescending(bool value) { descending = value; }
     void SetSorted(bool value) { sorted = value; }
     void SetUnique(bool value) { unique = value; }
+    std::int32_t Capacity() const { return capacity; }
     std::int32_t Count() const { return count(); }
 
     Variant Remove(const Variant& v, bool returnItem = false) {

@@ -332,8 +332,9 @@ class KeyedRun : public StepRun {
         BothAtOnce("move and back", container_, model_, [&](auto& c) {
             auto taken = std::move(c);
             const std::string there = OutcomeOf([&] { return taken.Item(key); });
+            const std::int32_t capacity = taken.Capacity();
             c = std::move(taken);
-            return there;
+            return there + " " + std::to_string(capacity);
         });
     }
 

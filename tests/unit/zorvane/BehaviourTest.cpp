@@ -189,6 +189,7 @@ TYPED_TEST(Behaviour, ALateCallThatCannotBeIsRefused) {
     if constexpr (std::is_same_v<TypeParam, CollectionEx>) {
         const Variant alone = 1;
         EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"Add", {&alone, 1}); }), 5);
+        EXPECT_EQ(NumberRaisedBy([&] { container.Call(u"Key"); }), 5);
     }
 }
 
