@@ -16,6 +16,24 @@ TEST(Object_LateBound, RefusesAnUnknownMemberByNumberSourceAndName) {
     EXPECT_EQ(OutcomeOf([&] { object->Set(u"Speak", 1); }), refusal);
 }
 
+TEST(Ref, FreesWithItsLastHolderAndNotBefore) {
+    Ref<Object> first = MakeObject<CountedObject>();
+    {
+        const Ref<Object> second = first;
+        Ref<Object> third = std::move(first);
+        EXPECT_FALSE(first);  // NOLINT: the state after a move is promised
+        third = second;
+        Ref<Object>& same = third;
+        third = same;
+        first = second;
+    }
+    EXPECT_EQ(CountedObject::Alive(), 1);
+    Object* const taken = first.Detach();
+    EXPECT_EQ(CountedObject::Alive(), 1);
+    taken->Release();
+    EXPECT_EQ(CountedObject::Alive(), 0);
+}
+
 TEST(Ref, MadeToAnObjectThatBeginsEndsOrStandsOnTheStackFreesNothing) {
     class Clinging : public CountedObject {
       public:
