@@ -159,6 +159,17 @@ TYPED_TEST(Behaviour, ArgumentsMayLiveInTheContainer) {
     }
 }
 
+// Catches a way for plain integers that raises something else, or nothing.
+TYPED_TEST(Behaviour, APlainIntegerNamesAPositionAsATaggedOneDoes) {
+    TypeParam container;
+    Fill(container, 3);
+    for (const std::int32_t position : {INT32_MIN, -1, 0, 1, 3, 4, INT32_MAX}) {
+        const std::string plain = OutcomeOf([&] { return container.Item(position); });
+        EXPECT_EQ(plain, OutcomeOf([&] { return container.Item(Variant(position)); }));
+        EXPECT_EQ(plain.starts_with("raised"), position < 1 || position > 3) << position;
+    }
+}
+
 TYPED_TEST(Behaviour, AMovedFromContainerIsAsNewAndASnapshotStays) {
     if constexpr (!kPlain<TypeParam>) {
         static_assert(std::is_nothrow_move_constructible_v<TypeParam>);
