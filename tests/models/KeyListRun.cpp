@@ -86,13 +86,19 @@ class Run : public KeyedRun<KeyListEX, KeyListModel> {
   private:
     void OperateSpecially(const Variant&, const Text& key) override {
         const std::int32_t position = SomePosition();
+        const auto all = [&](auto& c) { return OutcomeOf([&] { return Joined(c.NewEnum()); }); };
         const auto repeat = [&](auto& c) {
             c.SetUnique(false);
             c.SetKey(1, c.Key(2));
-            const std::string all = OutcomeOf([&] { return Joined(c.NewEnum()); });
-            return c.Clear(), all;
+            const std::string before = all(c);
+            return c.Clear(), before;
         };
         if (Chance(1)) return BothAtOnce("a key set twice", container_, model_, repeat);
+        if (Chance(1)) {
+            static_cast<void>(all(container_) + all(model_));
+            EraseSome();
+            return BothAtOnce("NewEnum before and behind", container_, model_, all);
+        }
         const unsigned chosen = Below(3);
         if (chosen == 2 && model_.count() > 500) return;
         DoChosen(chosen,

@@ -20,6 +20,7 @@ class KeyedRun : public StepRun {
     explicit KeyedRun(std::uint32_t kind)
         : universe_(kind % 5 == 0   ? 6000
                     : kind % 3 == 0 ? 400
+                    : kind % 4 == 0 ? 3
                                     : 24),
           stateEvery_(kind % 5 == 0 ? 97 : 1),
           calm_(kind % 10 == 5),
@@ -27,7 +28,7 @@ class KeyedRun : public StepRun {
           led_(kind % 40 == 25),
           numbers_(kind % 4 == 3),
           crowded_(kind % 4 == 2),
-          target_(calm_ ? 2000 : 20) {}
+          target_(calm_ ? 2000 : universe_ < 9 ? 2 : 20) {}
 
   protected:
     virtual void OperateSpecially(const Variant& v, const Text& key) = 0;
@@ -58,7 +59,7 @@ class KeyedRun : public StepRun {
         if (last_ % 500 == 3) number.end()[-2] |= 0x100;  // and few that are more than a byte
         if (last_ % 7 == 5) number += u" and more";       // longer than eight units
         // Of more lengths than one; and one that does not begin as the others.
-        if (led_ && last_ % 700 != 9) return u"key number " + number;
+        if (led_) return (last_ % 700 != 9 ? u"key number " : u"l") + number;
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
@@ -102,6 +103,31 @@ class KeyedRun : public StepRun {
         std::int32_t at = 77;
         const bool found = search(at);
         return (found ? "found @" : "missed @") + std::to_string(at);
+    }
+
+    // As if each were removed by itself.
+    void EraseSome() {
+        const unsigned rest = Below(12), step = 1 + Below(6);  // a step of 1: all, or none
+        const auto goes = [=](const Text& key) {
+            return !key.Empty() && key.Units().back() % step == rest % 3;
+        };
+        Do(
+            "erase_if",
+            [&] {
+                return erase_if(container_,
+                                [&](const KeyedEntry& entry) { return goes(entry.Key); });
+            },
+            [&] {
+                const std::int32_t before = model_.count();
+                for (std::int32_t at = 1; at <= model_.count();) {
+                    if (goes(model_.at(at).key)) {
+                        model_.Remove(at);
+                    } else {
+                        ++at;
+                    }
+                }
+                return before - model_.count();
+            });
     }
 
     Container container_;
@@ -253,31 +279,6 @@ class KeyedRun : public StepRun {
         BothAtOnce("Remove many", container_, model_, removeFrom);
     }
 
-    // As if each were removed by itself.
-    void EraseSome() {
-        const unsigned rest = Below(12), step = 1 + Below(6);  // a step of 1: all, or none
-        const auto goes = [=](const Text& key) {
-            return !key.Empty() && key.Units().back() % step == rest % 3;
-        };
-        Do(
-            "erase_if",
-            [&] {
-                return erase_if(container_,
-                                [&](const KeyedEntry& entry) { return goes(entry.Key); });
-            },
-            [&] {
-                const std::int32_t before = model_.count();
-                for (std::int32_t at = 1; at <= model_.count();) {
-                    if (goes(model_.at(at).key)) {
-                        model_.Remove(at);
-                    } else {
-                        ++at;
-                    }
-                }
-                return before - model_.count();
-            });
-    }
-
     void AddSeveral(const Text& key, const Variant& item) {
         const Text other = SomeKey();
         if (key.Empty() || other.Empty()) return;
@@ -329,7 +330,13 @@ class KeyedRun : public StepRun {
     // Something of the container may stay behind, or be another's then.
     void MoveAndBack() {
         const Text key = SomeKey();
+        const bool turned = Chance(50);
         BothAtOnce("move and back", container_, model_, [&](auto& c) {
+            if (turned) {  // what an order was last chosen by is no longer what a setting says
+                c.SetDescending(true);
+                static_cast<void>(c.SortBy("key", true));
+                c.SetDescending(false);
+            }
             auto taken = std::move(c);
             const std::string there = OutcomeOf([&] { return taken.Item(key); });
             const std::int32_t capacity = taken.Capacity();

@@ -10,13 +10,16 @@ namespace {
 // Of each thread its own: who counts is alone.
 thread_local std::int64_t allocations = 0;
 thread_local std::int64_t bytes = 0;
+thread_local std::int64_t held = 0;
 thread_local std::int64_t failingOne = 0;  // counted down; 0: none
 thread_local bool hasFailed = false;
 
 void Note(std::size_t size) {
     ++allocations;
     bytes += static_cast<std::int64_t>(size);
+    ++held;
     if (failingOne == 0 || --failingOne != 0) return;
+    --held;
     hasFailed = true;
     throw std::bad_alloc();
 }
@@ -48,13 +51,14 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     }
 }
 void operator delete(void* block) noexcept {
+    held -= block ? 1 : 0;
     std::free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
+    ::operator delete(block);
 }
 void operator delete(void* block, std::align_val_t) noexcept {
-    if (block) std::free(static_cast<void**>(block)[-1]);
+    ::operator delete(block ? static_cast<void**>(block)[-1] : nullptr);
 }
 
 namespace zorvane {
@@ -70,6 +74,10 @@ bool AllocationHasFailed() noexcept {
 
 std::int64_t AllocationCount() noexcept {
     return allocations;
+}
+
+std::int64_t AllocationsHeld() noexcept {
+    return held;
 }
 
 std::int64_t AllocatedBytes() noexcept {

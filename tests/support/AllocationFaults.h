@@ -12,6 +12,8 @@ void FailAllocation(std::int64_t number) noexcept;
 [[nodiscard]] bool AllocationHasFailed() noexcept;
 // Allocations since the start of the program.
 [[nodiscard]] std::int64_t AllocationCount() noexcept;
+// Those of this thread that it has not given back.
+[[nodiscard]] std::int64_t AllocationsHeld() noexcept;
 // Bytes allocated since the start of the program, freed ones included.
 [[nodiscard]] std::int64_t AllocatedBytes() noexcept;
 

@@ -107,7 +107,7 @@ class Alone:
 class Together:
     """Many mutants in one build, of which none or one is alive: those in `numbers`."""
 
-    def __init__(self, name, mutants):
+    def __init__(self, name, mutants, *options, programs=None):
         self.tree = WORK / f"{name}-tree"
         renew(self.tree)
         header = WORK / "chosen.h"
@@ -124,17 +124,19 @@ inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("
                 self.numbers[mutant] = number
                 self.at[place] = mutant
                 put_line(self.tree / mutant.file, mutant.line, text)
-        self.build = Build(self.tree, WORK / name, f"-O1 -w -include {header}", NO_TOOLKIT)
-        self._drop_what_does_not_compile()
-        self.build.must_make_and_pass(self.build.programs)
+        self.build = Build(self.tree, WORK / name, f"-O1 -w -include {header}", *options)
+        programs = programs or self.build.programs
+        self._drop_what_does_not_compile(programs)
+        self.build.must_make_and_pass(programs)
 
     def killers(self, mutant, programs, all_tests=False):
         return killers(self.build, programs, all_tests, CHOSEN=str(self.numbers[mutant]))
 
-    def _drop_what_does_not_compile(self):
+    def _drop_what_does_not_compile(self, programs):
         """A line that takes no second meaning goes back to what it was."""
         commands = [entry["command"] for entry in json.loads(
-            (self.build.folder / "compile_commands.json").read_text())]
+            (self.build.folder / "compile_commands.json").read_text())
+            if entry["file"].startswith(str(self.tree))]  # what is generated is not there yet
 
         def check(command):
             words = shlex.split(command)
@@ -147,7 +149,7 @@ inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("
                 self._drop_the_blamed(said)
             commands = [command for command, _ in failed]
         # Some are refused only where the compiler makes code.
-        while said := self.build.make(*self.build.programs):
+        while said := self.build.make(*programs):
             self._drop_the_blamed(said)
 
     def _drop_the_blamed(self, said):

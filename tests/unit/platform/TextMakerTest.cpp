@@ -1,4 +1,5 @@
 // TextMaker: texts in one slab must not run into one another, and each must live until it goes.
+#include "tests/support/AllocationFaults.h"
 #include "tests/support/Testing.h"
 #include "zorvane/platform/TextMaker.h"
 
@@ -29,9 +30,10 @@ std::vector<Made> MakeMany(TextMaker& maker) {
 }
 
 // Catches texts that run into one another, and a slab that goes while a text of it, or a copy of
-// one, still stands: what was given back too early is written over.
+// one, still stands: what was given back too early is written over. And one that never goes.
 TEST(TextMaker, TextsStayWholeWhoeverGoesFirstAndWhateverComesInTheirPlace) {
     const auto isWhole = [](const Made& made) { return made.Value.Units() == made.Units; };
+    const std::int64_t held = AllocationsHeld();
     for (const bool fromFront : {true, false}) {
         std::vector<Made> all;
         {
@@ -48,6 +50,7 @@ TEST(TextMaker, TextsStayWholeWhoeverGoesFirstAndWhateverComesInTheirPlace) {
             ASSERT_TRUE(std::ranges::all_of(all, isWhole) && std::ranges::all_of(later, isWhole));
         }
     }
+    EXPECT_EQ(AllocationsHeld(), held);
 }
 
 TEST(TextMaker, NoUnitsAndTooManyAreToldApartByWhoeverMakes) {

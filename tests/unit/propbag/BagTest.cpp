@@ -2,10 +2,22 @@
 
 #include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
+#include "tests/unit/runtime_files/Folder.h"
+#include "zorvane/propbag/BagFile.h"
 #include "zorvane/propbag/detail/SameValue.h"
 
 namespace zorvane {
 namespace {
+
+// Catches a short file that is judged by its first words, and a size where there is none.
+TEST(LoadBagFile, AShortFileIsReadWholeAndNoneHasNoBytes) {
+    const Folder folder;
+    ZVPropertyBag bag;
+    EXPECT_EQ(LoadBagFile(folder.At("none"), bag).FileBytes, 0u);
+    folder.Put("note", "no bag");
+    const BagLoading loading = LoadBagFile(folder.At("note"), bag);
+    EXPECT_TRUE(loading.Damaged && !loading.Foreign);
+}
 
 TEST(SameValue, KindsAreComparedByValueAndNothingElseIs) {
     const Array array = Array::OfWords(Words{1, 2, 3});

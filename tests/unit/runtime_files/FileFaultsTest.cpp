@@ -166,6 +166,22 @@ TEST(SaveFileWords, AFailureOrTheEndAtAnyCallLeavesOldOrNewAndNothingBeside) {
     EXPECT_GT(trials, 500);
 }
 
+// Catches a tail that is taken from what the file was before others had their turn.
+TEST(SaveFileWords, WhatAnotherProcessDoesWhileThisOneWaitsIsNotLost) {
+    for (const bool replaced : {false, true}) {
+        const UnixFolder folder;
+        folder.Put("file", kOld);
+        if (replaced) folder.Put("other", kOld + "longer");
+        std::filesystem::create_hard_link(folder.At("file"), folder.At("name"));
+        const Armed armed({"flock", 1, kMeanwhile}, true, [&] {
+            if (replaced) return std::filesystem::rename(folder.At("other"), folder.At("file"));
+            std::ofstream(folder.At("file"), std::ios::app) << "longer";
+        });
+        EXPECT_FALSE(SaveFileWords(folder.At("file"), WordsOf(kWords)));
+        EXPECT_TRUE(folder.Bytes("file") == kNew + "longer");
+    }
+}
+
 TEST(ReadFileWords, AFailureAtAnyCallGivesEmptyOrTheWordsReadSoFar) {
     const Folder folder;
     folder.Put("file", kWords);

@@ -68,6 +68,32 @@ TEST(Table_Set, AKeyThatIsWorkedOutFollowsWhatItIsMadeFrom) {
     EXPECT_TRUE(cities.contains(10) && !cities.contains(2));
 }
 
+// A number with a sign of its own, that only its own operators compare.
+struct Owed {
+    int Amount;
+    friend bool operator==(Owed, Owed) = default;
+    friend auto operator<=>(Owed left, Owed right) { return right.Amount <=> left.Amount; }
+    friend auto operator<=>(Owed left, int right) { return right <=> left.Amount; }
+    friend bool operator==(Owed left, int right) { return left.Amount == right; }
+};
+
+// Catches a small value taken for its bits, and a direction that names another order.
+TEST(Table_Order, AValueWithOperatorsOfItsOwnStandsAndIsFoundByThem) {
+    struct Account {
+        int Number;
+        Owed Debt;
+        Owed Limit;
+    };
+    Table<Account, &Account::Number> accounts = {{1, {5}, {1}}, {2, {-7}, {2}}, {3, {2}, {3}}};
+    const auto most = accounts.order(&Account::Debt);
+    EXPECT_EQ(most.begin(), accounts.order(&Account::Debt).begin());
+    EXPECT_EQ(most[0].Number, 1);
+    EXPECT_EQ(most.lower_bound(3)->Number, 3);
+    const auto least = accounts.order(descending(&Account::Limit));
+    EXPECT_EQ(accounts.order(descending(&Account::Debt))[0].Number, 2);
+    EXPECT_EQ(least[0].Number, 1);
+}
+
 // Catches an own hash or equality that is passed by.
 TEST(Table_Find, AHashAndAnEqualityOfOnesOwnDecide) {
     struct Hash {
