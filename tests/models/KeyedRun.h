@@ -28,7 +28,9 @@ class KeyedRun : public StepRun {
           led_(kind % 40 == 25),
           numbers_(kind % 4 == 3),
           crowded_(kind % 4 == 2),
-          target_(calm_ ? 2000 : universe_ < 9 ? 2 : 20) {}
+          target_(calm_           ? 2000
+                  : universe_ < 9 ? 2
+                                  : 20) {}
 
   protected:
     virtual void OperateSpecially(const Variant& v, const Text& key) = 0;
