@@ -56,7 +56,16 @@ class Reached:
                     if line["count"] and program not in who:
                         who.append(program)
 
-    def by(self, mutant):
+    def by(self, mutant, widely=False):
+        """Those that reach the line; and then whoever reaches its file: no run tells of a constant
+        in a table that it was read."""
+        near = self._near(mutant)
+        if widely:
+            file = set().union(*self.lines.get(mutant.file, {}).values())
+            near += [program for program in self.build.programs if program in file - set(near)]
+        return near
+
+    def _near(self, mutant):
         lines = self.lines.get(mutant.file, {})
         # A statement over several lines is noted under its first.
         near = [lines.get(str(n), []) for n in range(mutant.line, max(mutant.line - 4, 0), -1)]

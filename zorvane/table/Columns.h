@@ -15,11 +15,6 @@ namespace zorvane {
 template <class Column>
 struct Descending {
     Column Ascending;
-
-    friend bool operator==(const Descending& left, const Descending& right) requires requires {
-        left.Ascending == right.Ascending;
-    }
-    { return left.Ascending == right.Ascending; }
 };
 
 template <class Column>

@@ -166,19 +166,21 @@ TEST(SaveFileWords, AFailureOrTheEndAtAnyCallLeavesOldOrNewAndNothingBeside) {
     EXPECT_GT(trials, 500);
 }
 
-// Catches a tail that is taken from what the file was before others had their turn.
+// Catches a file that is put back, or gone on with, as it was before others had their turn.
 TEST(SaveFileWords, WhatAnotherProcessDoesWhileThisOneWaitsIsNotLost) {
     for (const bool replaced : {false, true}) {
         const UnixFolder folder;
-        folder.Put("file", kOld);
+        folder.Put("file", kOld.substr(0, 100));
         if (replaced) folder.Put("other", kOld + "longer");
         std::filesystem::create_hard_link(folder.At("file"), folder.At("name"));
+        std::optional<Armed> full;
         const Armed armed({"flock", 1, kMeanwhile}, true, [&] {
             if (replaced) return std::filesystem::rename(folder.At("other"), folder.At("file"));
-            std::ofstream(folder.At("file"), std::ios::app) << "longer";
+            folder.Put("file", kOld + "longer");
+            full.emplace(Fault{"pwrite", 2, ENOSPC});
         });
-        EXPECT_FALSE(SaveFileWords(folder.At("file"), WordsOf(kWords)));
-        EXPECT_TRUE(folder.Bytes("file") == kNew + "longer");
+        EXPECT_EQ(!SaveFileWords(folder.At("file"), WordsOf(kWords)), replaced);
+        EXPECT_TRUE(folder.Bytes("file") == (replaced ? kNew : kOld) + "longer");
     }
 }
 
