@@ -60,8 +60,9 @@ class KeyedRun : public StepRun {
         if (last_ / 100 % 2 != 0) number[1] |= 0x80;      // units of a byte, but not of seven bits
         if (last_ % 500 == 3) number.end()[-2] |= 0x100;  // and few that are more than a byte
         if (last_ % 7 == 5) number += u" and more";       // longer than eight units
-        // Of more lengths than one; and one that does not begin as the others.
-        if (led_) return (last_ % 700 != 9 ? u"key number " : u"l") + number;
+        // Of more lengths than one; and, once there are many, some that do not begin as the others.
+        const bool other = model_.count() > 500 && last_ % 40 == 9;
+        if (led_) return (other ? u"l" : u"key number ") + number;
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
@@ -332,13 +333,7 @@ class KeyedRun : public StepRun {
     // Something of the container may stay behind, or be another's then.
     void MoveAndBack() {
         const Text key = SomeKey();
-        const bool turned = Chance(50);
         BothAtOnce("move and back", container_, model_, [&](auto& c) {
-            if (turned) {  // what an order was last chosen by is no longer what a setting says
-                c.SetDescending(true);
-                static_cast<void>(c.SortBy("key", true));
-                c.SetDescending(false);
-            }
             auto taken = std::move(c);
             const std::string there = OutcomeOf([&] { return taken.Item(key); });
             const std::int32_t capacity = taken.Capacity();

@@ -252,7 +252,6 @@ class KeyedRecords : public Object {
         std::swap(settings_, other.settings_);
         std::swap(sortOffset_, other.sortOffset_);
         std::swap(sortComparer_, other.sortComparer_);
-        std::swap(keyComparer_, other.keyComparer_);
         std::swap(hashTells_, other.hashTells_);
     }
 
@@ -308,7 +307,7 @@ class KeyedRecords : public Object {
     }
     // Whether looking this up sorts first, which may pull an argument away that lives in a record.
     [[nodiscard]] bool ReordersFor(const Variant& vKeyIndex) const noexcept {
-        return Derived::kLookUpReorders && !hashTells_ && sortComparer_ != keyComparer_ &&
+        return Derived::kLookUpReorders && !hashTells_ && sortComparer_ != kKeyComparer &&
                vKeyIndex.IsText();
     }
     // True when a key search would find the records in the order that it assumes.
@@ -324,7 +323,7 @@ class KeyedRecords : public Object {
     // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
     void RestoreKeyOrder() {
-        if (sortComparer_ == keyComparer_) return;
+        if (sortComparer_ == kKeyComparer) return;
         const auto column = std::make_pair(sortOffset_, sortComparer_);
         SelectKey();
         try {
@@ -341,11 +340,12 @@ class KeyedRecords : public Object {
     void Select(std::size_t offset, modZorvane::Comparer comparer) noexcept {
         sortOffset_ = offset;
         sortComparer_ = comparer;
-        if (comparer && offset == offsetof(Record, Key)) keyComparer_ = comparer;
         hashTells_ = false;
     }
-    void SelectKey() noexcept { Select(offsetof(Record, Key), modZorvane::CompareString); }
+    void SelectKey() noexcept { Select(offsetof(Record, Key), kKeyComparer); }
 
+    // Whatever else is compared by it is taken for the key.
+    static constexpr modZorvane::Comparer kKeyComparer = modZorvane::CompareString;
     // Constants, since a compiler would measure such literals at each call.
     static constexpr std::u16string_view kAddMember = u"::Add";
     static constexpr std::u16string_view kItemMember = u"::Item";
@@ -355,7 +355,6 @@ class KeyedRecords : public Object {
     Settings settings_;
     std::size_t sortOffset_ = 0;
     modZorvane::Comparer sortComparer_ = nullptr;  // null = no column selected
-    modZorvane::Comparer keyComparer_ = nullptr;   // as recorded when "key" was last selected
     // Noted by a class that may answer by hash or search: a look-up by key goes by hash, until
     // something changes that the choice depends on.
     bool hashTells_ = false;

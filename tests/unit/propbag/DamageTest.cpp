@@ -76,7 +76,7 @@ TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
         {"names' element size", Patched({{7, 8}}), 7},
         {"names' count", Patched({{8, 3}}), 8},
         {"names' upper bound", Patched({{12, 3}}), 8},
-        {"names' lower bound", Patched({{10, 0}}), 8, 0},
+        {"lower bounds", Patched({{10, 0}, {33, 0}}), 8, 0},
         {"names that do not begin at 1: there is no name 2", Patched({{10, 0}, {12, 1}}), 8, 1},
         {"a name too long", Patched({{15, 0xFFFF}}), 14},
         {"a name longer than the stream", Patched({{14, 0x7FFF}}), 14},
