@@ -1,4 +1,5 @@
 """What breaks a copy of the project by a mutant, and asks the tests whether they see it."""
+import collections
 import concurrent.futures
 import json
 import os
@@ -6,12 +7,13 @@ import re
 import shlex
 import sys
 
-from mutants.building import ROOT, Build, renew, run
+from mutants.building import PROGRAMS, ROOT, Build, renew, run
 from mutants.drawing import mutated, switched
 
 WORK = ROOT / "build" / "mutants"
 TREE = WORK / "tree"
 NO_TOOLKIT = "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON"
+WHOLE = {p for p in PROGRAMS if p.startswith("replay_")} | {"unit_models", "save_races"}
 
 
 def in_parallel(work, given):
@@ -78,14 +80,27 @@ class Reached:
         return [program for program in self.build.programs if program in who]
 
 
-def killers(build, programs, all_tests, **environment):
-    """Names of the tests that fail: of one at most, or of all."""
+def killers(build, programs, all_tests, make=lambda program: "", **environment):
+    """Names of the tests that fail: of one program at most; or of all, where one that is a single
+    test, a replay or model run, is enough of its kind. None where one cannot be made."""
     found = []
-    for program in programs:
-        found += build.test(program, not all_tests, **environment)
-        if found and not all_tests:
-            break
+    for program in sorted(programs, key=lambda p: all_tests and p not in WHOLE):
+        if not found or all_tests and program not in WHOLE:
+            if make(program):
+                return None
+            found += build.test(program, not all_tests, **environment)
     return found
+
+
+def tell_useless_tests(kills):
+    """Of lists of killers."""
+    alone, any_kill = collections.Counter(), collections.Counter()
+    for by in kills:
+        any_kill.update(by)
+        alone.update(by if len(by) == 1 else [])
+    print("\nTests, by what they alone kill, and by what they kill at all:")
+    for name in sorted(any_kill, key=lambda n: (alone[n], any_kill[n])):
+        print(f"{alone[name]:4} {any_kill[name]:4}  {name}")
 
 
 class Alone:
@@ -100,17 +115,12 @@ class Alone:
         path = TREE / mutant.file
         sound = path.read_text()
         put_line(path, mutant.line, mutated(mutant))
-        found = []
         try:
-            for program in programs or self.build.programs[:1]:
-                if self.build.make(program):
-                    return None
-                found += killers(self.build, programs and [program], all_tests)
-                if found and not all_tests:
-                    break
+            if not programs and self.build.make(self.build.programs[0]):
+                return None
+            return killers(self.build, programs, all_tests, self.build.make)
         finally:
             path.write_text(sound)
-        return found
 
 
 class Together:
