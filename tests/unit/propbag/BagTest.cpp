@@ -14,7 +14,7 @@ TEST(LoadBagFile, AShortFileIsReadWholeAndNoneHasNoBytes) {
     const Folder folder;
     ZVPropertyBag bag;
     EXPECT_EQ(LoadBagFile(folder.At("none"), bag).FileBytes, 0u);
-    folder.Put("note", "no bag");
+    folder.Put("note", std::string(100, 'n'));
     const BagLoading loading = LoadBagFile(folder.At("note"), bag);
     EXPECT_TRUE(loading.Damaged && !loading.Foreign);
 }
