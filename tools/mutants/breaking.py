@@ -164,7 +164,7 @@ inline const int zorvaneChosen = std::getenv("CHOSEN") ? std::atoi(std::getenv("
             done = run(words, cwd=self.build.folder)
             return (command, done.stdout) if done.returncode else None
         while failed := [one for one in in_parallel(check, commands) if one]:
-            for _, said in failed:
+            for said in {said for _, said in failed}:  # one file may be compiled twice
                 self._drop_the_blamed(said)
             commands = [command for command, _ in failed]
         # Some are refused only where the compiler makes code.
