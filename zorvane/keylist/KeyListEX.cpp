@@ -166,7 +166,7 @@ const RecordNumber* KeyListEX::FindStrictly(const Text& key) const noexcept {
 // Whether a look-up by key sorts nothing and finds by hash what a search would find.
 bool KeyListEX::HashTells() const noexcept {
     if (repeats_) return false;
-    return !Sorted() || (sortComparer_ == kKeyComparer && InSearchOrder());
+    return !Sorted() || (sortComparer_ == KeyComparer() && InSearchOrder());
 }
 
 bool KeyListEX::HasKeyLike(RecordNumber number, const Text& key) const noexcept {

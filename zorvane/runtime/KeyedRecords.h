@@ -307,7 +307,7 @@ class KeyedRecords : public Object {
     }
     // Whether looking this up sorts first, which may pull an argument away that lives in a record.
     [[nodiscard]] bool ReordersFor(const Variant& vKeyIndex) const noexcept {
-        return Derived::kLookUpReorders && !hashTells_ && sortComparer_ != kKeyComparer &&
+        return Derived::kLookUpReorders && !hashTells_ && sortComparer_ != KeyComparer() &&
                vKeyIndex.IsText();
     }
     // True when a key search would find the records in the order that it assumes.
@@ -323,7 +323,7 @@ class KeyedRecords : public Object {
     // Kept: a key search re-sorts only when the selected comparer differs from the key's. Keys and
     // ItemString share one, so records sorted by ItemString are searched as if ordered by key.
     void RestoreKeyOrder() {
-        if (sortComparer_ == kKeyComparer) return;
+        if (sortComparer_ == KeyComparer()) return;
         const auto column = std::make_pair(sortOffset_, sortComparer_);
         SelectKey();
         try {
@@ -342,10 +342,12 @@ class KeyedRecords : public Object {
         sortComparer_ = comparer;
         hashTells_ = false;
     }
-    void SelectKey() noexcept { Select(offsetof(Record, Key), kKeyComparer); }
+    void SelectKey() noexcept { Select(offsetof(Record, Key), KeyComparer()); }
 
     // Whatever else is compared by it is taken for the key.
-    static constexpr modZorvane::Comparer kKeyComparer = modZorvane::CompareString;
+    [[nodiscard]] static modZorvane::Comparer KeyComparer() noexcept {
+        return modZorvane::CompareString;
+    }
     // Constants, since a compiler would measure such literals at each call.
     static constexpr std::u16string_view kAddMember = u"::Add";
     static constexpr std::u16string_view kItemMember = u"::Item";
