@@ -108,6 +108,16 @@ def _right_end(code, at):
     return -1
 
 
+def _is_balanced(code):
+    depth = 0
+    for letter in code:
+        depth += (letter in OPENING) - (letter in CLOSING)
+        if depth < 0:
+            return False
+    return depth == 0
+
+
+STATEMENTS = ("if (", "for (", "while (", "return")
 STATED = re.compile(r"(if \(|for \(|while \(|return\b|[\w.:\[\]*>()-]+(\(| [-+|&^*<>]*= ))(?!.*\{[^}]*$).*;$")
 
 
@@ -128,10 +138,14 @@ def switched(mutant, asked):
     code, line = mutant.code, mutant.old
     if re.search(r"\b(constexpr|constinit|consteval|case|enum|noexcept|alignas)\b", code):
         return None
+    if "//" in mutant.put:
+        return None
     begin, end = _left_end(code, mutant.begin, mutant.before), _right_end(code, mutant.end)
     assigns = re.search(r"[-+]= ", code[mutant.begin:mutant.end])  # binds less than ?:
     if begin < 0 or end < 0 or assigns or mutant.kind == "statement":
         return _switched_whole(mutant, asked)
     begin += len(code[begin:]) - len(code[begin:].lstrip())
     new = line[begin:mutant.begin] + mutant.put + line[mutant.end:end]
+    if not (_is_balanced(new) and _is_balanced(line[begin:end])) or new.startswith(STATEMENTS):
+        return _switched_whole(mutant, asked)
     return f"{line[:begin]}({asked} ? ({new}) : ({line[begin:end]})){line[end:]}"
