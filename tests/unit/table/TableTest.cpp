@@ -71,10 +71,8 @@ TEST(Table_Set, AKeyThatIsWorkedOutFollowsWhatItIsMadeFrom) {
 // A number with a sign of its own, that only its own operators compare.
 struct Owed {
     int Amount;
-    friend bool operator==(Owed, Owed) = default;
     friend auto operator<=>(Owed left, Owed right) { return right.Amount <=> left.Amount; }
     friend auto operator<=>(Owed left, int right) { return right <=> left.Amount; }
-    friend bool operator==(Owed left, int right) { return left.Amount == right; }
 };
 
 // Catches a small value taken for its bits, and a direction that names another order.
