@@ -52,13 +52,18 @@ TEST(Table_Find, ANumberIsLookedUpByItsValue) {
     EXPECT_TRUE(letters.contains(98u) && !letters.contains(255u + 98u));
 }
 
-// Catches a refused record that is lost, and a record that lies elsewhere taken for one of these.
+// Catches a refused record that is lost, a record that lies elsewhere taken for one of these, a
+// table that merges itself away, and a number or position that is cut.
 TEST(Table_Insert, WhatIsRefusedIsNotTaken) {
     Cities cities = {{"one", 1}};
     City two{"one", 2};
     EXPECT_FALSE(cities.insert(std::move(two)).second);
     EXPECT_EQ(two.Name, "one");
     EXPECT_FALSE(cities.set(&two, &City::Code, std::int16_t{3}));
+    cities.merge(cities);
+    EXPECT_EQ(cities.size(), 1u);
+    EXPECT_THROW(cities.reserve(SIZE_MAX), std::length_error);
+    EXPECT_THROW(cities.erase(cities.end()), std::out_of_range);
 }
 
 // Catches a key that stays where it was when what it is worked out from changes.
