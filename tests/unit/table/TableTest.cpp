@@ -66,6 +66,18 @@ TEST(Table_Insert, WhatIsRefusedIsNotTaken) {
     EXPECT_THROW(cities.erase(cities.end()), std::out_of_range);
 }
 
+// Catches an error that needs words for a key that has none.
+TEST(Table_At, AKeyThatCannotBeShownIsRefusedAllTheSame) {
+    enum class Kind { Town, Village };
+    struct Place {
+        Kind Is;
+    };
+    Table<Place, &Place::Is> places = {{Kind::Town}, {Kind::Village}};
+    EXPECT_THROW(places.set(Kind::Town, &Place::Is, Kind::Village), std::invalid_argument);
+    places.erase(Kind::Town);
+    EXPECT_THROW(static_cast<void>(places.at(Kind::Town)), std::out_of_range);
+}
+
 // Catches a key that stays where it was when what it is worked out from changes.
 TEST(Table_Set, AKeyThatIsWorkedOutFollowsWhatItIsMadeFrom) {
     Table<City, [](const City& city) { return 2 * city.Code; }> cities = {{"one", 1}};
