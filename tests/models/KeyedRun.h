@@ -14,9 +14,9 @@ namespace zorvane {
 template <class Container, class Model>
 class KeyedRun : public StepRun {
   public:
-    // Kinds divisible by 5 run at some thousand records, by 3 at some hundred, others at a few. The
-    // odd ones of the first are calm: keys that four units tell apart, and few changes of
-    // order, so that whatever an order allows is in use.
+    // Kinds divisible by 5 run at some thousand records, by 3 at some hundred, by 4 at two or
+    // three, others at a few. The odd ones of the first are calm: keys that four units tell apart,
+    // and few changes of order, so that whatever an order allows is in use.
     explicit KeyedRun(std::uint32_t kind)
         : universe_(kind % 5 == 0   ? 6000
                     : kind % 3 == 0 ? 400

@@ -13,6 +13,7 @@ from mutants.drawing import mutated, switched
 WORK = ROOT / "build" / "mutants"
 TREE = WORK / "tree"
 NO_TOOLKIT = "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON"
+# Programs of which one says as much as another: each tries all operations there are.
 WHOLE = {p for p in PROGRAMS if p.startswith("replay_")} | {"unit_models", "save_races"}
 
 

@@ -54,13 +54,17 @@ TYPED_TEST(Flooded, KeysPassFewPlacesWhoeverChoseThem) {
         for (unsigned i = 0; i < kCount; ++i) {
             AddTo(container, static_cast<std::int32_t>(i), key(i));
         }
+        const auto passesFew = [&] {
+            EXPECT_LT(PassedIn(container.*IndexOf(Of<TypeParam>())), 3 * kCount);
+        };
+        passesFew();
         if constexpr (requires { container.SetKey(1, key(0)); }) {
             container.Clear();
             container.SetSorted(false);
             for (int i = 0; i < int{kCount}; ++i) AddTo(container, i, Text(std::to_string(i)));
             for (unsigned i = 0; i < kCount; ++i) container.SetKey(int(i) + 1, key(i));
+            passesFew();
         }
-        EXPECT_LT(PassedIn(container.*IndexOf(Of<TypeParam>())), 3 * kCount);
         for (unsigned i = 0; i < kCount; i += 2) container.Remove(key(i));
         for (unsigned i = 0; i < kCount; ++i) {
             Variant found;
