@@ -7,7 +7,6 @@ float Random::Next() noexcept {
     std::uint64_t mixed = state_.Add(0x9E3779B97F4A7C15u);
     mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9u;
     mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBu;
-    mixed ^= mixed >> 31;
     return static_cast<float>(mixed >> 40) * 0x1p-24f;
 }
 
