@@ -72,7 +72,8 @@ class Reached:
         lines = self.lines.get(mutant.file, {})
         # A statement over several lines is noted under its first.
         near = [lines.get(str(n), []) for n in range(mutant.line, max(mutant.line - 4, 0), -1)]
-        who = next((who for who in near if who), [])
+        # And now and then the count of one line of a template is lost.
+        who = set().union(*near)
         # A constant or a member is no line to be reached: whoever reaches its file sees it, or the
         # whole library.
         declared = str(mutant.line) not in lines and not who

@@ -55,7 +55,8 @@ class Build:
         if shutil.which("ccache"):
             options.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
         must(["cmake", "-S", tree, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-              "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", f"-DCMAKE_CXX_FLAGS={flags}", *options])
+              "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
+              f"-DCMAKE_CXX_FLAGS={flags} -D_GLIBCXX_ASSERTIONS", *options])  # as ./test library
         targets = run(["ninja", "-C", folder, "-t", "targets", "all"]).stdout
         self.programs = [p for p in PROGRAMS if re.search(rf"^{p}:", targets, re.M)]
 
