@@ -98,8 +98,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(checked.Damage ? !report.Damage.empty()
                            : report.Entries.size() == checked.State.Entries.size(),
             "a report tells of damage, and of every entry where there is none");
-    for (const BagReport::Entry& entry : report.Entries)
+    std::int32_t position = 0;
+    for (const BagReport::Entry& entry : report.Entries) {
+        const Variant value = bag.Item(++position);
         Require(entry.Bag.empty() == (entry.Type != kBagType), "a report opens a bag");
+        Require(!sound || entry.Bag.empty() || BagFrom(value).Contents() == value,
+                "a report opens nothing but bags");
+    }
     if (!checked.Damage && bag.Count() > 0) RequireSameWords(words, once.Words());
     if (given == twice && bag.Count() > 0) RequireWhatStandsBeforeACut(words);
     const std::int32_t count = bag.Count();

@@ -58,7 +58,7 @@ class BagModel : public KeyedModel {
         if (index >= 1) sorted = unique = false;
         const std::int32_t found = resolve(index < 1 ? Variant(name) : Variant(index));
         if (!value.IsObject() && equalsDefault) {
-            if (found != 0) removeAt(found);
+            if (found != 0) Remove(found);
         } else if (found != 0) {
             at(found).item = words;
             at(found).itemString = objName;
@@ -67,10 +67,6 @@ class BagModel : public KeyedModel {
             const Row row{.item = words, .itemString = objName, .key = name};
             sorted ? insertByName(row) : insertAt(index, row);
         }
-    }
-    void removeAt(std::int32_t position) {
-        rows.erase(rows.begin() + (position - 1));
-        changed = true;
     }
 
     // What a bag is after its words were read again: objects and Null are lost; and the settings,

@@ -189,17 +189,12 @@ class Run : public StepRun {
               }},
              {6, "PropIsObject", {v}, [&] { return at != 0 && !model_.at(at).itemString.Empty(); }},
              {7, "CopyItemValue", {v}, [&] { return at == 0 ? Variant() : model_.at(at).item; }},
-             {8, "ItemFn, quiet",
-              [&] {
-                  Variant value = u"untouched";
-                  static_cast<void>(bag_.ItemFn(v, value));
-                  return Shown(value);
-              },
-              [&] { return Shown(at == 0 ? Variant(u"untouched") : model_.at(at).item); }},
-             {12, "Remove", {v}, [&] {
-                  static_cast<void>(model_.find(v, "Remove", "Key = "));
-                  model_.removeAt(at);
-              }}});
+             OnEither(8, "ItemFn, quiet", bag_, model_,
+                      [&](auto& either) {
+                          Variant value = u"untouched";
+                          return std::to_string(either.ItemFn(v, value)) + Shown(value);
+                      }),
+             {12, "Remove", {v}, [&] { static_cast<void>(model_.Remove(v, true)); }}});
     }
 
     void Rest() {
@@ -221,10 +216,10 @@ class Run : public StepRun {
 
     // Only words can make a bag that is sorted and whose names may repeat.
     void Repeats() {
-        Words words = WordsOf(bag_);
-        words.back() = 0;
+        Array words = bag_.Contents();
+        words.MutableElements<std::int16_t>().back() = 0;
         Do(
-            "repeated names", [&] { bag_.SetContents(Array::OfWords(words)); },
+            "repeated names", [&] { bag_.SetContents(words); },
             [&] {
                 model_.reopen();
                 model_.unique = model_.rows.empty();
@@ -258,7 +253,7 @@ class Run : public StepRun {
     std::string StateDiffers(bool) override {
         if (bag_.Get(u"Count") != Variant(model_.count())) return "Count differs";
         if (bag_.Get(u"Sorted") != Variant(model_.sorted)) return "Sorted differs";
-        if ((WordsOf(bag_).back() != 0) != model_.unique) return "UniqueNames differs";
+        if ((bag_.Contents().Words().back() != 0) != model_.unique) return "UniqueNames differs";
         if (bag_.Get(u"Changed") != Variant(model_.changed)) return "Changed differs";
         if (bag_.Get(u"Granularity") != Variant(model_.granularity)) return "Granularity differs";
         std::int32_t position = 0;

@@ -47,7 +47,6 @@ class WhenModal : public QObject {
   public:
     explicit WhenModal(std::function<void(T&)> act) : act_(std::move(act)) { startTimer(5); }
     ~WhenModal() override { EXPECT_TRUE(done_) << "the window never came"; }
-    [[nodiscard]] bool Done() const { return done_; }
 
   protected:
     void timerEvent(QTimerEvent* event) override {

@@ -92,10 +92,6 @@ TEST(EveryWindowTest, OpensAndClosesAgainAndAgain) {
 class Looks : public ShownWindowTest<Form>, public testing::WithParamInterface<Window> {
   protected:
     Looks() : ShownWindowTest(GetParam().Make()) {}
-    void TearDown() override {
-        ShownWindowTest::TearDown();
-        QApplication::setPalette(QPalette());
-    }
     AnsweringDialogs dialogs_;
     // The controls a person sees, without the parts that the toolkit builds into them.
     [[nodiscard]] std::vector<QWidget*> SeenControls() const {
@@ -202,6 +198,7 @@ TEST_P(Looks, TextIsLegibleInADarkPalette) {
         EXPECT_EQ(hint.rgb(), palette.color(QPalette::Text).rgb()) << "a hint of another colour";
         EXPECT_GT(hint.alpha(), 127);
     }
+    QApplication::setPalette(QPalette());
 }
 
 TEST_P(Looks, EscapeClosesAWindowThatHasAButtonForItAndNeverTheProgram) {

@@ -47,7 +47,6 @@ TEST_F(frmSplashTest, KeptProgressBarMaxBelowTwoBecomesTwoInTheCallersVariable) 
         window_->SetProgressBarMax(value);
         EXPECT_EQ(value, becomes) << given;
         EXPECT_EQ(Bar()->maximum(), becomes) << given;
-        EXPECT_EQ(Bar()->minimum(), 1) << given;
     }
 }
 
@@ -62,8 +61,6 @@ TEST_F(frmSplashTest, ProgressBarStatusOutsideTheRangeRaisesAndChangesNothing) {
     window_->Set(u"ProgressBarText", u"Reading");
     EXPECT_EQ(At<Label>("Label3")->Caption(), u"Reading");
     EXPECT_EQ(NumberRaisedBy([&] { window_->Set(u"CloseVisibl", true); }), 438);
-    EXPECT_EQ(NumberRaisedBy([&] { return window_->Get(u"CloseVisible"); }), 438)
-        << "it cannot be read back";
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 namespace zorvane::test {
 namespace {
 
-constexpr std::array kButtons{"Command1", "Command2", "Command5", "Command3"};  // by column
-
 class FrmDemo1Test : public ShownWindowTest<FrmDemo1> {
   protected:
     // Each test takes a quarter of a second and two milliseconds by the fine clock.
@@ -98,7 +96,7 @@ TEST_F(FrmDemo1Test, RowsOfAClearedColumnFillOneByOneWithoutLettingOtherInputIn)
 }
 
 TEST_F(FrmDemo1Test, TheChartHasABarForEveryResultWithItsFineTime) {
-    for (const char* button : kButtons) Press(button);
+    Press("RunAllBtn");
     for (int test = 1; test <= 8; ++test) {
         for (int column = 1; column <= 4; ++column) {
             const QRectF bar = chart_->BarOf(test, column);

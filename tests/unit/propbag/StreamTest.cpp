@@ -3,10 +3,14 @@
 #include "tests/support/Testing.h"
 #include "tests/unit/propbag/Words.h"
 #include "zorvane/propbag/detail/StreamEncoder.h"
+#include "zorvane/propbag/detail/StreamValue.h"
 #include "zorvane/propbag/detail/StreamWords.h"
 
 namespace zorvane {
 namespace {
+
+using modZorvane::ReadStreamValue;
+using modZorvane::WriteStreamValue;
 
 // The value after one trip through the words of a bag.
 Variant RoundTrip(const Variant& value) {
@@ -16,40 +20,30 @@ Variant RoundTrip(const Variant& value) {
     return read.Count() == 1 ? read.Item(1) : Variant(u"nothing came back");
 }
 
-TEST(Contents_Read, TheBagOfTwoEntriesIsThese61Words) {
-    ZVPropertyBag bag;
-    bag.WriteProperty(u"Left", 1200);
-    bag.WriteProperty(u"Caption", u"Hi");
-    EXPECT_EQ(ToHex(bag.Contents().Words()), ToHex(TwoEntries()));
-    EXPECT_EQ(TwoEntries().size(), 61u);
-    EXPECT_EQ(bag.Contents().LowerBound(), 0);
-}
-
-TEST(Contents_Read, AnEmptyBagIs16WordsThatSayNothingOfItsSettings) {
+TEST(Contents_Read, AnEmptyBagIsThese16WordsAndTheBagOfTwoEntriesThese61) {
     ZVPropertyBag bag;
     EXPECT_EQ(ToHex(bag.Contents().Words()),
               ToHex(Hex("D8F1 D8F1 0003 0004 0000 0000 0003 0004 0010 0000 000B 0002 FFFF "
                         "000B 0002 FFFF")));
     bag.SetGranularity(77);
-    EXPECT_EQ(BagFrom(bag.Contents()).Granularity(), 16);
+    EXPECT_EQ(BagFrom(bag.Contents()).Granularity(), 16) << "nothing is read behind the marker";
+    bag.SetGranularity(16);
+    bag.WriteProperty(u"Left", 1200);
+    bag.WriteProperty(u"Caption", u"Hi");
+    EXPECT_EQ(ToHex(bag.Contents().Words()), ToHex(TwoEntries()));
+    EXPECT_EQ(bag.Contents().LowerBound(), 0);
 }
 
+// What words alone do is DamageTest's and the replay's.
 TEST(Contents_Assign, WhatIsNoStreamLeavesTheBagCleared) {
     const std::pair<const char*, Variant> table[] = {
         {"Empty, as an absent file reads", Variant()},
         {"a text", u"\xFFFF\xFFFF"},
         {"an array of Longs", Array(VarType::Long, 0, 80)},
         {"an array of Booleans", ArrayOf(VarType::Boolean, 0, true, true, true)},
-        {"two words", Array::OfWords(Hex("FFFF FFFF"))},
-        {"half a marker", Array::OfWords(Hex("FFFF D8F1 0003 0004 0001 0000"))},
-        {"the marker of an empty bag", Array::OfWords(Hex("D8F1 D8F1 0003"))},
-        {"a negative count", Array::OfWords(Hex("FFFF FFFF 0003 0004 FFFF FFFF"))},
     };
     for (const auto& [what, value] : table) {
-        const ZVPropertyBag bag = BagFrom(value);
-        EXPECT_EQ(bag.Contents(), ZVPropertyBag().Contents()) << what;
-        EXPECT_EQ(bag.Granularity(), 16) << what;
-        EXPECT_FALSE(bag.Changed()) << what;
+        EXPECT_EQ(BagFrom(value).Contents(), ZVPropertyBag().Contents()) << what;
     }
 }
 
@@ -66,23 +60,17 @@ TEST(Contents_Assign, CountAndSettingsConvertFromWhateverTypeTheyHave) {
     EXPECT_FALSE(bag.Sorted());
 }
 
-struct ValueAndWords {
-    const char* what;
-    Variant value;
-    const char* words;
-};
-
-void ExpectWords(const ValueAndWords& row) {
-    Words words(static_cast<std::size_t>(StreamWordsOf(row.value)), 0x5555);
-    StreamEncoder encoder(words);
-    encoder.Write(row.value);
-    EXPECT_EQ(ToHex(words), ToHex(Hex(row.words))) << row.what;
-    EXPECT_EQ(encoder.Position(), words.size()) << row.what;
-}
-
-TEST(Stream, EveryTypeHasItsWordsAndComesBack) {
+TEST(Stream, EveryTypeHasItsWordsAndComesBackButForWhatTheFormatLoses) {
     constexpr std::int32_t kGreatest = std::numeric_limits<std::int32_t>::max();
-    const ValueAndWords table[] = {
+    const auto object = MakeObject<CountedObject>();
+    const auto decimal =
+        Variant::FromDecimal({.Low = 0x0102030405060708, .High = 9, .Scale = 3, .Negative = true});
+    const struct {
+        const char* what;
+        Variant value;
+        const char* words;
+        bool lost = false;
+    } table[] = {
         {"Empty", Variant(), "0000 0000"},
         {"16-bit", std::int16_t{-2}, "0002 0002 FFFE"},
         {"32-bit", std::int32_t{-2}, "0003 0004 FFFE FFFF"},
@@ -118,10 +106,28 @@ TEST(Stream, EveryTypeHasItsWordsAndComesBack) {
          "200C 0010 0001 0000 0003 0000 0003 0000 2011 0001 0001 0000 0000 0000 0000 0000 0009"},
         {"three bytes, padded", ArrayOf(VarType::Byte, 0, 1, 2, 3),
          "2011 0001 0003 0000 0000 0000 0002 0000 0201 0003"},
+        // Kept: the whole list of what the format loses; Empty stands in its place.
+        {"Null", Variant::Null(), "0001 0000", true},
+        {"no object", Ref<Object>(), "0000 0000", true},
+        {"object", object, "0000 0000", true},
+        {"decimal", decimal, "000E 0000", true},
+        {"error array", ArrayOf(VarType::Error, 0, Variant::FromError(-5)),
+         "200A 0004 0001 0000 0000 0000 0000 0000 FFFB FFFF", true},
+        {"object array, no addresses", ArrayOf(VarType::Object, 0, object),
+         "2009 0004 0001 0000 0000 0000 0000 0000 0000 0000", true},
+        {"decimal array", ArrayOf(VarType::Decimal, 0, decimal, Variant::FromDecimal({.Low = 5})),
+         "200E 0010 0002 0000 0000 0000 0001 0000 0000 8003 0009 0000 0708 0506 0304 0102 "
+         "0000 0000 0000 0000 0005 0000 0000 0000",
+         true},
     };
-    for (const auto& row : table) {
-        ExpectWords(row);
-        EXPECT_EQ(RoundTrip(row.value), row.value) << row.what;
+    for (const auto& [what, value, words, lost] : table) {
+        Words written(static_cast<std::size_t>(StreamWordsOf(value)), 0x5555);
+        StreamEncoder encoder(written);
+        encoder.Write(value);
+        EXPECT_EQ(ToHex(written), ToHex(Hex(words))) << what;
+        EXPECT_EQ(encoder.Position(), written.size()) << what;
+        EXPECT_EQ(RoundTrip(value), lost ? Variant() : value) << what;
+        EXPECT_TRUE(lost || !DecodeBag(OneEntry(words), StreamCare::Checker).Damage) << what;
     }
 }
 
@@ -133,42 +139,13 @@ TEST(Stream, ATextOfAnyLengthComesBack) {
     }
 }
 
-// The whole list of what is lost, and what stands in its place.
-TEST(Stream, KeptWhatTheFormatLosesComesBackAsEmpty) {
-    const auto object = MakeObject<CountedObject>();
-    const auto decimal =
-        Variant::FromDecimal({.Low = 0x0102030405060708, .High = 9, .Scale = 3, .Negative = true});
-    const ValueAndWords table[] = {
-        {"Null", Variant::Null(), "0001 0000"},
-        {"no object", Ref<Object>(), "0000 0000"},
-        {"object", object, "0000 0000"},
-        {"decimal", decimal, "000E 0000"},
-        {"error array", ArrayOf(VarType::Error, 0, Variant::FromError(-5)),
-         "200A 0004 0001 0000 0000 0000 0000 0000 FFFB FFFF"},
-        {"object array, no addresses", ArrayOf(VarType::Object, 0, object),
-         "2009 0004 0001 0000 0000 0000 0000 0000 0000 0000"},
-        {"decimal array", ArrayOf(VarType::Decimal, 0, decimal, Variant::FromDecimal({.Low = 5})),
-         "200E 0010 0002 0000 0000 0000 0001 0000 0000 8003 0009 0000 0708 0506 0304 0102 "
-         "0000 0000 0000 0000 0005 0000 0000 0000"},
-    };
-    for (const auto& row : table) {
-        ExpectWords(row);
-        EXPECT_EQ(RoundTrip(row.value), Variant()) << row.what;
-    }
-}
-
-TEST(Stream, KeptAnUnreadableArrayIsNotSkippedAndTheNextValueIsReadFromItsElements) {
-    ZVPropertyBag bag;
-    bag.Add(ArrayOf(VarType::Error, 0, Variant::FromError(0x00020002), Variant::FromError(7)),
-            u"A");
-    bag.Add(u"lost", u"B");
-    const ZVPropertyBag read = BagFrom(bag.Contents());
-    ASSERT_EQ(read.Count(), 2);
-    EXPECT_EQ(read.Item(2), Variant(std::int16_t{7}));
-}
-
 TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
-    const std::tuple<const char*, const char*, Variant> table[] = {
+    const struct {
+        const char* what;
+        const char* words;
+        Variant value;
+        std::int32_t granularity = 17;  // all words were taken and no more
+    } table[] = {
         {"a size of 9", "0003 0009", Variant()},
         {"a size with the top bit", "0003 8004", Variant()},
         {"a Long of one byte", "0003 0001 0201", std::int32_t{1}},
@@ -192,26 +169,24 @@ TEST(Stream, OddTypesSizesCountsAndBoundsReadAsTheirWordsSay) {
          ArrayOf(VarType::Variant, 0, std::int16_t{5})},
         {"no values, but bounds", "200C 0010 0000 0000 0000 0000 0001 0000",
          ArrayOf(VarType::Variant, 0, Variant(), Variant())},
+        {"kept: an unreadable array is not skipped, and the next value is read from its elements",
+         "200A 0004 0002 0000 0000 0000 0001 0000 0003 0004 0007 0000", Variant(), 7},
+        {"kept: three bytes are rounded up for Bytes alone, and the next value begins at the third",
+         "2002 0001 0003 0000 0000 0000 0002 0000 FFFF 0003 0004 0007 0000",
+         ArrayOf(VarType::Integer, 0, -1, 3, 0), 7},
     };
-    for (const auto& [what, words, value] : table) {
+    for (const auto& [what, words, value, granularity] : table) {
         const ZVPropertyBag bag = BagFrom(OneEntry(words));
         ASSERT_EQ(bag.Count(), 1) << what;
         EXPECT_EQ(bag.Item(1), value) << what;
-        EXPECT_EQ(bag.Granularity(), 17) << what;  // all words were taken and no more
+        EXPECT_EQ(bag.Granularity(), granularity) << what;
     }
-}
-
-TEST(Stream, KeptAnOddNumberOfBytesIsRoundedUpForBytesAlone) {
-    // Three Booleans of one byte each take one word and a half; the value behind starts at word 2.
-    const Words words =
-        OneEntry("200B 0001 0003 0000 0000 0000 0002 0000 FFFF 0003 0004 0007 0000");
-    EXPECT_EQ(BagFrom(words).Granularity(), 7);
 }
 
 // Catches what would be lost when it is read, fill the memory, or have no place in an array.
 TEST(Stream, TooDeepNestsAndTooManyWordsAreRefused) {
     const auto nest = [](int levels, int times) {
-        Variant value = 1;
+        Variant value = Array(VarType::Long, 0, 1);  // which lies no deeper than a number
         for (; levels > 0; --levels) {
             value = times == 1 ? ArrayOf(VarType::Variant, 0, value)
                                : ArrayOf(VarType::Variant, 0, value, value);
@@ -225,6 +200,7 @@ TEST(Stream, TooDeepNestsAndTooManyWordsAreRefused) {
     const std::tuple<const char*, Variant, std::int32_t> rows[] = {
         {"as deep as may be", most, 0},
         {"one level more", nest(kStreamDepth + 1, 1), 5},
+        {"known already, and not too deep", ArrayOf(VarType::Variant, 0, inner, inner), 0},
         {"known already, and too deep where it comes again",
          ArrayOf(VarType::Variant, 0, inner, ArrayOf(VarType::Variant, 0, inner)), 5},
         {"4096 ways to one value", nest(12, 2), 0},
@@ -244,13 +220,65 @@ TEST(StreamWords, AMachineWithTheOtherOrderOfBytesWritesTheSameWords) {
         std::array<std::uint8_t, 8>{1, 2, 3, 4, 5, 6, 7, 8});
     Words words(4);
     PutBytes<std::endian::big>(words.data(), numbers.data(), 8, 4);
-    EXPECT_EQ(ToHex(words), "0304 0102 0708 0506");
+    EXPECT_EQ(words, Hex("0304 0102 0708 0506"));
     std::array<std::byte, 8> back{};
     TakeBytes<std::endian::big>(back.data(), words.data(), 8, 4);
     EXPECT_EQ(back, numbers);
     Words bytes(2, 0x5555);
     PutBytes<std::endian::big>(bytes.data(), numbers.data(), 3, 1);
-    EXPECT_EQ(ToHex(bytes), "0201 0003");
+    EXPECT_EQ(bytes, Hex("0201 0003"));
+}
+
+// The stream grows when its highest index is not greater than the position and the margin.
+TEST(WriteStreamValue, ItGrowsAsSoonAsTheMarginIsNotLeft) {
+    const std::int32_t step = 0x8000;
+    const std::tuple<const char*, Variant, std::int32_t, std::int32_t> table[] = {
+        {"Long", 5, 4, step},
+        {"Byte", std::uint8_t{1}, 3, step},
+        {"Empty", Variant(), 2, step},
+        {"text", u"abcde", 9, step + 5},
+        {"array header", Array(VarType::String, 0, 0), 8, step},
+        // One word less than its margin, and the second text is what no longer fits.
+        {"texts", ArrayOf(VarType::String, 0, u"abc", u"de"), 8 + 5 + 4, step + 2},
+        {"numbers", Array(VarType::Long, 0, 3), 8 + 6 + 8, step + 6},
+        {"odd bytes", Array(VarType::Byte, 0, 3), 8 + 2 + 8, step + 2},
+        {"values", ArrayOf(VarType::Variant, 0, u"abc"), 8 + 7, step + 3},
+    };
+    for (const auto& [what, value, margin, growth] : table) {
+        for (const std::int32_t capacity : {margin + 1, margin}) {
+            Array stream(VarType::Integer, 0, capacity + 1);
+            std::int32_t highest = capacity, written = 0, read = 0;
+            WriteStreamValue(stream, highest, written, value);
+            EXPECT_EQ(highest, capacity == margin ? margin + growth : capacity) << what;
+            EXPECT_EQ(stream.UpperBound(), highest) << what;
+            EXPECT_EQ(ReadStreamValue(stream, read), value) << what;
+            EXPECT_EQ(read, written) << what;
+        }
+    }
+}
+
+TEST(WriteStreamValue, WrongStreamsAndPositionsRaiseAndChangeNothing) {
+    const struct {
+        const char* what;
+        VarType element;
+        std::int32_t position, capacity, written, read;
+    } table[] = {
+        {"no words", VarType::Long, 0, 20, 13, 13},
+        {"below", VarType::Integer, -1, 20, 9, 9},
+        {"behind", VarType::Integer, 21, 20, 9, 9},
+        {"false capacity", VarType::Integer, 0, 8, 9, 0},
+    };
+    for (const auto& row : table) {
+        Array words(row.element, 0, 21);
+        std::int32_t position = row.position;
+        std::int32_t capacity = row.capacity;
+        const auto write = [&] { WriteStreamValue(words, capacity, position, 1); };
+        EXPECT_EQ(NumberRaisedBy(write), row.written) << row.what;
+        EXPECT_EQ(words, Array(row.element, 0, 21)) << row.what;
+        EXPECT_EQ(position, row.position) << row.what;
+        const auto read = [&] { return ReadStreamValue(words, position); };
+        EXPECT_EQ(NumberRaisedBy(read), row.read) << row.what;
+    }
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // Words of streams, written in tests as they are read: hexadecimal, four digits each.
 
 #include <cstdint>
-#include <cstdio>
+#include <iomanip>
 #include <span>
 #include <sstream>
 #include <string>
@@ -25,19 +25,12 @@ inline Words Hex(const std::string& text) {
 }
 
 inline std::string ToHex(std::span<const std::int16_t> words) {
-    std::string text;
+    std::ostringstream out;
+    out << std::hex << std::uppercase << std::setfill('0');
     for (const std::int16_t word : words) {
-        char digits[8];
-        std::snprintf(digits, sizeof digits, "%s%04X", text.empty() ? "" : " ",
-                      static_cast<unsigned>(static_cast<std::uint16_t>(word)));
-        text += digits;
+        out << std::setw(4) << static_cast<std::uint16_t>(word) << ' ';
     }
-    return text;
-}
-
-inline Words WordsOf(const ZVPropertyBag& bag) {
-    const Array contents = bag.Contents();
-    return {contents.Words().begin(), contents.Words().end()};
+    return out.str();
 }
 
 // A bag that held something else before.

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "program/app/FrmMainDemo.h"
 #include "tests/windows/propbag/PropBagFixture.h"
 
 namespace zorvane::test {
@@ -33,7 +34,8 @@ class FramesTest : public PropBagTest {
   protected:
     void SetUp() override {
         PropBagTest::SetUp();
-        OpenMain();
+        owner_ = MakeObject<FrmMainDemo>();  // before the first of them, as in the program
+        ASSERT_TRUE(Shown(*owner_));
     }
 };
 

@@ -4,10 +4,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "program/app/FrmMainDemo.h"
 #include "program/demos/PropBagSession.h"
 #include "program/demos/frmDemo2.h"
-#include "program/forms/Strings.h"
 #include "tests/windows/AnsweringDialogs.h"
 #include "tests/windows/Drive.h"
 
@@ -19,11 +17,6 @@ class PropBagTest : public WindowTest {
         if (window_) Close();
         if (owner_) owner_->Unload();
         WindowTest::TearDown();
-    }
-    // Before the first of them, as in the program.
-    void OpenMain() {
-        owner_ = MakeObject<FrmMainDemo>();
-        ASSERT_TRUE(Shown(*owner_));
     }
     // As the program opens window 1: the file is read, the window restored and shown.
     void Restore() {
