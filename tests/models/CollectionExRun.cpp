@@ -18,6 +18,8 @@ class Run : public ListRun<CollectionEx> {
         const std::int32_t size = Below(60), step = 15 + Below(10);
         const float ratios[] = {static_cast<float>(Below(12)) / 4, NAN, 1e30F};
         const float ratio = ratios[Below(8) == 0 ? 1 + Below(2) : 0];
+        const Arguments toAdd{item, key, before, after, replace};
+        const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
         DoChosen(
             static_cast<unsigned>(Below(100)),
             {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
@@ -33,10 +35,7 @@ class Run : public ListRun<CollectionEx> {
                   return slots;
               },
               [&] { return Slots(); }},
-             {50,
-              "Add",
-              {item, key, before, after, replace},
-              [&] { Add(item, key, before, after, replace); }},
+             {50, "Add", toAdd, [&] { Add(item, key, before, after, replace); }},
              {70, "Remove", {v, flag}, [&] { Remove(v, flag); }},
              {72, "erase_if",
               [=, this] {
@@ -62,13 +61,7 @@ class Run : public ListRun<CollectionEx> {
                   return At(v)->item;
               }},
              {90, "Key", {position}, [&] { return At(position)->key; }},
-             {95,
-              "Index",
-              {key},
-              [&] {
-                  const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
-                  return found == Count() ? -1 : found + 1;
-              }},
+             {95, "Index", {key}, [&] { return found == Count() ? -1 : found + 1; }},
              {100, "Exists", {v}, [&] {
                   if (v.IsText()) return Find(v.AsText()) != rows_.end();
                   return v.ToDouble() >= 1 && v.ToDouble() <= Count();
@@ -84,7 +77,7 @@ class Run : public ListRun<CollectionEx> {
         if (chosen == 0) return std::u16string{unit((Below(2) ? u'A' : u'a') + i)};
         if (chosen == 1) return std::u16string{unit(0x4E00 + i), unit(0x5000 - 2 * i)};
         if (chosen == 2) return std::u16string{unit(0x7FE8 + i)};
-        if (chosen == 3) return std::u16string(256, u'K') + i;
+        if (chosen == 3) return std::u16string(Below(8) == 0 ? 5000 : 256, u'K') + i;
         if (chosen == 4)
             return Below(12) == 0 ? Text() : Text(u"String") + Variant(Below(40)).ToText();
         if (chosen == 5) return std::u16string{u"\u03A3\u03C2\u03C3"[Below(3)]};
@@ -152,16 +145,13 @@ class Run : public ListRun<CollectionEx> {
             collection_.TableSize() != Slots()) {
             return true;
         }
+        const auto isSame = [](const CollectionExEntry& entry, const Row& row) {
+            return entry.Item == row.item && entry.Key == row.key.AsText();
+        };
         for (std::int32_t i = 1; i <= Count(); ++i) {
-            const Row& row = *At(i);
-            if (collection_.Item(i) != row.item || collection_.Key(i) != row.key.AsText()) {
-                return true;
-            }
+            if (!isSame({collection_.Key(i), collection_.Item(i)}, *At(i))) return true;
         }
-        return !std::ranges::equal(
-            collection_.Entries(), rows_, [](const CollectionExEntry& entry, const Row& row) {
-                return entry.Item == row.item && entry.Key == row.key.AsText();
-            });
+        return !std::ranges::equal(collection_.Entries(), rows_, isSame);
     }
 
     // More room may be planned before memory runs out.

@@ -78,7 +78,8 @@ class KeyedRun : public StepRun {
         return SomeKey();
     }
     Variant SomeItem() {
-        if (numbers_) return static_cast<std::int32_t>(Below(30000)) - 9999;
+        const auto range = static_cast<std::int32_t>(Chance(20) ? 6 : 10000);
+        if (numbers_) return static_cast<std::int32_t>(Below(30000)) % (3 * range) - range;
         const unsigned chosen = Below(8);
         if (chosen == 0) return SomeKey();
         if (chosen == 1) return Chance(4) ? Variant::Null() : Variant(0.5);
@@ -153,7 +154,8 @@ class KeyedRun : public StepRun {
         if (choice < (model_.count() < target_ ? 45u : 20u)) {
             Add(item, key, returnItem);
         } else if (choice < 60) {
-            Call("Remove", {v, returnItem}, [&] { return model_.Remove(v, returnItem); });
+            Call("Remove", returnItem ? Arguments{v, true} : Arguments{v},
+                 [&] { return model_.Remove(v, returnItem); });
         } else {
             OperateOnOne(v, key, item);
         }
@@ -174,8 +176,10 @@ class KeyedRun : public StepRun {
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
         const auto value = static_cast<std::int32_t>(Below(9));
         const std::int32_t position = SomePosition();
-        if (calm_ && Below(1000) == 0) return RemoveMany(static_cast<std::int32_t>(Below(700)));
-        if (calm_ && Below(1000) == 0) return EraseSome();
+        if (calm_ && Below(500) == 0) {
+            RemoveMany(static_cast<std::int32_t>(Below(700)));
+            return Chance(50) ? EraseSome() : void();
+        }
         if (!calm_ && Chance(2)) return Chance(50) ? AddSeveral(key, item) : EraseSome();
         const unsigned chosen = Below(calm_ && !Chance(2) ? 12 : 22);
         if (chosen < 2) return OperateSpecially(v, key);
@@ -186,13 +190,16 @@ class KeyedRun : public StepRun {
                           BothNamed(4, "SetItem", v,
                                     [=](auto& c, const auto& named) { c.SetItem(named, item); }),
                           {5, "ItemLong", {v}, [&] { return model_.ItemLong(v); }},
-                          BothNamed(7, "SetItemLong", v,
+                          BothNamed(7, "SetItemLong and SetItemString", v,
                                     [=](auto& c, const auto& named) {
                                         if constexpr (requires { c.FindEntry(named); }) {
-                                            if (auto found = c.FindEntry(named))
-                                                return found.SetItemLong(std::int64_t{value});
+                                            if (auto found = c.FindEntry(named)) {
+                                                found.SetItemLong(std::int64_t{value});
+                                                return found.SetItemString(key);
+                                            }
                                         }
                                         c.SetItemLong(named, value);
+                                        c.SetItemString(named, key);
                                     }),
                           {8, "ItemString", {v}, [&] { return model_.ItemString(v); }},
                           {9, "Exists", {v}, [&] { return model_.resolve(v) != 0; }},

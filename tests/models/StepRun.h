@@ -14,6 +14,7 @@
 
 #include "tests/support/AllocationFaults.h"
 #include "tests/support/Outcome.h"
+#include "zorvane/platform/Enumerator.h"
 #include "zorvane/platform/Object.h"
 #include "zorvane/platform/Variant.h"
 
@@ -65,6 +66,11 @@ class StepRun {
     [[nodiscard]] std::string Joined(const Values& values) {
         std::string all;
         for (const Variant& value : values) all += Shown(value) + ", ";
+        return all;
+    }
+    [[nodiscard]] std::string Joined(Enumerator items) {
+        std::string all;
+        for (Variant item; items.Next(item);) all += Shown(item) + ", ";
         return all;
     }
 

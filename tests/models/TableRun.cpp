@@ -294,6 +294,7 @@ class Run : public StepRun {
             return IsSame(one, *other);
         };
         if (!std::ranges::equal(order, sorted, isSame)) return true;
+        if (!sorted.empty() && &order.front() != &order[0]) return true;
         for (std::size_t i = 0; i < sorted.size(); ++i) {
             if (order.rank_of(sorted[i]->Key) != i || order[i].Id != sorted[i]->Id) return true;
         }

@@ -1,7 +1,11 @@
 #include "zorvane/platform/Object.h"
 
+#include <cstdlib>
+#include <ctime>
+
 #include "tests/support/Testing.h"
 #include "zorvane/platform/Classes.h"
+#include "zorvane/platform/Clock.h"
 #include "zorvane/platform/Random.h"
 
 namespace zorvane {
@@ -78,6 +82,20 @@ TEST(IgnoringErrors, SwallowsErrorsAlone) {
     EXPECT_FALSE(IgnoringErrors([] { RaisePlatform(PlatformError::Overflow); }));
     EXPECT_THROW(IgnoringErrors([] { throw 5; }), int);
 }
+
+#ifndef _WIN32
+// Catches a part of the time that weighs wrongly, and the time of another place.
+TEST(SecondsSinceMidnight, FollowTheLocalTimeOfDay) {
+    for (const auto& [zone, ahead] : {std::pair("UTC0", 0), {"HERE-5:30", 19800}}) {
+        ::setenv("TZ", zone, 1);
+        ::tzset();
+        const double apart = SecondsSinceMidnight() - static_cast<double>(std::time(nullptr));
+        EXPECT_LT(std::abs(std::remainder(apart - ahead, 86400)), 2) << zone;
+    }
+    ::unsetenv("TZ");
+    ::tzset();
+}
+#endif
 
 // Test data and generated keys come from this sequence: it must never move.
 TEST(Random_Next, GivesTheSameSequenceEverywhere) {

@@ -18,6 +18,10 @@ inline constexpr bool kPlain = std::is_same_v<C, Collection>;
 template <class C>
 inline constexpr bool kBag = std::is_same_v<C, ZVPropertyBag>;
 
+inline Text KeyOf(int number) {
+    return Text("key") + std::to_string(number);
+}
+
 template <class C>
 void AddTo(C& container, const Variant& item, const Text& key) {
     if constexpr (kPlain<C>) {

@@ -7,12 +7,14 @@ namespace zorvane {
 namespace {
 
 template <class C>
-class Release : public testing::Test {
-  protected:
+class Release : public testing::Test {};
+TYPED_TEST_SUITE(Release, Containers);
+
+TYPED_TEST(Release, ComesWhenTheContainerIsWholeAgain) {
+    using C = TypeParam;
     // Lets `operate` let go of "m", which stood beside "a" and "n" and perhaps the container
     // itself; its end has to see `left` entries without the latter.
-    template <class Operation>
-    void Try(const char* what, std::int32_t left, Operation&& operate) {
+    const auto expect = [](const char* what, std::int32_t left, auto operate) {
         const auto c = MakeObject<C>();
         if constexpr (!kPlain<C>) AddTo<C>(*c, c, u"itself");
         const std::int32_t itself = c->Count();
@@ -30,27 +32,22 @@ class Release : public testing::Test {
         EXPECT_EQ(c->Item(u"b39"), Variant(39)) << what;
         EXPECT_EQ(CountedObject::Alive(), 0) << what;
         if constexpr (!kPlain<C>) c->Clear();
-    }
-};
-TYPED_TEST_SUITE(Release, Containers);
-
-TYPED_TEST(Release, ComesWhenTheContainerIsWholeAgain) {
-    using C = TypeParam;
-    this->Try("Remove", 2, [](C& c) { c.Remove(u"m"); });
+    };
+    expect("Remove", 2, [](C& c) { c.Remove(u"m"); });
     if constexpr (!kPlain<C>) {
-        this->Try("Clear", 0, [](C& c) { c.Clear(); });
-        this->Try("assignment", 0, [](C& c) { c = C(); });
+        expect("Clear", 0, [](C& c) { c.Clear(); });
+        expect("assignment", 0, [](C& c) { c = C(); });
     }
     if constexpr (requires(C c) { c.SetItem(1, 1); }) {
-        this->Try("SetItem", 3, [](C& c) { c.SetItem(u"m", 1); });
-        this->Try("CopyFrom", 0, [](C& c) { c.CopyFrom(*MakeObject<C>()); });
+        expect("SetItem", 3, [](C& c) { c.SetItem(u"m", 1); });
+        expect("CopyFrom", 0, [](C& c) { c.CopyFrom(*MakeObject<C>()); });
     }
     if constexpr (requires(C c) { c.CopyFrom(c); }) {
-        this->Try("CopyFrom itself", 0, [](C& c) { c.CopyFrom(c); });
+        expect("CopyFrom itself", 0, [](C& c) { c.CopyFrom(c); });
     }
     if constexpr (std::is_same_v<C, CollectionEx>) {
-        this->Try("Replace", 3, [](C& c) { c.Add(1, u"m", {.Replace = true}); });
-        this->Try("Add drops the snapshot", 3, [](C& c) {
+        expect("Replace", 3, [](C& c) { c.Add(1, u"m", {.Replace = true}); });
+        expect("Add drops the snapshot", 3, [](C& c) {
             static_cast<void>(c.NewEnum());
             c.Remove(u"m");
             c.Add(1, u"new");
@@ -61,21 +58,21 @@ TYPED_TEST(Release, ComesWhenTheContainerIsWholeAgain) {
             static_cast<void>(c.NewEnum());
             c.SetItem(u"m", 1);
         };
-        this->Try("Remove drops the snapshot", 2, [&](C& c) {
+        expect("Remove drops the snapshot", 2, [&](C& c) {
             keepInSnapshot(c);
             c.Remove(*c.begin());
         });
-        this->Try("Add drops the snapshot", 4, [&](C& c) {
+        expect("Add drops the snapshot", 4, [&](C& c) {
             keepInSnapshot(c);
             c.Add(1, u"new");
         });
     }
     if constexpr (kBag<C>) {
-        this->Try("write over", 3, [](C& c) { c.WriteProperty(u"m", 5); });
-        this->Try("no object", 3, [](C& c) { c.WriteProperty(u"m", Ref<Object>()); });
-        this->Try("default", 2, [](C& c) { c.WriteProperty(u"m", 5, {.Default = 5}); });
-        this->Try("Contents", 0, [](C& c) { c.SetContents(Variant()); });
-        this->Try("CopyFrom", 0, [](C& c) { c.CopyFrom(C()); });
+        expect("write over", 3, [](C& c) { c.WriteProperty(u"m", 5); });
+        expect("no object", 3, [](C& c) { c.WriteProperty(u"m", Ref<Object>()); });
+        expect("default", 2, [](C& c) { c.WriteProperty(u"m", 5, {.Default = 5}); });
+        expect("Contents", 0, [](C& c) { c.SetContents(Variant()); });
+        expect("CopyFrom", 0, [](C& c) { c.CopyFrom(C()); });
     }
 }
 

@@ -11,10 +11,6 @@
 namespace zorvane {
 namespace {
 
-Text KeyOf(int number) {
-    return Text("key") + Text(std::to_string(number));
-}
-
 // Runs work(0) to work(2), each in a thread of its own, from one moment on.
 template <class Work>
 void InThreads(Work&& work) {
