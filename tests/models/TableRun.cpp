@@ -75,7 +75,11 @@ class Run : public StepRun {
     };
 
   public:
-    explicit Run(std::uint32_t kind) : keys_(kind % 5 == 0 ? 3000 : kind % 3 == 0 ? 400 : 30) {}
+    explicit Run(std::uint32_t kind)
+        : keys_(kind % 5 == 0   ? 3000
+                : kind % 3 == 0 ? 400
+                : kind % 4 == 0 ? 2
+                                : 30) {}
 
   private:
     template <class Operation>

@@ -39,7 +39,7 @@ TEST(LeadingNumber, ReadsTheNumberThatTheTextBeginsWith) {
         double value;
         bool whole = false;  // the whole text is one number
     } rows[] = {
-        {"blanks behind", u"-2.5e1 ", -25, true},
+        {"blanks behind", u"-5e1 ", -50, true},
         {"blanks and ends of lines around", u" \t\r\n42\v\f\n", 42, true},
         {"a blank", u" ", 0},
         {"plus", u"+5", 5, true},

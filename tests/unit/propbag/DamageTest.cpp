@@ -88,6 +88,8 @@ TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
         {"the same in an array", OneEntry("2011 0001 0001 0000 0000 0000 0000 0000 0105"),
          kValueWord + 8},
         {"an Error array", OneEntry("200A 0004 0000 0000 0000 0000 FFFF FFFF"), kValueWord},
+        {"more numbers than bounds", OneEntry("2003 0004 0002 0000 0001 0000 0001 0000 0000 0000"),
+         kValueWord + 2},
         {"more texts than words", OneEntry("2008 0004 0020 0000 0001 0000 0020 0000 0000 0000"),
          kValueWord + 2},
         {"bounds turned round", OneEntry("2002 0002 0000 0000 0005 0000 0000 0000"),

@@ -45,6 +45,7 @@ TEST(SaveFileWords, EachFailureOfTheSystemLeavesOldOrNewAsStatedAndIsAnswered) {
         {"the directory does not reach the disk", {"fsync", 2, EIO}, Unsure},
         {"the folder cannot be tidied", {"fdopendir", 1, ENOMEM}, New},
         {"an attribute cannot be kept", {"fsetxattr", 1, EPERM}, InPlace},
+        {"what the folder gave cannot be taken away", {"fremovexattr", 1, EIO}, Old},
         {"no room for an attribute", {"fsetxattr", 1, EDQUOT}, Old},
         {"others come in between time and again", {"renameat", 1, ENOENT, true}, Old},
         {"no lock to be had", {"flock", 1, ENOLCK, true}, New},

@@ -48,6 +48,8 @@ TEST(Table_Find, ANumberIsLookedUpByItsValue) {
     EXPECT_EQ(order.upper_bound(-0.5) - order.begin(), 1);
     EXPECT_EQ(order.upper_bound(0x1p63) - order.begin(), 5);
     EXPECT_EQ(order.lower_bound(-INFINITY) - order.begin(), 0);
+    const Table<float, std::identity{}> reals = {-INFINITY, 1.5f};
+    EXPECT_TRUE(reals.contains(-double{INFINITY}) && !reals.contains(-1e300));
     const Table<char, std::identity{}> letters = {static_cast<char>(-1), 'b'};
     EXPECT_TRUE(letters.contains(98u) && !letters.contains(255u + 98u));
 }
@@ -162,6 +164,24 @@ TEST(Table_Order, AHandleOutlivesItsOrderEmptyAndFollowsItsTable) {
     EXPECT_FALSE(order.rank_of("b"));
     EXPECT_TRUE(order.equal_range(std::int16_t{1}).empty());
     EXPECT_THROW(static_cast<void>(order[0]), std::out_of_range);
+}
+
+// Catches a handle of an order that could not follow a change, and is asked all the same.
+TEST(Table_Update, AnOrderThatFindsNoMemoryToFollowIsDropped) {
+    struct Owner {
+        int Id;
+        std::unique_ptr<std::string> Owned;
+    };
+    Table<Owner, &Owner::Id> owners;
+    for (const int id : {1, 2}) {
+        owners.insert({id, std::make_unique<std::string>(99, 'x')});
+    }
+    const auto order = owners.order([](const Owner& one) { return std::string(*one.Owned); });
+    FailAllocation(1);
+    EXPECT_TRUE(owners.update(1, &Owner::Owned, [](auto& owned) { owned->front() = 'y'; }));
+    FailAllocation(0);
+    EXPECT_TRUE(!order && order.empty());
+    EXPECT_EQ(owners.at(1).Owned->front(), 'y');
 }
 
 // Catches a merge that leaves a record in neither table or in both, and an addition that has found
