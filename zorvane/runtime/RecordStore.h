@@ -382,7 +382,6 @@ void RecordStore<Record>::Reorder(std::span<const std::uint32_t> order, Renumber
     }
     order_.SetRun(first, count);
     LineUp();
-    vacant_.clear();
     renumber([&](RecordNumber old) { return newNumbers[old & mask_]; });
 }
 
