@@ -92,6 +92,8 @@ TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
          kValueWord + 2},
         {"more texts than words", OneEntry("2008 0004 0020 0000 0001 0000 0020 0000 0000 0000"),
          kValueWord + 2},
+        {"more values than words", OneEntry("200C 0010 0020 0000 0001 0000 0020 0000 0000 0000"),
+         kValueWord + 2},
         {"bounds turned round", OneEntry("2002 0002 0000 0000 0005 0000 0000 0000"),
          kValueWord + 4},
     };
