@@ -35,9 +35,6 @@ constexpr VarType operator|(VarType left, VarType right) noexcept {
 constexpr bool IsArrayType(VarType type) noexcept {
     return (static_cast<std::uint16_t>(type) & 0x2000u) != 0;
 }
-constexpr VarType ElementTypeOf(VarType arrayType) noexcept {
-    return static_cast<VarType>(static_cast<std::uint16_t>(arrayType) & ~0x2000u);
-}
 
 /// Bytes of a scalar's value; 0 for texts, objects, arrays and types without a value.
 constexpr std::size_t ScalarWidth(VarType type) noexcept {
