@@ -88,8 +88,6 @@ TEST(Contents_Damaged, TheCheckerNamesTheWordAndWhatStandsBeforeItIsRead) {
         {"the same in an array", OneEntry("2011 0001 0001 0000 0000 0000 0000 0000 0105"),
          kValueWord + 8},
         {"an Error array", OneEntry("200A 0004 0000 0000 0000 0000 FFFF FFFF"), kValueWord},
-        {"more numbers than bounds", OneEntry("2003 0004 0002 0000 0001 0000 0001 0000 0000 0000"),
-         kValueWord + 2},
         {"more texts than words", OneEntry("2008 0004 0020 0000 0001 0000 0020 0000 0000 0000"),
          kValueWord + 2},
         {"more values than words", OneEntry("200C 0010 0020 0000 0001 0000 0020 0000 0000 0000"),
