@@ -19,7 +19,6 @@ class Run : public ListRun<CollectionEx> {
         const float ratios[] = {static_cast<float>(Below(12)) / 4, NAN, 1e30F};
         const float ratio = ratios[Below(8) == 0 ? 1 + Below(2) : 0];
         const Arguments toAdd{item, key, before, after, replace};
-        const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
         DoChosen(
             static_cast<unsigned>(Below(100)),
             {{flag ? 1u : 0u, "Clear", {}, [&] { Clear(); }},
@@ -61,7 +60,7 @@ class Run : public ListRun<CollectionEx> {
                   return At(v)->item;
               }},
              {90, "Key", {position}, [&] { return At(position)->key; }},
-             {95, "Index", {key}, [&] { return found == Count() ? -1 : found + 1; }},
+             {95, "Index", {key}, [&] { return Index(key); }},
              {100, "Exists", {v}, [&] {
                   if (v.IsText()) return Find(v.AsText()) != rows_.end();
                   return v.ToDouble() >= 1 && v.ToDouble() <= Count();
@@ -85,6 +84,10 @@ class Run : public ListRun<CollectionEx> {
     }
     bool IsKey(const Text& own, const Text& key) const override { return own == LowerCase(key); }
 
+    std::int32_t Index(const Text& key) {
+        const auto found = static_cast<std::int32_t>(Find(key) - rows_.begin());
+        return found == Count() ? -1 : found + 1;
+    }
     void Add(const Variant& item, const Text& key, const Variant& before, const Variant& after,
              bool replace) {
         if (const Place present = Find(key); present != rows_.end()) {

@@ -173,9 +173,7 @@ TEST(Table_Update, AnOrderThatFindsNoMemoryToFollowIsDropped) {
         std::unique_ptr<std::string> Owned;
     };
     Table<Owner, &Owner::Id> owners;
-    for (const int id : {1, 2}) {
-        owners.insert({id, std::make_unique<std::string>(99, 'x')});
-    }
+    for (const int id : {1, 2}) owners.insert({id, std::make_unique<std::string>(99, 'x')});
     const auto order = owners.order([](const Owner& one) { return std::string(*one.Owned); });
     FailAllocation(1);
     EXPECT_TRUE(owners.update(1, &Owner::Owned, [](auto& owned) { owned->front() = 'y'; }));
