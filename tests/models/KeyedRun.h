@@ -25,7 +25,9 @@ class KeyedRun : public StepRun {
           stateEvery_(kind % 5 == 0 ? 97 : 1),
           calm_(kind % 10 == 5),
           alike_(kind % 20 == 15),
-          led_(kind % 40 == 25),
+          lead_(kind % 40 != 25   ? u""
+                : kind % 80 == 25 ? u"key number "
+                                  : u"k"),
           numbers_(kind % 4 == 3),
           crowded_(kind % 4 == 2),
           target_(calm_           ? 2000
@@ -56,13 +58,13 @@ class KeyedRun : public StepRun {
         if (!calm_) return Text("key ") + Text(std::to_string(Below(universe_)));
         // Often a neighbour of the last.
         last_ = Chance(60) ? (last_ + universe_ + Below(7) - 3) % universe_ : Below(universe_);
-        std::u16string number(Text(std::to_string((led_ ? 10 : 1000) + last_)).Units());
+        std::u16string number(Text(std::to_string((lead_.empty() ? 1000 : 10) + last_)).Units());
         if (last_ / 100 % 2 != 0) number[1] |= 0x80;      // units of a byte, but not of seven bits
         if (last_ % 500 == 3) number.end()[-2] |= 0x100;  // and few that are more than a byte
         if (last_ % 7 == 5) number += u" and more";       // longer than eight units
         // Of more lengths than one; and, once there are many, some that do not begin as the others.
         const bool other = model_.count() > 500 && last_ % 40 == 9;
-        if (led_) return (other ? u"l" : u"key number ") + number;
+        if (!lead_.empty()) return (other ? u"l" : lead_) + number;
         return alike_ && !Chance(10) ? kFours + number : number;
     }
     std::int32_t SomePosition() {
@@ -176,8 +178,10 @@ class KeyedRun : public StepRun {
     void OperateOnOne(const Variant& v, const Text& key, const Variant& item) {
         const auto value = static_cast<std::int32_t>(Below(9));
         const std::int32_t position = SomePosition();
-        if (calm_ && Below(1000) == 0) return RemoveMany(static_cast<std::int32_t>(Below(700)));
-        if (calm_ && Below(1000) == 0) return EraseSome();
+        if (calm_ && Below(500) == 0) {
+            RemoveMany(static_cast<std::int32_t>(Below(700)));
+            return Chance(50) ? EraseSome() : void();
+        }
         if (!calm_ && Chance(2)) return Chance(50) ? AddSeveral(key, item) : EraseSome();
         const unsigned chosen = Below(calm_ && !Chance(2) ? 12 : 22);
         if (chosen < 2) return OperateSpecially(v, key);
@@ -422,7 +426,9 @@ class KeyedRun : public StepRun {
 
     unsigned universe_;
     int stateEvery_;
-    bool calm_, alike_, led_, numbers_, crowded_;  // alike: mostly, four units tell nothing
+    bool calm_, alike_;    // alike: mostly, four units tell nothing
+    std::u16string lead_;  // that most keys share
+    bool numbers_, crowded_;
     unsigned last_ = 0;
     std::int32_t target_;
 };
